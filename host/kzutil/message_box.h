@@ -1,0 +1,17 @@
+// Messages to the user.
+#pragma once
+
+#include <vector>
+
+#include "kzutil/astring.h"
+
+// Shows the text of a string id. `flags` are the host's: 0x80000000 marks a message that only informs. Returns the
+// button's id, 1 (OK) where there is no screen. A message that cannot be shown is kept instead.
+int KzMessageBox(UINT textId, UINT flags);
+
+// The messages kept since the last call, oldest first.
+std::vector<AString> takeKeptMessages();
+
+// Shows messages on a screen instead of keeping them. Null: keep them again.
+using AMessagePresenter = int (*)(const AString& text, UINT flags);
+void setMessagePresenter(AMessagePresenter presenter);

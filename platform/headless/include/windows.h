@@ -1,0 +1,6 @@
+// The subset of the Windows API that the project calls, off Windows. Include platform/winapi.h instead.
+#pragma once
+
+#include "winapi/types.h"
+
+#include "winapi/module.h"
