@@ -3,6 +3,7 @@
 
 #include "kzutil/file_path.h"
 #include "platform/afx/extension_module.h"
+#include "platform/afx/object.h"
 #include "support/failing_new.h"
 #include "support/temp_folder.h"
 
