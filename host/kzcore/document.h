@@ -1,0 +1,80 @@
+// ADocument: a drawing. Owns its objects, its paint and its view.
+//
+//     ADocument document;
+//     ALayer* layer = document.createLayer(document.getDatabase(), _T("ALayer"), _T("Layer 1"));
+//     AObject* rectangle = document.createObject(*findClass(_T("ARectangle")), "rect-1");
+//     layer->appendChild(rectangle);
+#pragma once
+
+#include <memory>
+#include <memory_resource>
+#include <string>
+#include <vector>
+
+#include "kzcore/name_table.h"
+#include "kzcore/object.h"
+#include "kzcore/paint_table.h"
+
+class ADocView;
+
+// What a format keeps of its file, to answer what the model does not hold. Owned by the document.
+class AGeometrySource {
+public:
+    virtual ~AGeometrySource() = default;
+    // The bounding rectangle, in drawing coordinates, of an object that this source read. Empty when it has
+    // none.
+    virtual AFRect computeBounds(const AObject& object) const = 0;
+};
+
+class ADocument : public ARoot {
+public:
+    ADocument();
+    ~ADocument() override;
+    ADocument(const ADocument&) = delete;
+    ADocument& operator=(const ADocument&) = delete;
+
+    const AString& getClassName() const override;
+
+    ADatabase& getDatabase() { return *m_database; }
+    // The master layers: drawn under every view.
+    ADatabase* getSecondaryDatabase() { return m_secondary.get(); }
+    // The view, with the selection and the filter.
+    ADocView& getView() { return *m_view; }
+    APaintTable& getPaint() { return m_paint; }
+
+    // Makes an object of a database class that is neither a layer nor an item. It belongs to the document and
+    // is in no container yet. The name must be new to the document (see getNames().makeUnique).
+    AObject* createObject(const AClassInfo& classInfo, std::string_view name);
+    // Makes a layer at the end of one of the two databases.
+    ALayer* createLayer(ADatabase& database, const AClassInfo& layerClass, AString title);
+
+    // The object of a name, null when there is none.
+    AObject* findObject(std::string_view name) const;
+    const ANameTable& getNames() const { return m_names; }
+    ANameTable& getNames() { return m_names; }
+    std::size_t getObjectCount() const { return m_objects.size(); }
+    // By index, from 1 to getObjectCount().
+    AObject* getObject(std::uint32_t index) const { return m_objects[index - 1]; }
+
+    void setGeometrySource(std::unique_ptr<AGeometrySource> source) { m_source = std::move(source); }
+    const AGeometrySource* getGeometrySource() const { return m_source.get(); }
+
+    // The page in user units.
+    const AFRect& getPage() const { return m_page; }
+    void setPage(const AFRect& page) { m_page = page; }
+
+private:
+    template <class T>
+    T* place(const AClassInfo& classInfo);
+
+    std::pmr::monotonic_buffer_resource m_arena;
+    std::vector<AObject*> m_objects;
+    std::vector<AParent*> m_containers;  // these hold lists, so their destructors must run
+    ANameTable m_names;
+    APaintTable m_paint;
+    std::unique_ptr<AGeometrySource> m_source;
+    std::unique_ptr<ADatabase> m_database;
+    std::unique_ptr<ADatabase> m_secondary;
+    std::unique_ptr<ADocView> m_view;
+    AFRect m_page;
+};

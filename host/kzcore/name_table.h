@@ -1,0 +1,38 @@
+// The names of a document's objects: unique, UTF-8, found in constant time.
+//
+// Built for a million of them: the text lies in an arena, and the index of a name is its number in order of
+// addition.
+#pragma once
+
+#include <cstdint>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+class ANameTable {
+public:
+    ANameTable();
+
+    // The new name's number, from 1 on; 0 when the name is taken or empty.
+    std::uint32_t add(std::string_view name);
+    // Adds the name, or the first of name-2, name-3, … that is free; an empty stem counts as "object". With
+    // `numbered`, the first of stem-1, stem-2, …. Returns the number.
+    std::uint32_t addUnique(std::string_view stem, bool numbered);
+    // The number of a name, 0 when there is none.
+    std::uint32_t find(std::string_view name) const;
+    std::string_view get(std::uint32_t number) const { return m_names[number - 1]; }
+    std::size_t size() const { return m_names.size(); }
+    // Takes room for so many names at once.
+    void reserve(std::size_t count);
+
+private:
+    std::size_t slotOf(std::string_view name, std::uint64_t hash) const;
+    void grow(std::size_t slots);
+
+    std::pmr::monotonic_buffer_resource m_text;
+    std::vector<std::string_view> m_names;
+    std::vector<std::uint32_t> m_slots;  // open addressing; 0: free, else a name's number
+    std::unordered_map<std::string, std::uint32_t> m_nextSuffix;  // by stem
+};

@@ -1,0 +1,40 @@
+// The colours, brushes and pens of one document: one shared item for each distinct colour, brush and pen, so
+// that identity and equality agree.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "kzcore/refer_item.h"
+
+class APaintTable {
+public:
+    APaintTable();
+    ~APaintTable();  // releases the document's reference on every item
+    APaintTable(const APaintTable&) = delete;
+    APaintTable& operator=(const APaintTable&) = delete;
+
+    // The RGB Color item of an sRGB value 0xRRGGBB, named by its CSS name or "#rrggbb".
+    AColorItem* rgb(std::uint32_t value);
+    // A colour of any class of the colour item class table. An empty name is replaced by one made of the
+    // display colour. `display` is 0xRRGGBB.
+    AColorItem* color(const AClassInfo& colorClass, std::string_view name,
+                      const AColorItem::Components& components, std::uint32_t display);
+
+    // Holders. The solid brush of a colour; a brush of its own class, by name.
+    ABrush* solidBrush(AColorItem* color);
+    ABrush* gradientBrush(std::string_view name);
+    ABrush* patternBrush(std::string_view name);
+    APen* pen(AColorItem* color);
+    APen* brushPen(ABrushItem* brush);
+
+    // In order of first use.
+    const std::vector<AColorItem*>& getColors() const;
+    const std::vector<ABrushItem*>& getBrushes() const;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

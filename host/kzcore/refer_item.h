@@ -1,0 +1,135 @@
+// Items that objects refer to and share: colours, brushes and pens.
+//
+// Items are counted: created at 1, which belongs to the document; whoever keeps one beyond the call that
+// handed it over adds a reference and releases it later. The last release deletes the item.
+#pragma once
+
+#include <array>
+
+#include "kzcore/class_info.h"
+#include "kzutil/root.h"
+
+class AReferItem : public ARoot {
+public:
+    AReferItem(const AClassInfo& classInfo, AString name);
+    AReferItem(const AReferItem&) = delete;
+    AReferItem& operator=(const AReferItem&) = delete;
+
+    const AString& getClassName() const override { return m_class->name; }
+    const AClassInfo& getClassInfo() const { return *m_class; }
+    virtual AString getName() const { return m_name; }
+    // Non-zero when the other item, of whatever class, stands for the same thing.
+    virtual int isEqual(const AReferItem* other) const;
+
+    int addReference() { return ++m_references; }
+    // Returns the count that is left; at 0 the item is gone.
+    int releaseReference();
+    int getReferenceCount() const { return m_references; }
+
+protected:
+    ~AReferItem() override = default;
+
+private:
+    const AClassInfo* m_class;
+    AString m_name;
+    int m_references = 1;
+};
+
+// A colour. One C++ class serves the rows of the colour item class table; components are in 0..1, unused ones
+// 0: red, green, blue; cyan, magenta, yellow, black; gray; tint of a spot colour (whose name is its
+// identity).
+class AColorItem : public AReferItem {
+public:
+    using Components = std::array<float, 4>;
+
+    // `display` is the colour as a screen shows it.
+    AColorItem(const AClassInfo& classInfo, AString name, const Components& components, COLORREF display);
+
+    const Components& getComponents() const { return m_components; }
+    COLORREF getDisplayColor() const { return m_display; }
+
+    // Non-zero for the same class and the same components (spot colours: and the same name); opacity belongs
+    // to objects, not to colours.
+    virtual int isSameColor(const AColorItem* other) const;
+    int isEqual(const AReferItem* other) const override;
+
+private:
+    Components m_components;
+    COLORREF m_display;
+};
+
+class ABrushItem : public AReferItem {
+public:
+    using AReferItem::AReferItem;
+};
+
+// A fill with one colour. Keeps a reference on it.
+class ASolidBrushItem : public ABrushItem {
+public:
+    explicit ASolidBrushItem(AColorItem* color);
+    static const AString& stgetClassName();
+
+    AColorItem* getColorItem() const { return m_color; }
+    AString getName() const override;
+
+protected:
+    ~ASolidBrushItem() override;
+
+private:
+    AColorItem* m_color;
+};
+
+class AGradientBrushItem : public ABrushItem {
+public:
+    explicit AGradientBrushItem(AString name);
+};
+
+class APatternBrushItem : public ABrushItem {
+public:
+    explicit APatternBrushItem(AString name);
+};
+
+// What a stroke is made of: a colour, or a brush (a gradient stroke), or neither. Keeps a reference on it.
+class APenItem : public AReferItem {
+public:
+    // The style of a pen that draws nothing.
+    static constexpr int kStyleNone = 5;
+    static constexpr int kStyleSolid = 0;
+
+    APenItem(int style, AColorItem* color, ABrushItem* brush);
+    static const AString& stgetClassName();
+
+    int getStyle() const { return m_style; }
+    AColorItem* getColorItem() const { return m_color; }
+    ABrushItem* getBrushItem() const { return m_brush; }
+    AString getName() const override;
+
+protected:
+    ~APenItem() override;
+
+private:
+    int m_style;
+    AColorItem* m_color;
+    ABrushItem* m_brush;
+};
+
+// What an object's fill accessor gives: a holder of the brush item (which may be null). Owned by the
+// document.
+class ABrush {
+public:
+    explicit ABrush(ABrushItem* item) : m_item(item) {}
+    ABrushItem* getBrushItem() const { return m_item; }
+
+private:
+    ABrushItem* m_item;
+};
+
+// What an object's pen accessor gives: a holder of the pen item (which may be null). Owned by the document.
+class APen {
+public:
+    explicit APen(APenItem* item) : m_item(item) {}
+    APenItem* getPenItem() const { return m_item; }
+
+private:
+    APenItem* m_item;
+};

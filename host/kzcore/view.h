@@ -1,0 +1,43 @@
+// ADocView: a view of a document, with its selection and its filter.
+#pragma once
+
+#include <memory>
+
+#include "kzcore/history.h"
+#include "kzcore/selection.h"
+#include "kzcore/view_filter.h"
+
+class ADocument;
+
+class ADocView {
+public:
+    explicit ADocView(ADocument& document);
+    ~ADocView();
+    ADocView(const ADocView&) = delete;
+    ADocView& operator=(const ADocView&) = delete;
+
+    // The view that tools work on; null when no drawing is open.
+    static ADocView* GetActiveView();
+
+    // Read by plug-ins directly. The filter belongs to the view and changes through setViewFilter alone.
+    ADatabase* m_database;
+    ASelection* m_selection;
+    AViewFilter* m_viewFilter = nullptr;
+
+    ADocument* getDocument() const { return &m_document; }
+    AHistory& getHistory() { return m_history; }
+
+    // Takes over the filter (null: none) and deletes the one before, unless it is the same object.
+    void setViewFilter(AViewFilter* filter);
+
+    // Asks for the view to be drawn anew; null: all of it.
+    void invalidate(const AFRect* area);
+    // How often it was asked, for hosts that draw when it has changed.
+    unsigned long long getRedrawCount() const { return m_redraws; }
+
+private:
+    ADocument& m_document;
+    ASelection m_ownSelection;
+    AHistory m_history;
+    unsigned long long m_redraws = 0;
+};
