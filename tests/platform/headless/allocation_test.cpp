@@ -1,53 +1,23 @@
 // Running out of memory inside the loader: a null answer with its reason, nothing half done.
-#include <cstdlib>
-#include <new>
-
 #include "tests/platform/module_support.h"
+#include "tests/support/failing_new.h"
 
 namespace {
 
-// How many allocations still succeed; negative: all of them.
-thread_local long allocations_left = -1;
-
-void* allocate(std::size_t size) {
-    if (allocations_left == 0) return nullptr;
-    if (allocations_left > 0) --allocations_left;
-    return std::malloc(size == 0 ? 1 : size);
-}
-
-}  // namespace
-
-// This program's, and with it that of every library it loads.
-void* operator new(std::size_t size) {
-    if (void* memory = allocate(size)) return memory;
-    throw std::bad_alloc();
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size);
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
-}
-
-namespace {
-
-// Calls again and again, each time with one more allocation to succeed, until the answer is not null. Returns
-// how many of the calls failed; each must have said why.
+// Calls again and again, failing the first allocation, then the second, until the call makes fewer. Returns
+// how many calls failed; each must have said why.
 template <class Call>
 int failures_until_it_succeeds(Call call) {
-    for (long allowed = 0; allowed < 1000; ++allowed) {
+    for (int n = 1; n < 1000; ++n) {
         SetLastError(ERROR_SUCCESS);
-        allocations_left = allowed;
+        const AllocationFailure failing = failAllocation(n);
         const bool succeeded = static_cast<bool>(call());
-        allocations_left = -1;
-        if (succeeded) return static_cast<int>(allowed);
-        EXPECT_EQ(GetLastError(), DWORD{ERROR_NOT_ENOUGH_MEMORY}) << allowed;
+        if (!failing.happened()) {
+            EXPECT_TRUE(succeeded);
+            return n - 1;
+        }
+        EXPECT_FALSE(succeeded) << n;
+        EXPECT_EQ(GetLastError(), DWORD{ERROR_NOT_ENOUGH_MEMORY}) << n;
     }
     ADD_FAILURE() << "never succeeds";
     return 0;
