@@ -45,7 +45,7 @@ public:
 private:
     AApplication m_application;
     std::unique_ptr<APlugIn> m_plugIn;
-    std::unique_ptr<ADocument> m_document;  // before the plug-in: its filter may be the plug-in's
+    std::unique_ptr<ADocument> m_document;  // gone before the plug-in is: its filter may be the plug-in's
 };
 
 }  // namespace app
