@@ -4,7 +4,7 @@
 
 namespace svg {
 
-Namespace Namespaces::ofElement(std::string_view prefix) const {
+Namespace Namespaces::find(std::string_view prefix) const {
     for (std::size_t i = m_bindings.size(); i-- > 0;) {
         if (m_bindings[i].prefix == prefix) return m_bindings[i].space;
     }
@@ -12,18 +12,25 @@ Namespace Namespaces::ofElement(std::string_view prefix) const {
 }
 
 Namespace Namespaces::ofAttribute(std::string_view prefix) const {
-    return prefix.empty() ? Namespace::none : ofElement(prefix);
+    return prefix.empty() ? Namespace::none : find(prefix);
 }
 
 void Namespaces::declare(std::string_view prefix, std::string_view uri) {
     if (m_bindings.size() < kMostBindings) m_bindings.push_back({prefix, findNamespace(uri)});
+    m_default = find({});
+}
+
+void Namespaces::cut(std::size_t size) {
+    m_bindings.resize(size);
+    m_default = find({});
 }
 
 Element elementOf(pugi::xml_node node, const Namespaces& namespaces) {
-    const QualifiedName name = splitName(node.name());
-    const Element element = findElement(name.local);
-    if (element == Element::unknown || namespaces.ofElement(name.prefix) == Namespace::svg) return element;
-    return Element::unknown;
+    const char* const name = node.name();
+    const Element element = kindOfName(name);
+    const char* const colon = element != Element::unknown ? std::strchr(name, ':') : nullptr;
+    const std::string_view prefix(name, colon != nullptr ? static_cast<std::size_t>(colon - name) : 0);
+    return namespaces.ofElement(prefix) == Namespace::svg ? element : Element::unknown;
 }
 
 void AttributeSet::read(pugi::xml_node element, Namespaces& namespaces) {
@@ -33,24 +40,33 @@ void AttributeSet::read(pugi::xml_node element, Namespaces& namespaces) {
     if (namespaces.size() != before) readAll(element, namespaces, false);
 }
 
+// The XML library lies behind calls, so each attribute costs as few of them as possible: the name that is
+// missing behind the last attribute ends the walk.
 void AttributeSet::readAll(pugi::xml_node element, Namespaces& namespaces, bool declare) {
     m_present = 0;
-    for (pugi::xml_attribute attribute = element.first_attribute(); attribute;
-         attribute = attribute.next_attribute()) {
-        const char* const text = attribute.name();
-        const QualifiedName name = splitName(text);
-        if (text[0] == 'x' && std::strncmp(text, "xmlns", 5) == 0 && (text[5] == ':' || text[5] == '\0')) {
-            if (declare) namespaces.declare(text[5] == ':' ? text + 6 : "", attribute.value());
-            continue;
+    for (pugi::xml_attribute attribute = element.first_attribute();; attribute = attribute.next_attribute()) {
+        const char* const name = attribute.name();
+        if (*name == '\0') return;
+        const Attribute known = findPlainAttribute(name);
+        if (known != Attribute::unknown) {
+            set(known, attribute.value());
+        } else if (std::strchr(name, ':') != nullptr || std::strcmp(name, "xmlns") == 0) {
+            addQualified(name, attribute.value(), namespaces, declare);
         }
-        const Namespace space = namespaces.ofAttribute(name.prefix);
-        const Attribute known = findAttribute(space, name.local);
-        if (known == Attribute::unknown) continue;
-        // Both "href" and "xlink:href": the plain one counts.
-        if (space == Namespace::xlink && has(known)) continue;
-        m_present |= std::uint64_t{1} << static_cast<int>(known);
-        m_values[static_cast<std::size_t>(known)] = attribute.value();
     }
+}
+
+void AttributeSet::addQualified(const char* text, const char* value, Namespaces& namespaces, bool declare) {
+    const QualifiedName name = splitName(text);
+    if (name.prefix == "xmlns" || (name.prefix.empty() && name.local == "xmlns")) {
+        if (declare) namespaces.declare(name.prefix.empty() ? "" : name.local, value);
+        return;
+    }
+    const Namespace space = namespaces.ofAttribute(name.prefix);
+    const Attribute known = findAttribute(space, name.local);
+    // Both "href" and "xlink:href": the plain one counts.
+    if (known == Attribute::unknown || (space == Namespace::xlink && has(known))) return;
+    set(known, value);
 }
 
 }  // namespace svg

@@ -17,12 +17,14 @@ class Namespaces {
 public:
     // The namespace of an element's prefix. Without any declaration in force plain elements count as SVG, so
     // that drawings that forget to declare it are read.
-    Namespace ofElement(std::string_view prefix) const;
+    Namespace ofElement(std::string_view prefix) const { return prefix.empty() ? m_default : find(prefix); }
     Namespace ofAttribute(std::string_view prefix) const;
 
     void declare(std::string_view prefix, std::string_view uri);
     std::size_t size() const { return m_bindings.size(); }
-    void shrink(std::size_t size) { m_bindings.resize(size); }
+    void shrink(std::size_t size) {
+        if (size != m_bindings.size()) cut(size);
+    }
 
 private:
     struct Binding {
@@ -32,13 +34,25 @@ private:
     // More declarations in force at once than any program writes: further ones are not looked at.
     static constexpr std::size_t kMostBindings = 256;
 
+    void cut(std::size_t size);
+    Namespace find(std::string_view prefix) const;
+
     std::vector<Binding> m_bindings;
+    Namespace m_default = Namespace::svg;  // of elements without a prefix, which is nearly every one
 };
 
 class AttributeSet {
 public:
     // Reads all attributes; declarations of namespaces among them are added first.
     void read(pugi::xml_node element, Namespaces& namespaces);
+
+    // For readers of their own: starts empty, takes an attribute without a prefix. The texts are kept by
+    // address.
+    void clear() { m_present = 0; }
+    void addPlain(const char* name, const char* value) {
+        const Attribute known = findPlainAttribute(name);
+        if (known != Attribute::unknown) set(known, value);
+    }
 
     bool has(Attribute attribute) const { return (m_present >> static_cast<int>(attribute) & 1) != 0; }
     // The text of an attribute, empty when it is not there.
@@ -57,6 +71,11 @@ private:
     static constexpr std::size_t kCount = static_cast<std::size_t>(Attribute::count);
 
     void readAll(pugi::xml_node element, Namespaces& namespaces, bool declare);
+    void addQualified(const char* name, const char* value, Namespaces& namespaces, bool declare);
+    void set(Attribute attribute, const char* value) {
+        m_present |= std::uint64_t{1} << static_cast<int>(attribute);
+        m_values[static_cast<std::size_t>(attribute)] = value;
+    }
 
     static_assert(kCount <= 64);
     std::uint64_t m_present = 0;               // one bit each

@@ -1,5 +1,5 @@
 // What has to be known of a whole drawing before its first object is made: paint servers and other elements
-// that are referred to, style elements, and ids that look like made names.
+// that are referred to, and style elements; and, for drawings that ask for it, ids that look like made names.
 #pragma once
 
 #include <array>
@@ -34,11 +34,16 @@ public:
     pugi::xml_node findAny(std::string_view id);
 
     // The numbers n of ids "stem-n", ascending: made names leave them out.
-    const std::vector<std::uint32_t>& takenNumbers(std::size_t stem) const { return m_taken[stem]; }
+    // The first call walks the drawing again: most drawings name all their objects and never ask.
+    const std::vector<std::uint32_t>& takenNumbers(std::size_t stem) {
+        if (!m_takenBuilt) collectTaken();
+        return m_taken[stem];
+    }
 
 private:
     using Nodes = std::unordered_map<std::string_view, pugi::xml_node>;
 
+    void collectTaken();
     void noteId(std::string_view id);
 
     std::size_t m_elementCount = 0;
@@ -47,6 +52,7 @@ private:
     Nodes m_all;
     pugi::xml_node m_root;
     bool m_allBuilt = false;
+    bool m_takenBuilt = false;
     std::array<std::vector<std::uint32_t>, kStemCount> m_taken;
 };
 

@@ -13,7 +13,7 @@ public:
     explicit StartTag(std::string_view tag) {
         m_document.load_buffer(tag.data(), tag.size(), pugi::parse_default, pugi::encoding_utf8);
         const pugi::xml_node node = m_document.first_child();
-        m_element = findElement(splitName(node.name()).local);
+        m_element = kindOfName(node.name());
         // Namespaces are declared elsewhere; the geometry lies in plain attributes.
         Namespaces namespaces;
         m_attributes.read(node, namespaces);

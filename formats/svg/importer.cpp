@@ -18,7 +18,7 @@ constexpr std::size_t kRepeatablePerElement = 100;
 constexpr std::size_t kRepeatableAtMost = 2'000'000;
 
 Element kindOf(pugi::xml_node node) {
-    return findElement(splitName(node.name()).local);
+    return kindOfName(node.name());
 }
 
 bool isTrue(std::string_view text) {
@@ -49,7 +49,7 @@ Importer::Importer(ADocument& document, DrawingIndex& index)
 View Importer::run(pugi::xml_node root) {
     m_root = root;
     for (const pugi::xml_node style : m_index.styles()) m_styles.sheet().add(styleText(style));
-    m_document.getNames().reserve(m_index.elementCount());
+    m_document.reserve(m_index.elementCount());
 
     m_attributes.read(root, m_namespaces);
     AFRect page;
@@ -79,20 +79,19 @@ bool Importer::spendRepeating(std::size_t nodes) {
 }
 
 void Importer::read(pugi::xml_node node) {
-    const QualifiedName name = splitName(node.name());
-    const Element element = findElement(name.local);
+    const Element element = kindOf(node);
     const Frame& frame = m_frames.back();
     const bool inUse = frame.single && kindOf(frame.node) == Element::use;
     if (!isDrawn(element) && !(element == Element::symbol && inUse)) return;
     const std::size_t namespaces = m_namespaces.size();
     m_attributes.read(node, m_namespaces);
-    if (m_namespaces.ofElement(name.prefix) == Namespace::svg) {
+    if (elementOf(node, m_namespaces) == element) {
         const bool layer = frame.container == nullptr && element == Element::g &&
                            m_attributes.get(Attribute::groupMode) == "layer";
         if (layer) {
             readLayer(node);
         } else {
-            readObject(node, element, name.local);
+            readObject(node, element);
         }
     }
     // What this element declared holds for its content; a container that was entered takes it away later.
@@ -136,15 +135,19 @@ AParent& Importer::looseLayer() {
     return *m_looseLayer;
 }
 
-AObject* Importer::createObject(const AClassInfo& row, Element element, std::string_view localName) {
+AObject* Importer::createObject(const AClassInfo& row, pugi::xml_node node, Element element) {
     const std::string_view id = m_attributes.get(Attribute::id);
-    const bool own = !id.empty() && !m_frames.back().repeating;
-    return m_document.createObject(
-        row, own ? m_names.fromId(id) : m_names.make(static_cast<std::size_t>(element), localName));
+    if (id.empty() || m_frames.back().repeating) {
+        const std::string_view word = splitName(node.name()).local;
+        return m_document.createObject(row, m_names.make(static_cast<std::size_t>(element), word));
+    }
+    const std::string_view name = cleanName(id, m_buffer);
+    AObject* const object = m_document.tryCreateObject(row, name);
+    return object != nullptr ? object : m_document.createObject(row, m_names.another(name));
 }
 
-void Importer::readObject(pugi::xml_node node, Element element, std::string_view localName) {
-    const Style style = m_styles.compute(node, m_attributes, m_frames.back().style);
+void Importer::readObject(pugi::xml_node node, Element element) {
+    const Style& style = m_styles.compute(node, m_attributes, m_frames.back().style, m_ownStyle);
     const auto refersTo = [&](std::string_view text, Element kind) {
         std::string_view id;
         return !text.empty() && takeUrl(text, id) && kindOf(m_index.findResource(id)) == kind;
@@ -160,7 +163,7 @@ void Importer::readObject(pugi::xml_node node, Element element, std::string_view
         container->appendChild(effect);
         container = static_cast<AParent*>(effect);
     }
-    AObject* const object = createObject(row, element, localName);
+    AObject* const object = createObject(row, node, element);
     object->setSourceIndex(static_cast<std::uint32_t>(node.offset_debug()));
     container->appendChild(object);
 

@@ -47,11 +47,11 @@ private:
 
     void read(pugi::xml_node node);
     void readLayer(pugi::xml_node node);
-    void readObject(pugi::xml_node node, Element element, std::string_view localName);
+    void readObject(pugi::xml_node node, Element element);
     void setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style);
     void enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style);
     void enterUse(Frame frame);
-    AObject* createObject(const AClassInfo& row, Element element, std::string_view localName);
+    AObject* createObject(const AClassInfo& row, pugi::xml_node node, Element element);
     AParent& looseLayer();
     pugi::xml_node chooseCase(pugi::xml_node node);
     bool isShadow(std::string_view filter);
@@ -66,6 +66,7 @@ private:
     ObjectClasses m_classes;
     Namespaces m_namespaces;
     AttributeSet m_attributes;  // of the element being read
+    Style m_ownStyle;           // its style, when that differs from the container's
     std::vector<Frame> m_frames;
     pugi::xml_node m_root;
     ALayer* m_looseLayer = nullptr;

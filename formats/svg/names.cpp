@@ -40,9 +40,7 @@ std::string_view cleanName(std::string_view text, std::string& buffer) {
     return buffer;
 }
 
-std::string_view NameMaker::fromId(std::string_view id) {
-    const std::string_view name = cleanName(id, m_clean);
-    if (m_names.find(name) == 0) return name;
+std::string_view NameMaker::another(std::string_view name) {
     std::uint32_t& next = m_nextSuffix.try_emplace(std::string(name), 2).first->second;
     do {
         setNumbered(m_buffer, name, next++);

@@ -19,8 +19,8 @@ class NameMaker {
 public:
     NameMaker(DrawingIndex& index, const ANameTable& names) : m_index(index), m_names(names) {}
 
-    // The name for an element with this id: the id, or "id-2", "id-3", … when an object has it already.
-    std::string_view fromId(std::string_view id);
+    // The name for an element whose id, made clean, is the name of an object already: "id-2", "id-3", ….
+    std::string_view another(std::string_view name);
     // The next free name of "rect-1", "rect-2", …, which no id of the drawing has either.
     std::string_view make(std::size_t stem, std::string_view word);
 
@@ -31,7 +31,6 @@ private:
     std::array<std::size_t, kStemCount> m_takenBehind{};  // how many taken numbers are not above it
     std::unordered_map<std::string, std::uint32_t> m_nextSuffix;
     std::string m_buffer;
-    std::string m_clean;
 };
 
 }  // namespace svg

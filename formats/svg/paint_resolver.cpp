@@ -3,6 +3,7 @@
 #include "formats/svg/color.h"
 #include "formats/svg/names.h"
 #include "formats/svg/text_scan.h"
+#include "kzutil/text_hash.h"
 
 namespace svg {
 
@@ -30,7 +31,7 @@ std::string_view labelOf(pugi::xml_node node) {
 }
 
 Element kindOf(pugi::xml_node node) {
-    return findElement(splitName(node.name()).local);
+    return kindOfName(node.name());
 }
 
 // The stops of a gradient: how many, up to two, and the first.
@@ -79,7 +80,8 @@ PaintResolver::Resolved& PaintResolver::resolve(const Paint& paint, std::uint32_
 
 PaintResolver::ColorSlot& PaintResolver::colorSlot(std::uint32_t rgb) {
     const std::size_t mask = m_colors.size() - 1;
-    std::size_t slot = (rgb * 0x9E3779B1U >> 8) & mask;
+    // Drawings use regular colours, so every bit has to be mixed in.
+    std::size_t slot = kzutil::mixBits(rgb ^ kzutil::hashSeed()) & mask;
     while (m_colors[slot].rgb != rgb && m_colors[slot].rgb != kFree) slot = (slot + 1) & mask;
     return m_colors[slot];
 }

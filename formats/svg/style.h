@@ -42,6 +42,11 @@ struct Style {
 
     // What an element without any declaration has.
     Style inherited() const;
+    // Whether that is this very style: nothing is set of what is not inherited.
+    bool isInheritedWhole() const {
+        return filter.empty() && mask.empty() && clipPath.empty() && stopColor.kind == PaintKind::rgb &&
+               stopColor.rgb == 0;
+    }
 };
 
 Property findProperty(std::string_view name);

@@ -6,21 +6,27 @@
 
 namespace svg {
 
-Style StyleResolver::compute(pugi::xml_node element, const AttributeSet& attributes, const Style& parent) {
-    Style style = parent.inherited();
+const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& attributes,
+                                    const Style& parent, Style& room) {
+    m_fromSheet.clear();
+    if (!m_sheet.isEmpty()) {
+        m_sheet.collect(element, attributes.get(Attribute::id), attributes.get(Attribute::class_),
+                        m_fromSheet);
+    }
+    if (m_fromSheet.empty() && attributes.presentation() == 0 && !attributes.has(Attribute::style) &&
+        parent.isInheritedWhole()) {
+        return parent;
+    }
+    Style& style = room;
+    style = parent.inherited();
     for (std::uint64_t rest = attributes.presentation(); rest != 0; rest &= rest - 1) {
         const Property property = static_cast<Property>(std::countr_zero(rest));
         applyProperty(style, parent, property, attributes.get(presentationAttribute(property)));
     }
     bool important = false;
-    if (!m_sheet.isEmpty()) {
-        m_fromSheet.clear();
-        m_sheet.collect(element, attributes.get(Attribute::id), attributes.get(Attribute::class_),
-                        m_fromSheet);
-        for (const Declaration& declaration : m_fromSheet) {
-            important |= declaration.important;
-            if (!declaration.important) applyProperty(style, parent, declaration.property, declaration.value);
-        }
+    for (const Declaration& declaration : m_fromSheet) {
+        important |= declaration.important;
+        if (!declaration.important) applyProperty(style, parent, declaration.property, declaration.value);
     }
     const std::string_view own = attributes.get(Attribute::style);
     bool ownImportant = false;

@@ -12,8 +12,15 @@ class StyleResolver {
 public:
     StyleSheet& sheet() { return m_sheet; }
 
-    // The computed style of an element inside one of the style `parent`.
-    Style compute(pugi::xml_node element, const AttributeSet& attributes, const Style& parent);
+    // The computed style of an element inside one of the style `parent`: put into `room`, or the parent's own
+    // when the element changes nothing, as most do.
+    const Style& compute(pugi::xml_node element, const AttributeSet& attributes, const Style& parent,
+                         Style& room);
+    // The same as a value.
+    Style compute(pugi::xml_node element, const AttributeSet& attributes, const Style& parent) {
+        Style room;
+        return compute(element, attributes, parent, room);
+    }
 
 private:
     StyleSheet m_sheet;

@@ -12,7 +12,7 @@ constexpr double kAscent = 0.8;
 constexpr double kDescent = 0.2;
 
 Element kindOf(pugi::xml_node node) {
-    return findElement(splitName(node.name()).local);
+    return kindOfName(node.name());
 }
 
 // Characters as they are drawn: white space at the ends is dropped, further white space counts once.

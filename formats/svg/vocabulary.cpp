@@ -1,5 +1,7 @@
 #include "formats/svg/vocabulary.h"
 
+#include <cstring>
+
 #include "formats/svg/word_table.h"
 
 namespace svg {
@@ -80,6 +82,9 @@ constexpr auto kPlainAttributes = makeWordTable<Attribute>({
     {"stop-color", Attribute::stopColor},
 });
 
+constexpr PackedWordTable kShortElements(kElements);
+constexpr PackedWordTable kShortPlainAttributes(kPlainAttributes);
+
 constexpr auto kInkscapeAttributes = makeWordTable<Attribute>({
     {"label", Attribute::label},
     {"groupmode", Attribute::groupMode},
@@ -112,6 +117,24 @@ constexpr auto kNamespaces = makeWordTable<Namespace>({
 
 Element findElement(std::string_view localName) {
     return kElements.find(localName, Element::unknown);
+}
+
+Element kindOfName(const char* qualifiedName) {
+    const char* rest = qualifiedName;
+    const std::uint64_t key = packWord(rest);
+    if (*rest == '\0') {
+        const Element element = kShortElements.find(key, Element::unknown);
+        if (element != Element::unknown) return element;
+    }
+    const char* const colon = std::strchr(qualifiedName, ':');
+    return findElement(colon != nullptr ? colon + 1 : qualifiedName);
+}
+
+Attribute findPlainAttribute(const char* name) {
+    const char* rest = name;
+    const std::uint64_t key = packWord(rest);
+    if (*rest == '\0') return kShortPlainAttributes.find(key, Attribute::unknown);
+    return kPlainAttributes.find(name, Attribute::unknown);
 }
 
 Attribute findAttribute(Namespace space, std::string_view localName) {

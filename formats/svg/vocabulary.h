@@ -104,6 +104,10 @@ enum class Attribute : std::uint8_t {
 enum class Namespace : std::uint8_t { svg, xlink, inkscape, sodipodi, kz, none, other };
 
 Element findElement(std::string_view localName);
+// The kind of an element of this qualified name, whatever its prefix.
+Element kindOfName(const char* qualifiedName);
+// An attribute without a prefix, by its terminated name.
+Attribute findPlainAttribute(const char* name);
 Attribute findAttribute(Namespace space, std::string_view localName);
 Namespace findNamespace(std::string_view uri);
 

@@ -34,31 +34,43 @@ T* ADocument::place(const AClassInfo& classInfo) {
     }
 }
 
-AObject* ADocument::createObject(const AClassInfo& classInfo, std::string_view name) {
+AObject* ADocument::placeObject(const AClassInfo& classInfo) {
     static const AClassInfo& maskClass = *findClass(_T("AMask"));
-    AObject* object = nullptr;
-    m_objects.reserve(m_objects.size() + 1 > m_objects.capacity() ? 2 * m_objects.size() + 16 : 0);
     switch (classInfo.kind) {
         case AClassKind::leaf:
-            object = place<AObject>(classInfo);
-            break;
+            return place<AObject>(classInfo);
         case AClassKind::bitmap:
-            object = place<ABitmap>(classInfo);
-            break;
+            return place<ABitmap>(classInfo);
         case AClassKind::group:
-            object = &classInfo == &maskClass ? place<AMask>(classInfo) : place<AGroup>(classInfo);
-            break;
+            if (&classInfo == &maskClass) return place<AMask>(classInfo);
+            return place<AGroup>(classInfo);
         case AClassKind::composite:
-            object = place<AComposite>(classInfo);
-            break;
+            return place<AComposite>(classInfo);
         case AClassKind::effect:
-            object = place<AEffect>(classInfo);
-            break;
+            return place<AEffect>(classInfo);
         default:
             throw std::invalid_argument("not a class of drawing objects");
     }
+}
+
+void ADocument::reserve(std::size_t objects) {
+    m_objects.reserve(objects);
+    m_names.reserve(objects);
+}
+
+AObject* ADocument::createObject(const AClassInfo& classInfo, std::string_view name) {
+    AObject* object = tryCreateObject(classInfo, name);
+    if (object == nullptr) throw std::invalid_argument("the name is empty or taken");
+    return object;
+}
+
+// The name comes last, when nothing can fail any more: an object's number is that of its name. The room of an
+// object whose name was taken stays unused.
+AObject* ADocument::tryCreateObject(const AClassInfo& classInfo, std::string_view name) {
+    if (m_objects.size() == m_objects.capacity()) m_objects.reserve(2 * m_objects.size() + 16);
+    AObject* object = placeObject(classInfo);
     const std::uint32_t number = m_names.add(name);
-    if (number == 0) throw std::invalid_argument("the name is empty or taken");
+    if (number == 0) return nullptr;
     object->m_index = number;
     m_objects.push_back(object);
     return object;

@@ -45,6 +45,10 @@ public:
     // Makes an object of a database class that is neither a layer nor an item. It belongs to the document and
     // is in no container yet. The name must be new to the document (see getNames().makeUnique).
     AObject* createObject(const AClassInfo& classInfo, std::string_view name);
+    // The same for a name that may not be new: null when it is taken or empty.
+    AObject* tryCreateObject(const AClassInfo& classInfo, std::string_view name);
+    // Takes room for so many objects at once.
+    void reserve(std::size_t objects);
     // Makes a layer at the end of one of the two databases.
     ALayer* createLayer(ADatabase& database, const AClassInfo& layerClass, AString title);
 
@@ -66,6 +70,7 @@ public:
 private:
     template <class T>
     T* place(const AClassInfo& classInfo);
+    AObject* placeObject(const AClassInfo& classInfo);
 
     std::pmr::monotonic_buffer_resource m_arena;
     std::vector<AObject*> m_objects;

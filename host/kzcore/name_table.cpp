@@ -2,12 +2,13 @@
 
 #include <charconv>
 #include <cstring>
-#include <functional>
+
+#include "kzutil/text_hash.h"
 
 namespace {
 
-std::uint64_t hashOf(std::string_view name) {
-    return std::hash<std::string_view>()(name);
+std::uint32_t hashOf(std::string_view name) {
+    return static_cast<std::uint32_t>(kzutil::hashText(name));
 }
 
 }  // namespace
@@ -15,18 +16,23 @@ std::uint64_t hashOf(std::string_view name) {
 ANameTable::ANameTable() : m_slots(64) {}
 
 // The slot that holds the name, or the free one where it belongs.
-std::size_t ANameTable::slotOf(std::string_view name, std::uint64_t hash) const {
+std::size_t ANameTable::slotOf(std::string_view name, std::uint32_t hash) const {
     const std::size_t mask = m_slots.size() - 1;
-    std::size_t slot = hash & mask;
-    while (m_slots[slot] != 0 && get(m_slots[slot]) != name) slot = (slot + 1) & mask;
-    return slot;
+    for (std::size_t index = hash & mask;; index = (index + 1) & mask) {
+        const Slot& slot = m_slots[index];
+        if (slot.number == 0 || (slot.hash == hash && get(slot.number) == name)) return index;
+    }
 }
 
 void ANameTable::grow(std::size_t slots) {
-    std::vector<std::uint32_t> old(slots);
+    std::vector<Slot> old(slots);
     old.swap(m_slots);
-    for (const std::uint32_t number : old) {
-        if (number != 0) m_slots[slotOf(get(number), hashOf(get(number)))] = number;
+    const std::size_t mask = slots - 1;
+    for (const Slot& slot : old) {
+        if (slot.number == 0) continue;
+        std::size_t index = slot.hash & mask;
+        while (m_slots[index].number != 0) index = (index + 1) & mask;
+        m_slots[index] = slot;
     }
 }
 
@@ -40,13 +46,14 @@ void ANameTable::reserve(std::size_t count) {
 std::uint32_t ANameTable::add(std::string_view name) {
     if (name.empty()) return 0;
     if ((m_names.size() + 1) * 4 > m_slots.size() * 3) grow(m_slots.size() * 2);
-    std::uint32_t& slot = m_slots[slotOf(name, hashOf(name))];
-    if (slot != 0) return 0;
+    const std::uint32_t hash = hashOf(name);
+    Slot& slot = m_slots[slotOf(name, hash)];
+    if (slot.number != 0) return 0;
     char* text = static_cast<char*>(m_text.allocate(name.size(), 1));
     std::memcpy(text, name.data(), name.size());
     m_names.emplace_back(text, name.size());
-    slot = static_cast<std::uint32_t>(m_names.size());
-    return slot;
+    slot = {hash, static_cast<std::uint32_t>(m_names.size())};
+    return slot.number;
 }
 
 std::uint32_t ANameTable::addUnique(std::string_view stem, bool numbered) {
@@ -71,5 +78,5 @@ std::uint32_t ANameTable::addUnique(std::string_view stem, bool numbered) {
 }
 
 std::uint32_t ANameTable::find(std::string_view name) const {
-    return m_slots[slotOf(name, hashOf(name))];
+    return m_slots[slotOf(name, hashOf(name))].number;
 }

@@ -28,11 +28,18 @@ public:
     void reserve(std::size_t count);
 
 private:
-    std::size_t slotOf(std::string_view name, std::uint64_t hash) const;
+    // Open addressing, never more than three quarters full. The hash stands beside the number, so that other
+    // names are passed over, and moved to a larger table, without a look at their text.
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t number = 0;  // 0: free
+    };
+
+    std::size_t slotOf(std::string_view name, std::uint32_t hash) const;
     void grow(std::size_t slots);
 
     std::pmr::monotonic_buffer_resource m_text;
     std::vector<std::string_view> m_names;
-    std::vector<std::uint32_t> m_slots;  // open addressing; 0: free, else a name's number
+    std::vector<Slot> m_slots;
     std::unordered_map<std::string, std::uint32_t> m_nextSuffix;  // by stem
 };

@@ -118,7 +118,10 @@ void StyleSheet::addRule(std::string_view selectors, std::string_view body) {
                                              : !subject.type.empty()    ? m_byType[subject.type]
                                                                         : m_universal;
             list.push_back(m_rules.size());
-            m_rules.push_back({std::move(selector), first, m_declarations.size()});
+            const std::size_t asked =
+                subject.ids.size() + subject.classes.size() + (subject.type.empty() ? 0 : 1);
+            const bool onlyKey = selector.compounds.size() == 1 && asked <= 1;
+            m_rules.push_back({std::move(selector), first, m_declarations.size(), onlyKey});
         }
         selectors.remove_prefix(std::min(comma + 1, selectors.size()));
     }
@@ -126,23 +129,22 @@ void StyleSheet::addRule(std::string_view selectors, std::string_view body) {
 
 void StyleSheet::collectFrom(const std::vector<std::size_t>& rules, pugi::xml_node element) {
     for (const std::size_t rule : rules) {
-        const Selector& selector = m_rules[rule].selector;
-        if (matches(selector, element)) m_found.push_back(rule);
+        if (m_rules[rule].onlyKey || matches(m_rules[rule].selector, element)) m_found.push_back(rule);
     }
 }
 
 void StyleSheet::collectFrom(const Index& index, std::string_view key, pugi::xml_node element) {
-    const auto found = index.find(key);
-    if (found != index.end()) collectFrom(found->second, element);
+    if (const std::vector<std::size_t>* const rules = index.find(key)) collectFrom(*rules, element);
 }
 
 void StyleSheet::collect(pugi::xml_node element, std::string_view id, std::string_view classes,
                          std::vector<Declaration>& declarations) {
     m_found.clear();
     collectFrom(m_universal, element);
-    if (!m_byType.empty()) collectFrom(m_byType, splitName(element.name()).local, element);
-    while (!classes.empty() && !m_byClass.empty()) collectFrom(m_byClass, takeWord(classes), element);
-    if (!id.empty() && !m_byId.empty()) collectFrom(m_byId, id, element);
+    if (!m_byType.isEmpty()) collectFrom(m_byType, splitName(element.name()).local, element);
+    while (!classes.empty() && !m_byClass.isEmpty()) collectFrom(m_byClass, takeWord(classes), element);
+    collectFrom(m_byId, id, element);
+    if (m_found.empty()) return;
     std::sort(m_found.begin(), m_found.end(), [this](std::size_t a, std::size_t b) {
         const std::uint32_t left = m_rules[a].selector.specificity;
         const std::uint32_t right = m_rules[b].selector.specificity;

@@ -5,6 +5,7 @@
 //     sheet.collect(element, "wall", declarations);
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -32,8 +33,34 @@ private:
         Selector selector;
         std::size_t firstDeclaration;
         std::size_t endDeclaration;
+        bool onlyKey;  // the key that it is listed under is all that it asks
     };
-    using Index = std::unordered_map<std::string_view, std::vector<std::size_t>>;
+    // Rules by a key. Most elements' ids and types are no key: a filter of one bit for each kind of length
+    // and end tells most of them apart before anything is hashed.
+    class Index {
+    public:
+        std::vector<std::size_t>& operator[](std::string_view key) {
+            m_filter |= bit(key);
+            return m_rules[key];
+        }
+        // Null when there are no rules for the key.
+        const std::vector<std::size_t>* find(std::string_view key) const {
+            if (key.empty() || (m_filter & bit(key)) == 0) return nullptr;
+            const auto found = m_rules.find(key);
+            return found == m_rules.end() ? nullptr : &found->second;
+        }
+        bool isEmpty() const { return m_filter == 0; }
+
+    private:
+        static std::uint64_t bit(std::string_view key) {
+            return std::uint64_t{1} << ((key.size() * 5 + static_cast<unsigned char>(key.front()) * 3U +
+                                         static_cast<unsigned char>(key.back())) %
+                                        64);
+        }
+
+        std::unordered_map<std::string_view, std::vector<std::size_t>> m_rules;
+        std::uint64_t m_filter = 0;
+    };
 
     void addRules(std::string_view text, int depth);
     void addRule(std::string_view selectors, std::string_view body);
