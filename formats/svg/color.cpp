@@ -30,10 +30,19 @@ std::uint32_t packed(double r, double g, double b) {
     return channel(r) << 16 | channel(g) << 8 | channel(b);
 }
 
+constexpr auto kHexDigits = [] {
+    std::array<std::int8_t, 256> table{};
+    table.fill(-1);
+    for (int i = 0; i < 10; ++i) table[static_cast<std::size_t>('0' + i)] = static_cast<std::int8_t>(i);
+    for (int i = 0; i < 6; ++i) {
+        table[static_cast<std::size_t>('a' + i)] = static_cast<std::int8_t>(10 + i);
+        table[static_cast<std::size_t>('A' + i)] = static_cast<std::int8_t>(10 + i);
+    }
+    return table;
+}();
+
 int hexDigit(char c) {
-    if (isDigit(c)) return c - '0';
-    c = toLower(c);
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+    return kHexDigits[static_cast<unsigned char>(c)];
 }
 
 bool isNameEnd(std::string_view text, std::size_t at) {
@@ -41,6 +50,20 @@ bool isNameEnd(std::string_view text, std::size_t at) {
 }
 
 bool takeHex(std::string_view& text, std::uint32_t& rgb) {
+    if (text.size() == 7) {  // "#rrggbb" and nothing behind it, nearly always
+        int value = 0;
+        int valid = 0;
+        for (std::size_t i = 1; i < 7; ++i) {
+            const int digit = hexDigit(text[i]);
+            valid |= digit;
+            value = value * 16 + digit;
+        }
+        if (valid >= 0) {
+            rgb = static_cast<std::uint32_t>(value);
+            text = {};
+            return true;
+        }
+    }
     std::uint32_t digits[8];
     std::size_t count = 0;
     while (count + 1 < text.size() && hexDigit(text[count + 1]) >= 0) {

@@ -3,8 +3,8 @@
 //
 // An object's source index is the byte offset of its element's name in the text; 0: it has no element (an
 // effect made around an object). The objects inside a "use" point to the elements that they repeat. Boxes
-// that were not needed while reading are computed here, from one start tag and those of the containers around
-// it, of which the last one is remembered: so not from two threads at once.
+// of shapes are not needed while reading and are computed here, from one start tag and those of the
+// containers around it, of which the last one is remembered: so not from two threads at once.
 #pragma once
 
 #include <string>
@@ -34,6 +34,7 @@ private:
     View m_root;
     mutable const AParent* m_lastParent = nullptr;
     mutable View m_lastView;
+    mutable std::string m_buffer;  // a start tag being read
 };
 
 }  // namespace svg

@@ -191,8 +191,12 @@ void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element
         case Element::ellipse:
         case Element::line:
         case Element::image:
-            object.setBoundingRect(shapeBounds(element, m_attributes, view, style.fontSize));
-            break;
+            // The geometry source knows no styles, so lengths in other than the usual em are read at once.
+            if (style.fontSize != kUsualFontSize) {
+                object.setBoundingRect(shapeBounds(element, m_attributes, view, style.fontSize));
+                break;
+            }
+            [[fallthrough]];
         case Element::path:
         case Element::polygon:
         case Element::polyline:

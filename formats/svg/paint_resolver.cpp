@@ -3,7 +3,6 @@
 #include "formats/svg/color.h"
 #include "formats/svg/names.h"
 #include "formats/svg/text_scan.h"
-#include "kzutil/text_hash.h"
 
 namespace svg {
 
@@ -47,97 +46,67 @@ int countStops(pugi::xml_node gradient, pugi::xml_node& first) {
 }  // namespace
 
 PaintResolver::PaintResolver(APaintTable& table, DrawingIndex& index, StyleResolver& styles)
-    : m_table(table), m_index(index), m_styles(styles), m_colors(256) {}
+    : m_table(table), m_index(index), m_styles(styles) {}
 
 APen* PaintResolver::pen(const Paint& paint, std::uint32_t currentColor) {
-    Resolved& resolved = resolve(paint, currentColor);
-    if (resolved.pen == nullptr && resolved.brush != nullptr) {
-        ABrushItem* const item = resolved.brush->getBrushItem();
-        const auto* const solid = dynamic_cast<const ASolidBrushItem*>(item);
-        resolved.pen = solid != nullptr ? m_table.pen(solid->getColorItem()) : m_table.brushPen(item);
-    }
-    return resolved.pen;
+    const Resolved resolved = resolve(paint, currentColor);
+    if (resolved.color != nullptr) return m_table.pen(resolved.color);
+    return resolved.brush != nullptr ? m_table.brushPen(resolved.brush->getBrushItem()) : nullptr;
 }
 
-PaintResolver::Resolved& PaintResolver::resolve(const Paint& paint, std::uint32_t currentColor) {
+PaintResolver::Resolved PaintResolver::resolve(const Paint& paint, std::uint32_t currentColor) {
     PaintKind kind = paint.kind;
     if (kind == PaintKind::reference) {
-        Resolved& resolved = resolveReference(paint.text);
-        if (resolved.found) return resolved;
+        const Resolved resolved = resolveReference(paint.text);
+        if (resolved.brush != nullptr) return resolved;
         kind = paint.fallback;
     }
     switch (kind) {
         case PaintKind::rgb:
-            return resolveRgb(paint.rgb);
+            return ofColor(m_table.rgb(paint.rgb));
         case PaintKind::currentColor:
-            return resolveRgb(currentColor);
+            return ofColor(m_table.rgb(currentColor));
         case PaintKind::cmyk:
             return resolveCmyk(paint.text);
         default:
-            return m_nothing;
+            return {};
     }
 }
 
-PaintResolver::ColorSlot& PaintResolver::colorSlot(std::uint32_t rgb) {
-    const std::size_t mask = m_colors.size() - 1;
-    // Drawings use regular colours, so every bit has to be mixed in.
-    std::size_t slot = kzutil::mixBits(rgb ^ kzutil::hashSeed()) & mask;
-    while (m_colors[slot].rgb != rgb && m_colors[slot].rgb != kFree) slot = (slot + 1) & mask;
-    return m_colors[slot];
-}
-
-PaintResolver::Resolved& PaintResolver::resolveRgb(std::uint32_t rgb) {
-    ColorSlot* slot = &colorSlot(rgb);
-    if (slot->rgb == rgb) return slot->resolved;
-    if (++m_colorCount * 4 > m_colors.size() * 3) {
-        std::vector<ColorSlot> old(m_colors.size() * 2);
-        old.swap(m_colors);
-        for (const ColorSlot& one : old) {
-            if (one.rgb != kFree) colorSlot(one.rgb) = one;
-        }
-        slot = &colorSlot(rgb);
-    }
-    *slot = {rgb, {m_table.solidBrush(m_table.rgb(rgb)), nullptr, true}};
-    return slot->resolved;
-}
-
-PaintResolver::Resolved& PaintResolver::resolveCmyk(std::string_view text) {
+PaintResolver::Resolved PaintResolver::resolveCmyk(std::string_view text) {
     const auto [entry, isNew] = m_cmyk.try_emplace(text);
     if (isNew) {
         static const AClassInfo& cmykClass = *findClass(_T("ACMYKColorItem"));
         std::array<float, 4> cmyk{};
         takeCmyk(text, cmyk);
-        entry->second = {m_table.solidBrush(m_table.color(cmykClass, {}, cmyk, cmykToRgb(cmyk))), nullptr,
-                         true};
+        entry->second = ofColor(m_table.color(cmykClass, {}, cmyk, cmykToRgb(cmyk)));
     }
     return entry->second;
 }
 
-PaintResolver::Resolved& PaintResolver::resolveReference(std::string_view id) {
+PaintResolver::Resolved PaintResolver::resolveReference(std::string_view id) {
     const auto [entry, isNew] = m_references.try_emplace(id);
     if (!isNew) return entry->second;
     const pugi::xml_node server = m_index.findResource(id);
-    ABrush* brush = nullptr;
     switch (kindOf(server)) {
         case Element::linearGradient:
         case Element::radialGradient:
         case Element::meshGradient:
-            brush = makeGradientBrush(server, id);
+            entry->second = resolveGradient(server, id);
             break;
         case Element::pattern:
         case Element::hatch:
-            brush = m_table.patternBrush(cleanName(id, m_buffer));
+            entry->second.brush = m_table.patternBrush(cleanName(id, m_buffer));
             break;
         default:
             break;
     }
-    entry->second = {brush, nullptr, brush != nullptr};
     return entry->second;
 }
 
 // A gradient with a single stop is how drawing programs keep a swatch: a spot colour named by whatever holds
 // the stop, which is also where its label stands.
-ABrush* PaintResolver::makeGradientBrush(pugi::xml_node gradient, std::string_view id) {
+PaintResolver::Resolved PaintResolver::resolveGradient(pugi::xml_node gradient, std::string_view id) {
     pugi::xml_node owner = gradient;
     pugi::xml_node stop;
     int count = 0;
@@ -148,12 +117,12 @@ ABrush* PaintResolver::makeGradientBrush(pugi::xml_node gradient, std::string_vi
         owner = next.empty() ? pugi::xml_node() : m_index.findResource(next);
     }
     if (count != 1 || kindOf(gradient) == Element::meshGradient) {
-        return m_table.gradientBrush(cleanName(id, m_buffer));
+        return {nullptr, m_table.gradientBrush(cleanName(id, m_buffer))};
     }
     static const AClassInfo& spotClass = *findClass(_T("ASpotColorItem"));
     constexpr AColorItem::Components kFullTint = {1, 0, 0, 0};
     const std::string_view name = cleanName(labelOf(owner), m_buffer);
-    return m_table.solidBrush(m_table.color(spotClass, name, kFullTint, stopColor(stop, owner)));
+    return ofColor(m_table.color(spotClass, name, kFullTint, stopColor(stop, owner)));
 }
 
 std::uint32_t PaintResolver::stopColor(pugi::xml_node stop, pugi::xml_node gradient) {

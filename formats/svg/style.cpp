@@ -230,6 +230,22 @@ void applyProperty(Style& style, const Style& parent, Property property, std::st
     }
 }
 
+void applyDeclaration(Style& style, const Style& parent, const Declaration& declaration) {
+    if (!declaration.hasPaint) {
+        applyProperty(style, parent, declaration.property, declaration.value);
+    } else if (declaration.property == Property::fill) {
+        style.fill = declaration.paint;
+    } else {
+        style.stroke = declaration.paint;
+    }
+}
+
+void prepare(Declaration& declaration) {
+    const bool isPaint = declaration.property == Property::fill || declaration.property == Property::stroke;
+    // No paint is written like the words that copy a property.
+    declaration.hasPaint = isPaint && parsePaint(declaration.value, declaration.paint);
+}
+
 bool takeDeclaration(std::string_view& text, Declaration& declaration) {
     while (!text.empty()) {
         std::size_t colon = 0;

@@ -40,7 +40,7 @@ struct Style {
     std::string_view filter, mask, clipPath;  // empty: none
     Paint stopColor{PaintKind::rgb, PaintKind::none, 0, {}};
 
-    // What an element without any declaration has.
+    // What an element without any declaration has. The same style when isInheritedWhole().
     Style inherited() const;
     // Whether that is this very style: nothing is set of what is not inherited.
     bool isInheritedWhole() const {
@@ -61,8 +61,13 @@ void applyProperty(Style& style, const Style& parent, Property property, std::st
 struct Declaration {
     Property property = Property::unknown;
     bool important = false;
+    bool hasPaint = false;  // `paint` is what `value` says
     std::string_view value;
+    Paint paint;
 };
+void applyDeclaration(Style& style, const Style& parent, const Declaration& declaration);
+// Reads the paint of a declaration that will be applied many times, where that can be done in advance.
+void prepare(Declaration& declaration);
 
 // Takes the next known declaration of a style attribute or a rule's body; false at the end. Unknown ones are
 // passed over; the "font" shorthand counts as its font size.

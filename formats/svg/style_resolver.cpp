@@ -18,7 +18,8 @@ const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& 
         return parent;
     }
     Style& style = room;
-    style = parent.inherited();
+    style = parent;
+    if (!parent.isInheritedWhole()) style = parent.inherited();
     for (std::uint64_t rest = attributes.presentation(); rest != 0; rest &= rest - 1) {
         const Property property = static_cast<Property>(std::countr_zero(rest));
         applyProperty(style, parent, property, attributes.get(presentationAttribute(property)));
@@ -26,23 +27,23 @@ const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& 
     bool important = false;
     for (const Declaration& declaration : m_fromSheet) {
         important |= declaration.important;
-        if (!declaration.important) applyProperty(style, parent, declaration.property, declaration.value);
+        if (!declaration.important) applyDeclaration(style, parent, declaration);
     }
     const std::string_view own = attributes.get(Attribute::style);
     bool ownImportant = false;
     Declaration declaration;
     for (std::string_view text = own; takeDeclaration(text, declaration);) {
         ownImportant |= declaration.important;
-        if (!declaration.important) applyProperty(style, parent, declaration.property, declaration.value);
+        if (!declaration.important) applyDeclaration(style, parent, declaration);
     }
     if (important) {
         for (const Declaration& one : m_fromSheet) {
-            if (one.important) applyProperty(style, parent, one.property, one.value);
+            if (one.important) applyDeclaration(style, parent, one);
         }
     }
     if (ownImportant) {
         for (std::string_view text = own; takeDeclaration(text, declaration);) {
-            if (declaration.important) applyProperty(style, parent, declaration.property, declaration.value);
+            if (declaration.important) applyDeclaration(style, parent, declaration);
         }
     }
     return style;

@@ -24,8 +24,10 @@ bool takeNumber(std::string_view& text, double& value);
 // Which extent of the viewport a percentage refers to; `both` is for radii.
 enum class Axis { horizontal, vertical, both };
 
+constexpr double kUsualFontSize = 16;
+
 struct LengthContext {
-    double fontSize = 16;
+    double fontSize = kUsualFontSize;
     double viewportWidth = 0;
     double viewportHeight = 0;
 };

@@ -1,12 +1,13 @@
 #include "kzcore/paint_table.h"
 
+#include <deque>
 #include <map>
 #include <string>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
 
-#include "kzcore/named_colors.h"
+#include "kzcore/flat_table.h"
 
 namespace {
 
@@ -24,36 +25,46 @@ using Counted = std::unique_ptr<Item, Release>;
 }  // namespace
 
 struct APaintTable::Impl {
-    std::unordered_map<std::uint32_t, AColorItem*> rgb;
+    // The holders that objects share for one colour or brush; empty until they are asked for.
+    struct Holders {
+        ABrush brush{nullptr};
+        APen pen{nullptr};
+    };
+
+    AFlatTable rgb;  // from value to colour number
     std::map<std::tuple<const AClassInfo*, std::string, AColorItem::Components>, AColorItem*> others;
-    std::vector<AColorItem*> colors;
-    std::unordered_map<AColorItem*, std::unique_ptr<ABrush>> solid;
-    std::unordered_map<std::string, std::unique_ptr<ABrush>> gradients;
-    std::unordered_map<std::string, std::unique_ptr<ABrush>> patterns;
+    std::vector<AColorItem*> colors;   // the colour of number n is colors[n - 1]
+    std::deque<Holders> colorHolders;  // side by side with `colors`; objects point into it
+    std::unordered_map<AReferItem*, Holders> otherHolders;  // of brush items and other documents' colours
+    std::unordered_map<std::string, ABrush> gradients;
+    std::unordered_map<std::string, ABrush> patterns;
     std::vector<ABrushItem*> brushes;
-    std::unordered_map<AReferItem*, std::unique_ptr<APen>> pens;
     std::vector<APenItem*> penItems;
 
-    template <class Make>
-    ABrush* brush(std::unique_ptr<ABrush>& slot, Make make) {
-        if (!slot) {
-            Counted<ABrushItem> item(make());
-            auto holder = std::make_unique<ABrush>(item.get());
-            keep(brushes, std::move(item));
-            slot = std::move(holder);
-        }
-        return slot.get();
+    Holders& holdersOf(AColorItem* color) {
+        const std::size_t index = std::size_t{color->m_number} - 1;
+        const bool own = index < colors.size() && colors[index] == color;
+        return own ? colorHolders[index] : otherHolders[color];
     }
 
-    APen* pen(AReferItem* paint, AColorItem* color, ABrushItem* brush) {
-        std::unique_ptr<APen>& slot = pens[paint];
-        if (!slot) {
-            Counted<APenItem> item(new APenItem(APenItem::kStyleSolid, color, brush));
-            auto holder = std::make_unique<APen>(item.get());
-            keep(penItems, std::move(item));
-            slot = std::move(holder);
+    AColorItem* keepColor(Counted<AColorItem> item) {
+        colorHolders.resize(colors.size() + 1);
+        item->m_number = static_cast<std::uint32_t>(colors.size() + 1);
+        return keep(colors, std::move(item));
+    }
+
+    template <class Make>
+    ABrush* brush(ABrush& holder, Make make) {
+        if (holder.getBrushItem() == nullptr) holder = ABrush(keep(brushes, Counted<ABrushItem>(make())));
+        return &holder;
+    }
+
+    APen* pen(APen& holder, AColorItem* color, ABrushItem* brush) {
+        if (holder.getPenItem() == nullptr) {
+            holder =
+                APen(keep(penItems, Counted<APenItem>(new APenItem(APenItem::kStyleSolid, color, brush))));
         }
-        return slot.get();
+        return &holder;
     }
 
     template <class Item>
@@ -72,14 +83,13 @@ APaintTable::~APaintTable() {
 }
 
 AColorItem* APaintTable::rgb(std::uint32_t value) {
+    if (const std::uint32_t number = m_impl->rgb.find(value)) return m_impl->colors[number - 1];
     static const AClassInfo& rgbClass = *findClass(_T("ARGBColorItem"));
-    const auto found = m_impl->rgb.find(value);
-    if (found != m_impl->rgb.end()) return found->second;
     const auto part = [value](int shift) { return static_cast<float>((value >> shift) & 0xff) / 255.0F; };
-    Counted<AColorItem> item(new AColorItem(rgbClass, AString::fromUtf8(canonicalColorName(value)),
-                                            {part(16), part(8), part(0), 0}, colorRef(value)));
-    AColorItem* color = Impl::keep(m_impl->colors, std::move(item));
-    m_impl->rgb.emplace(value, color);
+    m_impl->rgb.makeRoom();  // a colour must not be kept and then not be found
+    AColorItem* color = m_impl->keepColor(Counted<AColorItem>(
+        new AColorItem(rgbClass, AString(), {part(16), part(8), part(0), 0}, colorRef(value))));
+    m_impl->rgb.insert(value, color->m_number);
     return color;
 }
 
@@ -87,34 +97,32 @@ AColorItem* APaintTable::color(const AClassInfo& colorClass, std::string_view na
                                const AColorItem::Components& components, std::uint32_t display) {
     AColorItem*& slot = m_impl->others[{&colorClass, std::string(name), components}];
     if (!slot) {
-        const std::string shown = name.empty() ? canonicalColorName(display) : std::string(name);
-        slot = Impl::keep(m_impl->colors,
-                          Counted<AColorItem>(new AColorItem(colorClass, AString::fromUtf8(shown), components,
-                                                             colorRef(display))));
+        slot = m_impl->keepColor(Counted<AColorItem>(
+            new AColorItem(colorClass, AString::fromUtf8(name), components, colorRef(display))));
     }
     return slot;
 }
 
 ABrush* APaintTable::solidBrush(AColorItem* color) {
-    return m_impl->brush(m_impl->solid[color], [=] { return new ASolidBrushItem(color); });
+    return m_impl->brush(m_impl->holdersOf(color).brush, [=] { return new ASolidBrushItem(color); });
 }
 
 ABrush* APaintTable::gradientBrush(std::string_view name) {
-    return m_impl->brush(m_impl->gradients[std::string(name)],
-                         [=] { return new AGradientBrushItem(AString::fromUtf8(name)); });
+    ABrush& holder = m_impl->gradients.try_emplace(std::string(name), nullptr).first->second;
+    return m_impl->brush(holder, [=] { return new AGradientBrushItem(AString::fromUtf8(name)); });
 }
 
 ABrush* APaintTable::patternBrush(std::string_view name) {
-    return m_impl->brush(m_impl->patterns[std::string(name)],
-                         [=] { return new APatternBrushItem(AString::fromUtf8(name)); });
+    ABrush& holder = m_impl->patterns.try_emplace(std::string(name), nullptr).first->second;
+    return m_impl->brush(holder, [=] { return new APatternBrushItem(AString::fromUtf8(name)); });
 }
 
 APen* APaintTable::pen(AColorItem* color) {
-    return m_impl->pen(color, color, nullptr);
+    return m_impl->pen(m_impl->holdersOf(color).pen, color, nullptr);
 }
 
 APen* APaintTable::brushPen(ABrushItem* brush) {
-    return m_impl->pen(brush, nullptr, brush);
+    return m_impl->pen(m_impl->otherHolders[brush].pen, nullptr, brush);
 }
 
 const std::vector<AColorItem*>& APaintTable::getColors() const {

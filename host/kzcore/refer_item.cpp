@@ -2,10 +2,15 @@
 
 #include <utility>
 
+#include "kzcore/named_colors.h"
+
 namespace {
 
-const AClassInfo& classOf(const WCHAR* name) {
-    return *findClass(name);
+// The row of an item's own class, looked up once.
+template <class Item>
+const AClassInfo& ownClass() {
+    static const AClassInfo& row = *findClass(Item::stgetClassName().view());
+    return row;
 }
 
 template <class Item>
@@ -17,7 +22,7 @@ Item* retained(Item* item) {
 }  // namespace
 
 AReferItem::AReferItem(const AClassInfo& classInfo, AString name)
-    : m_class(&classInfo), m_name(std::move(name)) {}
+    : m_name(std::move(name)), m_class(&classInfo) {}
 
 int AReferItem::isEqual(const AReferItem* other) const {
     return this == other;
@@ -33,10 +38,20 @@ AColorItem::AColorItem(const AClassInfo& classInfo, AString name, const Componen
                        COLORREF display)
     : AReferItem(classInfo, std::move(name)), m_components(components), m_display(display) {}
 
+AString AColorItem::getName() const {
+    if (m_name.IsEmpty()) {
+        const std::uint32_t red = m_display & 0xff;
+        const std::uint32_t green = m_display >> 8 & 0xff;
+        const std::uint32_t blue = m_display >> 16 & 0xff;
+        m_name = AString::fromUtf8(canonicalColorName(red << 16 | green << 8 | blue));
+    }
+    return m_name;
+}
+
 int AColorItem::isSameColor(const AColorItem* other) const {
     if (this == other) return 1;
     if (!other || &getClassInfo() != &other->getClassInfo() || m_components != other->m_components) return 0;
-    static const AClassInfo& spot = classOf(_T("ASpotColorItem"));
+    static const AClassInfo& spot = *findClass(_T("ASpotColorItem"));
     return &getClassInfo() != &spot || getName() == other->getName();
 }
 
@@ -45,7 +60,7 @@ int AColorItem::isEqual(const AReferItem* other) const {
 }
 
 ASolidBrushItem::ASolidBrushItem(AColorItem* color)
-    : ABrushItem(classOf(stgetClassName()), AString()), m_color(retained(color)) {}
+    : ABrushItem(ownClass<ASolidBrushItem>(), AString()), m_color(retained(color)) {}
 
 ASolidBrushItem::~ASolidBrushItem() {
     if (m_color) m_color->releaseReference();
@@ -61,13 +76,13 @@ AString ASolidBrushItem::getName() const {
 }
 
 AGradientBrushItem::AGradientBrushItem(AString name)
-    : ABrushItem(classOf(_T("AGradientBrushItem")), std::move(name)) {}
+    : ABrushItem(*findClass(_T("AGradientBrushItem")), std::move(name)) {}
 
 APatternBrushItem::APatternBrushItem(AString name)
-    : ABrushItem(classOf(_T("APatternBrushItem")), std::move(name)) {}
+    : ABrushItem(*findClass(_T("APatternBrushItem")), std::move(name)) {}
 
 APenItem::APenItem(int style, AColorItem* color, ABrushItem* brush)
-    : AReferItem(classOf(stgetClassName()), AString()),
+    : AReferItem(ownClass<APenItem>(), AString()),
       m_style(style),
       m_color(retained(color)),
       m_brush(retained(brush)) {}

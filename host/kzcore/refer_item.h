@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "kzcore/class_info.h"
 #include "kzutil/root.h"
@@ -29,9 +30,10 @@ public:
 protected:
     ~AReferItem() override = default;
 
+    mutable AString m_name;  // a class may make it late
+
 private:
     const AClassInfo* m_class;
-    AString m_name;
     int m_references = 1;
 };
 
@@ -42,11 +44,14 @@ class AColorItem : public AReferItem {
 public:
     using Components = std::array<float, 4>;
 
-    // `display` is the colour as a screen shows it.
+    // `display` is the colour as a screen shows it. An empty name stands for that of the display colour: its
+    // CSS name or "#rrggbb". It is made when first asked for, as a drawing has more colours than anyone looks
+    // at.
     AColorItem(const AClassInfo& classInfo, AString name, const Components& components, COLORREF display);
 
     const Components& getComponents() const { return m_components; }
     COLORREF getDisplayColor() const { return m_display; }
+    AString getName() const override;
 
     // Non-zero for the same class and the same components (spot colours: and the same name); opacity belongs
     // to objects, not to colours.
@@ -54,8 +59,11 @@ public:
     int isEqual(const AReferItem* other) const override;
 
 private:
+    friend class APaintTable;
+
     Components m_components;
     COLORREF m_display;
+    std::uint32_t m_number = 0;  // in its document's paint table
 };
 
 class ABrushItem : public AReferItem {

@@ -106,7 +106,10 @@ void StyleSheet::addRules(std::string_view text, int depth) {
 
 void StyleSheet::addRule(std::string_view selectors, std::string_view body) {
     const std::size_t first = m_declarations.size();
-    for (Declaration declaration; takeDeclaration(body, declaration);) m_declarations.push_back(declaration);
+    for (Declaration declaration; takeDeclaration(body, declaration);) {
+        prepare(declaration);
+        m_declarations.push_back(declaration);
+    }
     if (m_declarations.size() == first) return;
     while (!selectors.empty()) {
         const std::size_t comma = std::min(findOutsideQuotes(selectors, 0, ","), selectors.size());
@@ -144,12 +147,13 @@ void StyleSheet::collect(pugi::xml_node element, std::string_view id, std::strin
     if (!m_byType.isEmpty()) collectFrom(m_byType, splitName(element.name()).local, element);
     while (!classes.empty() && !m_byClass.isEmpty()) collectFrom(m_byClass, takeWord(classes), element);
     collectFrom(m_byId, id, element);
-    if (m_found.empty()) return;
-    std::sort(m_found.begin(), m_found.end(), [this](std::size_t a, std::size_t b) {
-        const std::uint32_t left = m_rules[a].selector.specificity;
-        const std::uint32_t right = m_rules[b].selector.specificity;
-        return left != right ? left < right : a < b;
-    });
+    if (m_found.size() > 1) {
+        std::sort(m_found.begin(), m_found.end(), [this](std::size_t a, std::size_t b) {
+            const std::uint32_t left = m_rules[a].selector.specificity;
+            const std::uint32_t right = m_rules[b].selector.specificity;
+            return left != right ? left < right : a < b;
+        });
+    }
     for (const std::size_t rule : m_found) {
         for (std::size_t i = m_rules[rule].firstDeclaration; i < m_rules[rule].endDeclaration; ++i) {
             declarations.push_back(m_declarations[i]);
