@@ -13,6 +13,8 @@
 #include "formats/svg/entities.h"
 #include "formats/svg/importer.h"
 #include "formats/svg/text_scan.h"
+#include "formats/svg/xml_memory.h"
+#include "kzutil/large_memory.h"
 
 namespace svg {
 
@@ -21,6 +23,26 @@ namespace {
 // Offsets of elements are kept in 32 bits, and a drawing of that size would not fit anyway.
 constexpr std::uintmax_t kLargestFile = std::uintmax_t{2} << 30;
 constexpr char kTooLarge[] = "the file is larger than 2 GiB";
+
+const bool kHasLargeXmlMemory = useLargeXmlMemory();
+
+// The bytes of a file, in memory that is not cleared first.
+struct Buffer {
+    explicit Buffer(std::size_t bytes) : data(std::make_unique_for_overwrite<char[]>(bytes)), size(bytes) {
+        if (size >= 2 * kzutil::kLargePage) kzutil::preferLargePages(data.get(), size);
+    }
+
+    std::unique_ptr<char[]> data;
+    std::size_t size;
+};
+
+std::string copyOf(const Buffer& buffer) {
+    std::string text;
+    text.reserve(buffer.size);
+    if (buffer.size >= 2 * kzutil::kLargePage) kzutil::preferLargePages(text.data(), buffer.size);
+    text.assign(buffer.data.get(), buffer.size);
+    return text;
+}
 
 std::string nameOf(const std::filesystem::path& file) {
     const std::u8string text = file.u8string();
@@ -107,24 +129,27 @@ pugi::xml_node secondRoot(pugi::xml_node root) {
     return {};
 }
 
-}  // namespace
-
-std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view name, std::string& error) {
+// The parser cuts its buffer into pieces, so it works on a copy of the text, which is gone when the document
+// is made. `copy` holds the bytes once more, or nothing.
+std::unique_ptr<ADocument> readText(std::string bytes, Buffer copy, std::string_view name,
+                                    std::string& error) {
     if (bytes.empty()) return fail(error, name, "the file is empty");
     if (bytes.size() > kLargestFile) return fail(error, name, kTooLarge);
     if (bytes.starts_with("\x1F\x8B"))
         return fail(error, name, "compressed drawings are not supported, unpack it first");
+    const void* const original = bytes.data();
     convertToUtf8(bytes);
     EntityError entityError;
     if (!expandEntities(bytes, entityError))
         return failAt(error, name, bytes, entityError.offset, entityError.reason);
 
-    // The parser cuts its buffer into pieces, so it works on a copy, which is gone when the document is made.
-    const auto buffer = std::make_unique_for_overwrite<char[]>(bytes.size());
-    std::memcpy(buffer.get(), bytes.data(), bytes.size());
+    if (bytes.data() != original || bytes.size() != copy.size) {  // converted, or there was no copy
+        copy = Buffer(bytes.size());
+        std::memcpy(copy.data.get(), bytes.data(), bytes.size());
+    }
     pugi::xml_document xml;
     const pugi::xml_parse_result result =
-        xml.load_buffer_inplace(buffer.get(), bytes.size(), pugi::parse_default, pugi::encoding_utf8);
+        xml.load_buffer_inplace(copy.data.get(), copy.size, pugi::parse_default, pugi::encoding_utf8);
     if (!result) {
         return failAt(error, name, bytes, static_cast<std::size_t>(result.offset),
                       reasonOf(result, bytes.size()));
@@ -148,6 +173,12 @@ std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view 
     return document;
 }
 
+}  // namespace
+
+std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view name, std::string& error) {
+    return readText(std::move(bytes), Buffer(0), name, error);
+}
+
 std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::string& error) {
     const std::string name = nameOf(file);
     std::error_code failure;
@@ -163,14 +194,15 @@ std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::s
         const std::string reason = errno != 0 ? std::generic_category().message(errno) : "it does not open";
         return fail(error, name, "cannot be read: " + reason);
     }
-    std::string bytes;
+    Buffer buffer(0);
     if (status.type() == std::filesystem::file_type::regular) {
         const std::uintmax_t size = std::filesystem::file_size(file, failure);
         if (!failure && size > kLargestFile) return fail(error, name, kTooLarge);
-        if (!failure) bytes.resize(size);
-        stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        bytes.resize(static_cast<std::size_t>(stream.gcount()));
+        if (!failure) buffer = Buffer(size);
+        stream.read(buffer.data.get(), static_cast<std::streamsize>(buffer.size));
+        buffer.size = static_cast<std::size_t>(stream.gcount());
     }
+    std::string bytes = copyOf(buffer);
     // A pipe, or a file that grows while it is read.
     char piece[1 << 16];
     while (stream && bytes.size() <= kLargestFile) {
@@ -178,7 +210,7 @@ std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::s
         bytes.append(piece, static_cast<std::size_t>(stream.gcount()));
     }
     if (stream.bad()) return fail(error, name, "cannot be read to its end");
-    return readDrawingBytes(std::move(bytes), name, error);
+    return readText(std::move(bytes), std::move(buffer), name, error);
 }
 
 }  // namespace svg

@@ -14,6 +14,7 @@
 #include "kzcore/name_table.h"
 #include "kzcore/object.h"
 #include "kzcore/paint_table.h"
+#include "kzutil/large_memory.h"
 
 class ADocView;
 
@@ -72,7 +73,7 @@ private:
     T* place(const AClassInfo& classInfo);
     AObject* placeObject(const AClassInfo& classInfo);
 
-    std::pmr::monotonic_buffer_resource m_arena;
+    std::pmr::monotonic_buffer_resource m_arena{&kzutil::largeBlocks()};
     std::vector<AObject*> m_objects;
     std::vector<AParent*> m_containers;  // these hold lists, so their destructors must run
     ANameTable m_names;
