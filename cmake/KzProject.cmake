@@ -32,6 +32,8 @@ if(WIN32)
 else()
   target_include_directories(kz_options SYSTEM INTERFACE ${CMAKE_SOURCE_DIR}/platform/headless/include)
   target_compile_definitions(kz_options INTERFACE "KZ_EXPORT=__attribute__((visibility(\"default\")))")
+  # Unique symbols would keep a plug-in in memory for ever: FreeLibrary must unload it, static objects and all.
+  target_compile_options(kz_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
 endif()
 
 if(KZ_SANITIZE)
