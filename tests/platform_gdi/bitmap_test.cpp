@@ -49,15 +49,24 @@ TEST_F(Bitmaps, ABitmapCompatibleWithAContextIsAsDeepAsItsBitmap) {
     EXPECT_EQ(form.bmBitsPixel, 32);
 }
 
-TEST_F(Bitmaps, AnEmptyOrEnormousSizeGivesNone) {
+TEST_F(Bitmaps, AnEmptySizeGivesTheMonochromeBitmapOfOnePixel) {
     struct Case {
         int width;
         int height;
     };
-    for (Case size : {Case{0, 5}, Case{5, 0}, Case{0, 0}, Case{0x7fffffff, 0x7fffffff}}) {
-        EXPECT_EQ(CreateCompatibleBitmap(screen, size.width, size.height), nullptr)
-            << size.width << " x " << size.height;
+    for (Case size : {Case{0, 5}, Case{5, 0}, Case{0, 0}}) {
+        CBitmap bitmap;
+        BITMAP form{};
+        EXPECT_TRUE(bitmap.CreateCompatibleBitmap(&screen, size.width, size.height));
+        EXPECT_TRUE(bitmap.GetBitmap(&form));
+        EXPECT_EQ(form.bmWidth, 1);
+        EXPECT_EQ(form.bmHeight, 1);
+        EXPECT_EQ(form.bmBitsPixel, 1);
     }
+}
+
+TEST_F(Bitmaps, AnEnormousSizeGivesNone) {
+    EXPECT_EQ(CreateCompatibleBitmap(screen, 0x7fffffff, 0x7fffffff), nullptr);
 }
 
 TEST_F(Bitmaps, GetObjectTellsItsSizeAndWantsRoomForAll) {

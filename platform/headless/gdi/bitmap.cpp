@@ -56,10 +56,7 @@ using namespace headless;
 HBITMAP CreateCompatibleBitmap(HDC context, int width, int height) {
     auto* model = find<DeviceContext>(context);
     if (model == nullptr) return nullptr;
-    if (width == 0 || height == 0) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
+    if (width == 0 || height == 0) return handleOf<HBITMAP>(&defaultBitmap());
     return handOver<HBITMAP>(
         Bitmap::create(width, height, model->bitmap != nullptr ? model->bitmap->depth : 32));
 }

@@ -102,6 +102,13 @@ TEST_F(Strictness, NothingIsReadFromADisplay) {
     EXPECT_EQ(memory.GetPixel(0, 0), kRed);
 }
 
+TEST_F(Strictness, SettingAPixelOutsideFails) {
+    paint(bitmap, "rr\n");
+    CSelection target(memory, bitmap);
+    EXPECT_EQ(memory.SetPixel(2, 0, kBlue), CLR_INVALID);
+    EXPECT_EQ(memory.SetPixel(0, -1, kBlue), CLR_INVALID);
+}
+
 TEST_F(Strictness, OnlyKnownOperationsDraw) {
     paint(bitmap, "rr\n");
     CSelection target(memory, bitmap);
