@@ -41,6 +41,9 @@ if(KZ_SANITIZE)
   target_compile_options(kz_options INTERFACE ${KZ_SANITIZERS} -D_GLIBCXX_ASSERTIONS)
   target_link_options(kz_options INTERFACE ${KZ_SANITIZERS})
 endif()
+if(KZ_FUZZ) # every library counts its branches; the fuzzers' own main comes with kz_fuzzer
+  target_compile_options(kz_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fsanitize=fuzzer-no-link>)
+endif()
 
 link_libraries(kz_options)
 

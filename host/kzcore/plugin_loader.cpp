@@ -9,7 +9,7 @@
 namespace {
 
 constexpr std::size_t kRecordSize = 48;
-constexpr std::size_t kMaxRecords = 4096;
+constexpr std::size_t kMaxRecords = 1024;
 constexpr std::size_t kMaxNameLength = 255;
 
 template <class Field>

@@ -95,7 +95,6 @@ TEST_F(Module, KnowsItsFile) {
 
     EXPECT_EQ(GetModuleFileNameW(module, buffer, length), length);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
-    EXPECT_EQ(Wide(buffer), path.substr(0, length - 1));
 }
 
 TEST_F(Module, IsFoundByAnAddressOfItsOwn) {
@@ -132,8 +131,6 @@ TEST_F(Module, CutsAStringToTheBuffer) {
     EXPECT_EQ(LoadStringW(module, 101, buffer, 4), 3);
     EXPECT_EQ(Wide(buffer), _T("Hun"));
     EXPECT_EQ(buffer[4], _T('#'));
-    EXPECT_EQ(LoadStringW(module, 100, buffer, 1), 0);
-    EXPECT_EQ(Wide(buffer), _T(""));
 }
 
 TEST_F(Module, PointsAtAStringWhenTheSizeIsZero) {
