@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <new>
 #include <utility>
 
 #include "platform/headless/gdi/objects.h"
@@ -13,55 +12,47 @@ namespace {
 struct ImageList : GdiObject {
     static constexpr GdiKind kKind = GdiKind::imageList;
 
-    ImageList() : GdiObject(kKind) {}
+    ImageList(int pictureWidth, int pictureHeight)
+        : GdiObject(kKind), width(pictureWidth), height(pictureHeight) {
+        auto bitmap = std::make_unique<Bitmap>();
+        bitmap->width = width;
+        bitmap->ownedByList = true;
+        enterObject(bitmap.get());
+        pictures = bitmap.release();
+    }
+    ~ImageList() override { destroyObject(pictures); }
 
     int top(int index) const { return index * height; }
     bool has(int index) const { return index >= 0 && index < count; }
 
-    int width = 0;
-    int height = 0;
+    const int width;
+    const int height;
     int count = 0;
     COLORREF background = CLR_NONE;
-    Bitmap* pictures = nullptr;
+    Bitmap* pictures;
 };
 
 bool appendRows(Bitmap& pictures, std::int64_t rows) {
     constexpr std::int64_t kMostRows = 1 << 28;
-    if (pictures.height + rows > kMostRows) return false;
-    try {
-        pictures.pixels.resize(static_cast<std::size_t>(pictures.height + rows) *
-                               static_cast<std::size_t>(pictures.width));
-    } catch (const std::exception&) {
-        return false;
-    }
-    pictures.height += static_cast<int>(rows);
-    return true;
+    std::int64_t height = pictures.height + rows;
+    if (height > kMostRows) return fails(ERROR_NOT_ENOUGH_MEMORY);
+    return guarded([&] {
+        pictures.pixels.resize(static_cast<std::size_t>(height) * static_cast<std::size_t>(pictures.width));
+        pictures.height = static_cast<int>(height);
+        return true;
+    });
 }
 
 }  // namespace
 
 HIMAGELIST ImageList_Create(int width, int height, UINT flags, int, int) {
-    if (width <= 0 || height <= 0 || (flags & ILC_MASK) != 0) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
-    std::unique_ptr<ImageList> list(new (std::nothrow) ImageList);
-    std::unique_ptr<Bitmap> pictures(new (std::nothrow) Bitmap);
-    if (!list || !pictures) return nullptr;
-    list->width = width;
-    list->height = height;
-    pictures->width = width;
-    pictures->ownedByList = true;
-    enterObject(pictures.get());
-    list->pictures = pictures.release();
-    return handOver<HIMAGELIST>(std::move(list));
+    if (width <= 0 || height <= 0 || (flags & ILC_MASK) != 0) return fails(ERROR_INVALID_PARAMETER);
+    return guarded([&] { return handOver<HIMAGELIST>(std::make_unique<ImageList>(width, height)); });
 }
 
 BOOL ImageList_Destroy(HIMAGELIST handle) {
     auto* list = find<ImageList>(handle);
-    if (list == nullptr) return FALSE;
-    if (list->pictures->selections > 0) return FALSE;
-    destroyObject(list->pictures);
+    if (list == nullptr || list->pictures->selections > 0) return FALSE;
     destroyObject(list);
     return TRUE;
 }

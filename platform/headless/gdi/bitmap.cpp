@@ -66,15 +66,14 @@ HBITMAP CreateDIBSection(HDC, const BITMAPINFO* info, UINT usage, void** bits, H
     if (info == nullptr || usage != DIB_RGB_COLORS || section != nullptr ||
         info->bmiHeader.biBitCount != 32 || info->bmiHeader.biCompression != BI_RGB ||
         info->bmiHeader.biHeight >= 0 || info->bmiHeader.biHeight == std::numeric_limits<LONG>::min()) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
+        return fails(ERROR_INVALID_PARAMETER);
     }
     auto bitmap = Bitmap::create(info->bmiHeader.biWidth, -info->bmiHeader.biHeight, 32);
     if (bitmap) {
         bitmap->section = true;
         if (bits != nullptr) *bits = bitmap->pixels.data();
     }
-    return handOver<HBITMAP>(std::move(bitmap));
+    return guarded([&] { return handOver<HBITMAP>(std::move(bitmap)); });
 }
 
 int GetObjectW(HGDIOBJ handle, int size, LPVOID buffer) {

@@ -1,5 +1,4 @@
 #include <array>
-#include <new>
 
 #include "platform/headless/gdi/objects.h"
 
@@ -28,7 +27,7 @@ COLORREF brushColor(const Brush& brush) {
 using namespace headless;
 
 HBRUSH CreateSolidBrush(COLORREF color) {
-    return handOver<HBRUSH>(std::unique_ptr<Brush>(new (std::nothrow) Brush(color & 0xffffff)));
+    return guarded([&] { return handOver<HBRUSH>(std::make_unique<Brush>(color & 0xffffff)); });
 }
 
 HGDIOBJ GetStockObject(int index) {

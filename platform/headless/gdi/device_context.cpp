@@ -1,11 +1,21 @@
 #include <algorithm>
-#include <new>
 #include <string_view>
 #include <utility>
 
 #include "platform/headless/gdi/objects.h"
 
 namespace headless {
+
+DeviceContext::DeviceContext(Bitmap* selectedBitmap)
+    : GdiObject(kKind), bitmap(selectedBitmap), brush(&stockBrush(WHITE_BRUSH)) {
+    if (bitmap != nullptr) ++bitmap->selections;
+    ++brush->selections;
+}
+
+DeviceContext::~DeviceContext() {
+    if (bitmap != nullptr) --bitmap->selections;
+    --brush->selections;
+}
 
 namespace {
 
@@ -16,20 +26,7 @@ bool isDisplay(std::u16string_view driver) {
 }
 
 HDC openContext(Bitmap* bitmap) {
-    std::unique_ptr<DeviceContext> context(new (std::nothrow) DeviceContext);
-    if (context) {
-        context->bitmap = bitmap;
-        context->brush = &stockBrush(WHITE_BRUSH);
-        if (bitmap != nullptr) ++bitmap->selections;
-        ++context->brush->selections;
-    }
-    return handOver<HDC>(std::move(context));
-}
-
-void closeContext(DeviceContext* context) {
-    if (context->bitmap != nullptr) --context->bitmap->selections;
-    --context->brush->selections;
-    destroyObject(context);
+    return guarded([&] { return handOver<HDC>(std::make_unique<DeviceContext>(bitmap)); });
 }
 
 template <class T>
@@ -54,8 +51,7 @@ using namespace headless;
 
 HDC CreateDCW(LPCWSTR driver, LPCWSTR, LPCWSTR, const DEVMODEW*) {
     if (driver == nullptr || !isDisplay(driver)) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
+        return fails(ERROR_INVALID_PARAMETER);
     }
     return openContext(nullptr);
 }
@@ -68,7 +64,7 @@ HDC CreateCompatibleDC(HDC model) {
 BOOL DeleteDC(HDC handle) {
     auto* context = find<DeviceContext>(handle);
     if (context == nullptr || context->borrowed) return FALSE;
-    closeContext(context);
+    destroyObject(context);
     return TRUE;
 }
 
@@ -84,7 +80,7 @@ HDC GetDC(HWND window) {
 int ReleaseDC(HWND window, HDC handle) {
     auto* context = find<DeviceContext>(handle);
     if (context == nullptr || !context->borrowed || context->window != window) return 0;
-    closeContext(context);
+    destroyObject(context);
     return 1;
 }
 
@@ -116,4 +112,14 @@ COLORREF GetBkColor(HDC handle) {
 COLORREF GetTextColor(HDC handle) {
     auto* context = find<DeviceContext>(handle);
     return context == nullptr ? CLR_INVALID : context->text;
+}
+
+int GetClipBox(HDC handle, RECT* box) {
+    auto* context = find<DeviceContext>(handle);
+    if (context == nullptr || box == nullptr) return ERROR;
+    *box = RECT{};
+    if (context->bitmap == nullptr) return NULLREGION;
+    box->right = context->bitmap->width;
+    box->bottom = context->bitmap->height;
+    return SIMPLEREGION;
 }

@@ -100,8 +100,7 @@ BOOL PatBlt(HDC handle, int x, int y, int width, int height, DWORD operation) {
         case BLACKNESS:
             break;
         default:
-            SetLastError(ERROR_INVALID_PARAMETER);
-            return FALSE;
+            return fails(ERROR_INVALID_PARAMETER);
     }
     if (context->bitmap == nullptr) return TRUE;
     Bitmap& bitmap = *context->bitmap;

@@ -22,13 +22,13 @@ std::uintptr_t invert(const void* handle) {
     return ~reinterpret_cast<std::uintptr_t>(handle);
 }
 
-}  // namespace
-
 bool isLive(const void* handle) {
     Table& live = table();
     std::lock_guard lock(live.mutex);
     return live.inverted.contains(invert(handle));
 }
+
+}  // namespace
 
 void enterObject(const GdiObject* object) {
     Table& live = table();
@@ -46,10 +46,7 @@ void destroyObject(GdiObject* object) {
 }
 
 GdiObject* findObject(const void* handle) {
-    if (handle == nullptr || !isLive(handle)) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return nullptr;
-    }
+    if (handle == nullptr || !isLive(handle)) return fails(ERROR_INVALID_HANDLE);
     return static_cast<GdiObject*>(const_cast<void*>(handle));
 }
 

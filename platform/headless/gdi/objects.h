@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/headless/guard.h"
 #include "platform/winapi.h"
 
 namespace headless {
@@ -70,10 +71,12 @@ struct Brush : GdiObject {
 struct DeviceContext : GdiObject {
     static constexpr GdiKind kKind = GdiKind::deviceContext;
 
-    DeviceContext() : GdiObject(kKind) {}
+    // Null: a display's context, without a bitmap.
+    explicit DeviceContext(Bitmap* selectedBitmap);
+    ~DeviceContext() override;
 
-    Bitmap* bitmap = nullptr;  // null: a display's
-    Brush* brush = nullptr;
+    Bitmap* bitmap;
+    Brush* brush;
     HWND window = nullptr;
     bool borrowed = false;  // from GetDC
     COLORREF background = RGB(255, 255, 255);
@@ -82,7 +85,6 @@ struct DeviceContext : GdiObject {
 
 // --- the table of live objects ---
 
-bool isLive(const void* handle);
 void enterObject(const GdiObject* object);
 // Takes the object out of the table and deletes it.
 void destroyObject(GdiObject* object);
@@ -103,13 +105,10 @@ Handle handleOf(GdiObject* object) {
     return reinterpret_cast<Handle>(object);
 }
 
-// Hands an object over to the holder of its handle. Null stays null, with a last error.
+// Hands an object over to the holder of its handle. A null object stays null, with a last error.
 template <class Handle, class T>
 Handle handOver(std::unique_ptr<T> object) {
-    if (!object) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
+    if (!object) return fails(ERROR_NOT_ENOUGH_MEMORY);
     enterObject(object.get());
     return handleOf<Handle>(object.release());
 }

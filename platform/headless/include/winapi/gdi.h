@@ -36,6 +36,11 @@ struct DEVMODEW;
 
 #define CLR_INVALID 0xFFFFFFFFu
 
+// Kinds of regions.
+#define ERROR 0
+#define NULLREGION 1
+#define SIMPLEREGION 2
+
 #define BLACKNESS 0x00000042u
 #define SRCCOPY 0x00CC0020u
 #define PATCOPY 0x00F00021u
@@ -126,6 +131,9 @@ int ReleaseDC(HWND window, HDC context);
 // Returns what was selected before. Null, with nothing changed, for a bitmap that is selected into another
 // context and for one that is to be selected into a display's context.
 HGDIOBJ SelectObject(HDC context, HGDIOBJ object);
+
+// The part of the context that drawing can reach; empty for a display's context.
+int GetClipBox(HDC context, RECT* box);
 
 // The colours between which monochrome and coloured bitmaps are translated. Return the colour before.
 COLORREF SetBkColor(HDC context, COLORREF color);
