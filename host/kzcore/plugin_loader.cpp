@@ -131,10 +131,7 @@ std::unique_ptr<APlugIn> APlugIn::load(const AFilePath& path, std::string& error
         error = file + ": " + error;
         return nullptr;
     }
-    for (const APlugInTool& tool : plugIn->m_tools) {
-        registerArchiveClass(tool.className,
-                             reinterpret_cast<ARootFactory>(reinterpret_cast<void*>(tool.factory)));
-    }
+    for (const APlugInTool& tool : plugIn->m_tools) registerArchiveClass(tool.className, tool.factory);
     return plugIn;
 }
 

@@ -3,6 +3,7 @@
 
 #include "kzutil/file_path.h"
 #include "platform/afx/extension_module.h"
+#include "platform/afx/object.h"
 #include "support/failing_new.h"
 #include "support/temp_folder.h"
 
@@ -83,12 +84,15 @@ TEST_F(Entry, AttachSucceedsWhicheverAllocationFails) {
     EXPECT_TRUE(withoutTexts);
 }
 
-TEST_F(Entry, AModuleStateListGoesToItsInitialisationSlot) {
+TEST_F(Entry, TheHostsListOfClassesOutlivesAttachAndRefusal) {
     CRuntimeClass registered{"ATest", 1, 0, nullptr, nullptr};
     AFX_MODULE_STATE& state = AfxGetModuleState();
     state.m_classList.m_pHead = &registered;
     ASSERT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
-    EXPECT_EQ(state.m_classList.m_pHead, nullptr);
+    EXPECT_EQ(state.m_classList.m_pHead, &registered);
+    EXPECT_EQ(state.m_pClassInit, nullptr);
     DllMain(self, DLL_PROCESS_DETACH, nullptr);
-    state.m_pClassInit = nullptr;
+    EXPECT_EQ(DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr), 0);
+    EXPECT_EQ(state.m_classList.m_pHead, &registered);
+    state.m_classList.m_pHead = nullptr;
 }
