@@ -7,8 +7,10 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <tchar.h>
 
+#undef CreateDC
 #undef CreateDialog
 #undef CreateFont
 #undef CreateWindow

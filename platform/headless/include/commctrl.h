@@ -1,0 +1,4 @@
+// The subset of the common controls that the project calls, off Windows. Include platform/winapi.h instead.
+#pragma once
+
+#include "winapi/image_list.h"
