@@ -41,3 +41,7 @@ if(KZ_SANITIZE)
 endif()
 
 link_libraries(kz_options)
+
+if(WIN32)
+  include(KzWindows)
+endif()
