@@ -32,12 +32,17 @@ if(WIN32)
 else()
   target_include_directories(kz_options SYSTEM INTERFACE ${CMAKE_SOURCE_DIR}/platform/headless/include)
   target_compile_definitions(kz_options INTERFACE "KZ_EXPORT=__attribute__((visibility(\"default\")))")
+  # Unique symbols would keep a plug-in in memory for ever: FreeLibrary must unload it, static objects and all.
+  target_compile_options(kz_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
 endif()
 
 if(KZ_SANITIZE)
   set(KZ_SANITIZERS -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(kz_options INTERFACE ${KZ_SANITIZERS} -D_GLIBCXX_ASSERTIONS)
   target_link_options(kz_options INTERFACE ${KZ_SANITIZERS})
+endif()
+if(KZ_FUZZ) # every library counts its branches; the fuzzers' own main comes with kz_fuzzer
+  target_compile_options(kz_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fsanitize=fuzzer-no-link>)
 endif()
 
 link_libraries(kz_options)

@@ -8,13 +8,13 @@ find_program(KZ_WINDRES NAMES x86_64-w64-mingw32-windres REQUIRED)
 find_program(KZ_PE_LINKER NAMES x86_64-w64-mingw32-ld REQUIRED)
 
 # kz_compile_resources(<object> <script> [DEPENDS file...]): a COFF object made of a resource script.
-# The host's own preprocessor runs over the script, so that the native build needs no cross compiler.
+# The build's own C preprocessor runs over the script, so that the native build needs no cross compiler.
 function(kz_compile_resources object script)
   cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
   get_filename_component(folder ${script} DIRECTORY)
   add_custom_command(OUTPUT ${object}
     COMMAND ${KZ_WINDRES} -c 65001 -O coff
-            --preprocessor=${KZ_PREPROCESSOR} --preprocessor-arg=-E --preprocessor-arg=-xc
+            --preprocessor=${CMAKE_C_COMPILER} --preprocessor-arg=-E --preprocessor-arg=-xc
             --preprocessor-arg=-DRC_INVOKED
             -I ${folder} -i ${script} -o ${object}
     DEPENDS ${script} ${arg_DEPENDS}
@@ -68,12 +68,11 @@ kz_module_resources_size:
         .section .note.GNU-stack,"",@progbits
 ]] @ONLY)
     target_sources(${target} PRIVATE ${carrier})
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "EXECUTABLE") # a program exports nothing unasked, and the loader finds exports only
+      target_link_options(${target} PRIVATE
+        LINKER:--export-dynamic-symbol=kz_module_resources LINKER:--export-dynamic-symbol=kz_module_resources_size)
+    endif()
     set_source_files_properties(${carrier} PROPERTIES OBJECT_DEPENDS ${image})
   endif()
 endfunction()
-
-if(WIN32)
-  set(KZ_PREPROCESSOR ${CMAKE_C_COMPILER})
-else()
-  set(KZ_PREPROCESSOR ${CMAKE_C_COMPILER})
-endif()

@@ -1,7 +1,7 @@
 // The host's class table: every class that a document or a user interface can name.
 //
-// A class that needs no behaviour of its own is a row of this table, not a C++ class. The order of the rows is the
-// order in which class entries are listed to users.
+// A class that needs no behaviour of its own is a row of this table, not a C++ class. The order of the rows
+// is the order in which class entries are listed to users.
 #pragma once
 
 #include <span>

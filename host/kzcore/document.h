@@ -21,7 +21,8 @@ class ADocView;
 class AGeometrySource {
 public:
     virtual ~AGeometrySource() = default;
-    // The bounding rectangle, in drawing coordinates, of an object that this source read. Empty when it has none.
+    // The bounding rectangle, in drawing coordinates, of an object that this source read. Empty when it has
+    // none.
     virtual AFRect computeBounds(const AObject& object) const = 0;
 };
 
@@ -41,8 +42,8 @@ public:
     ADocView& getView() { return *m_view; }
     APaintTable& getPaint() { return m_paint; }
 
-    // Makes an object of a database class that is neither a layer nor an item. It belongs to the document and is in
-    // no container yet. The name must be new to the document (see getNames().makeUnique).
+    // Makes an object of a database class that is neither a layer nor an item. It belongs to the document and
+    // is in no container yet. The name must be new to the document (see getNames().makeUnique).
     AObject* createObject(const AClassInfo& classInfo, std::string_view name);
     // Makes a layer at the end of one of the two databases.
     ALayer* createLayer(ADatabase& database, const AClassInfo& layerClass, AString title);

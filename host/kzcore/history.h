@@ -1,6 +1,7 @@
 // AHistory: undo and redo of a view's selection and filter.
 //
-// Every tool runs inside begin/end; a nested pair joins the outer step. A step that changed nothing is not recorded.
+// Every tool runs inside begin/end; a nested pair joins the outer step. A step that changed nothing is not
+// recorded. The last hundred steps are kept.
 #pragma once
 
 #include <cstddef>
@@ -22,11 +23,16 @@ public:
     // Ends the innermost pair. True when that recorded a step; whatever could be redone is then forgotten.
     bool end();
 
+    // Gives up the step that is being recorded, however deep: the view becomes again what it was before.
+    void cancel();
+
     // False when there is nothing to undo or redo, or a step is being recorded.
     bool undo();
     bool redo();
 
 private:
+    static constexpr std::size_t kMaxSteps = 100;
+
     using Selection = std::shared_ptr<const std::vector<AObject*>>;
     struct State {
         Selection selection;

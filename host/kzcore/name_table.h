@@ -1,12 +1,14 @@
 // The names of a document's objects: unique, UTF-8, found in constant time.
 //
-// Built for a million of them: the text lies in an arena, and the index of a name is its number in order of addition.
+// Built for a million of them: the text lies in an arena, and the index of a name is its number in order of
+// addition.
 #pragma once
 
 #include <cstdint>
 #include <memory_resource>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 class ANameTable {
@@ -32,5 +34,5 @@ private:
     std::pmr::monotonic_buffer_resource m_text;
     std::vector<std::string_view> m_names;
     std::vector<std::uint32_t> m_slots;  // open addressing; 0: free, else a name's number
-    std::vector<std::pair<std::string, std::uint32_t>> m_nextSuffix;
+    std::unordered_map<std::string, std::uint32_t> m_nextSuffix;  // by stem
 };

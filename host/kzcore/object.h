@@ -2,9 +2,9 @@
 //
 //     ADatabase -> ALayer -> objects; groups, composites and effects hold further objects
 //
-// A document holds a million of them: they are made and owned by their ADocument (one arena), hold no resources of
-// their own but a container's child list, and share brushes and pens through the document. Every object reports the
-// class of its row in the class table, so most classes need no C++ class.
+// A document holds a million of them: they are made and owned by their ADocument (one arena), hold no
+// resources of their own but a container's child list, and share brushes and pens through the document. Every
+// object reports the class of its row in the class table, so most classes need no C++ class.
 #pragma once
 
 #include <cstdint>
@@ -20,10 +20,12 @@ class AParent;
 class APen;
 
 enum EObjectFlags : std::uint32_t {
-    kObjectSelected = 0x1,        // in its document's selection; kept by ASelection alone
-    kObjectLocked = 0x2,          // the user may not select it
-    kObjectBoundsPending = 0x4,   // the bounding rectangle still has to be asked of the document's geometry source
-    kObjectHidden = 0x8000000,    // hidden by the document; set on objects that draw themselves, not on open containers
+    kObjectSelected = 0x1,  // in its document's selection; kept by ASelection alone
+    kObjectLocked = 0x2,    // the user may not select it
+    kObjectBoundsPending =
+        0x4,  // the bounding rectangle still has to be asked of the document's geometry source
+    kObjectHidden =
+        0x8000000,  // hidden by the document; set on objects that draw themselves, not on open containers
 };
 
 // Options of hasOption.
@@ -41,14 +43,20 @@ public:
     // Non-zero: the object is locked, tools pass over it.
     virtual int isUnselectable() const { return (m_flags & kObjectLocked) != 0; }
     virtual int hasOption(int option) const;
+    // This object as a container, null for one that has no children: the run-time type test of AParent, at the price
+    // of a virtual call, since walks make it for each of a million objects.
+    virtual AParent* asParent() { return nullptr; }
     // The fill and the pen, null for an object that has none. Groups, effects and bitmaps have neither.
     virtual ABrush* getBrush() const { return m_brush; }
     virtual APen* getPen() const { return m_pen; }
-    // The geometry's extent in drawing coordinates, without the stroke; a container's is that of its children.
+    // The geometry's extent in drawing coordinates, without the stroke; a container's is that of its
+    // children.
     virtual void getBoundingRect(AFRect& bounds) const;
 
     std::uint32_t getObjectFlags(EObjectFlags mask) const { return m_flags & mask; }
-    void setObjectFlags(EObjectFlags mask, bool on) { m_flags = on ? m_flags | mask : m_flags & ~std::uint32_t{mask}; }
+    void setObjectFlags(EObjectFlags mask, bool on) {
+        m_flags = on ? m_flags | mask : m_flags & ~std::uint32_t{mask};
+    }
 
     // The container, null at the top. A layer's parent is its database.
     static AParent* getParent(const AObject* object);
@@ -56,8 +64,8 @@ public:
     // Non-zero when `other` contains this object, directly or not. An object is not its own parent.
     int isParent(const AObject* other) const;
 
-    // Appends the items of the object's own paint: the colour of a solid fill, else the brush item; then the pen's
-    // colour, else its brush item. `which` is the host's and always 0x2003.
+    // Appends the items of the object's own paint: the colour of a solid fill, else the brush item; then the
+    // pen's colour, else its brush item. `which` is the host's and always 0x2003.
     void getAllReferItems(AObList& items, unsigned int which) const;
 
     // The object's name within its document, unique; empty for an object outside every document.
@@ -85,7 +93,7 @@ private:
     const AClassInfo* m_class;
     ABrush* m_brush = nullptr;
     APen* m_pen = nullptr;
-    std::uint32_t m_flags = 0;
+    mutable std::uint32_t m_flags = 0;
     std::uint32_t m_index = 0;
     std::uint32_t m_source = 0;
     mutable AFRect m_bounds;
@@ -101,6 +109,7 @@ public:
 
     void appendChild(AObject* child);
 
+    AParent* asParent() override { return this; }
     ABrush* getBrush() const override { return nullptr; }
     APen* getPen() const override { return nullptr; }
     void getBoundingRect(AFRect& bounds) const override;

@@ -1,5 +1,5 @@
-// The colours, brushes and pens of one document: one shared item for each distinct colour, brush and pen, so that
-// identity and equality agree.
+// The colours, brushes and pens of one document: one shared item for each distinct colour, brush and pen, so
+// that identity and equality agree.
 #pragma once
 
 #include <cstdint>
@@ -18,10 +18,10 @@ public:
 
     // The RGB Color item of an sRGB value 0xRRGGBB, named by its CSS name or "#rrggbb".
     AColorItem* rgb(std::uint32_t value);
-    // A colour of any class of the colour item class table. An empty name is replaced by one made of the display
-    // colour. `display` is 0xRRGGBB.
-    AColorItem* color(const AClassInfo& colorClass, std::string_view name, const AColorItem::Components& components,
-                      std::uint32_t display);
+    // A colour of any class of the colour item class table. An empty name is replaced by one made of the
+    // display colour. `display` is 0xRRGGBB.
+    AColorItem* color(const AClassInfo& colorClass, std::string_view name,
+                      const AColorItem::Components& components, std::uint32_t display);
 
     // Holders. The solid brush of a colour; a brush of its own class, by name.
     ABrush* solidBrush(AColorItem* color);

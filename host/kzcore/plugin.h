@@ -4,9 +4,10 @@
 //
 //     extern "C" const APlugInExport* APlugInExportGetList();
 //
-// It returns the address of a static, read-only table of 48-byte records: a header (kind 3, everything else zero), one
-// record for each tool (kind 2), and an all-zero record (kind 0) that ends the table. The address is the same on every
-// call, and the table never changes. All pointers stay good until the module is unloaded.
+// It returns the address of a static, read-only table of 48-byte records: a header (kind 3, everything else
+// zero), one record for each tool (kind 2), and an all-zero record (kind 0) that ends the table. The address
+// is the same on every call, and the table never changes. All pointers stay good until the module is
+// unloaded.
 //
 // offset  width  field
 //      0      4  kind
@@ -17,9 +18,9 @@
 //     32      8  first callback: returns 0
 //     40      8  second callback: returns 0
 //
-// Ownership: the host owns every tool a factory makes and deletes it before it unloads the module. A view filter that
-// a tool hands to a view belongs to the view. A host may archive a tool by its class name; the module exports
-// operator>>(AArchive&, X*&) for its classes.
+// Ownership: the host owns every tool a factory makes and deletes it before it unloads the module. A view
+// filter that a tool hands to a view belongs to the view. A host may archive a tool by its class name; the
+// module exports operator>>(AArchive&, X*&) for its classes.
 #pragma once
 
 #include <cstddef>

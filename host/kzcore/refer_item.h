@@ -1,7 +1,7 @@
 // Items that objects refer to and share: colours, brushes and pens.
 //
-// Items are counted: created at 1, which belongs to the document; whoever keeps one beyond the call that handed it
-// over adds a reference and releases it later. The last release deletes the item.
+// Items are counted: created at 1, which belongs to the document; whoever keeps one beyond the call that
+// handed it over adds a reference and releases it later. The last release deletes the item.
 #pragma once
 
 #include <array>
@@ -35,8 +35,9 @@ private:
     int m_references = 1;
 };
 
-// A colour. One C++ class serves the rows of the colour item class table; components are in 0..1, unused ones 0:
-// red, green, blue; cyan, magenta, yellow, black; gray; tint of a spot colour (whose name is its identity).
+// A colour. One C++ class serves the rows of the colour item class table; components are in 0..1, unused ones
+// 0: red, green, blue; cyan, magenta, yellow, black; gray; tint of a spot colour (whose name is its
+// identity).
 class AColorItem : public AReferItem {
 public:
     using Components = std::array<float, 4>;
@@ -47,8 +48,8 @@ public:
     const Components& getComponents() const { return m_components; }
     COLORREF getDisplayColor() const { return m_display; }
 
-    // Non-zero for the same class and the same components (spot colours: and the same name); opacity belongs to
-    // objects, not to colours.
+    // Non-zero for the same class and the same components (spot colours: and the same name); opacity belongs
+    // to objects, not to colours.
     virtual int isSameColor(const AColorItem* other) const;
     int isEqual(const AReferItem* other) const override;
 
@@ -112,7 +113,8 @@ private:
     ABrushItem* m_brush;
 };
 
-// What an object's fill accessor gives: a holder of the brush item (which may be null). Owned by the document.
+// What an object's fill accessor gives: a holder of the brush item (which may be null). Owned by the
+// document.
 class ABrush {
 public:
     explicit ABrush(ABrushItem* item) : m_item(item) {}

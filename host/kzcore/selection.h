@@ -1,7 +1,7 @@
 // ASelection: the selected objects of a view, in the order of selection, none twice.
 //
-// Each object carries a flag that tells whether it is selected, so adding costs constant time whatever the size. A
-// document has one view and one selection.
+// Each object carries a flag that tells whether it is selected, so adding costs constant time whatever the
+// size. A document has one view and one selection.
 #pragma once
 
 #include <vector>

@@ -1,9 +1,11 @@
 // ATool: the base of every tool, with its virtual operations in slot order.
 //
-// A host creates a tool through its plug-in's export table or from an archive, asks isValid to enable its command,
-// calls one start operation and destroys the tool once it has been notified of the end (see tool_runner.h). A tool of
-// this base alone does nothing and never ends.
+// A host creates a tool through its plug-in's export table or from an archive, asks isValid to enable its
+// command, calls one start operation and destroys the tool once it has been notified of the end (see
+// tool_runner.h). A tool of this base alone does nothing and never ends.
 #pragma once
+
+#include <string>
 
 #include "kzutil/object_list.h"
 #include "kzutil/rect.h"
@@ -16,6 +18,13 @@ class ADevice;
 class AMenu;
 class AObject;
 class APreferenceDialog;
+class AReferItem;
+class ATool;
+
+enum class AToolOutcome;
+
+// Runs a tool; see tool_runner.h.
+AToolOutcome runTool(ATool& tool, AReferItem* item, std::string& error);
 
 enum REPEAT_FLAG : int {};
 enum TRANS_FLAG : int {};
@@ -38,7 +47,8 @@ public:
 
     // The virtual operations of ARoot come first; then these, in this order.
     virtual int isDiscarded() const;
-    // Bracket a change of the document or the selection; a pair inside a tool's run joins the tool's own step.
+    // Bracket a change of the document or the selection; a pair inside a tool's run joins the tool's own
+    // step.
     virtual int preChangeObject();
     virtual int postChangeObject(unsigned int nameId, REPEAT_FLAG repeat);
     virtual int postChangeObject(const AString* name, TRANS_FLAG transaction, REPEAT_FLAG repeat);
@@ -49,8 +59,8 @@ public:
     virtual int doAction(unsigned int action, void* data);
     virtual int onUpdateCmdUI(ACmdUI* command, const AFPoint& point);
     virtual int onUpdateCmdUI(ACmdUI* command);
-    // Start operations: on a point with the host's data (the refer item the user chose), and without. Both return 1
-    // on success.
+    // Start operations: on a point with the host's data (the refer item the user chose), and without. Both
+    // return 1 on success.
     virtual int onToolStart(const AFPoint& point, void* data);
     virtual int onToolStart();
     virtual int onToolEnd();
@@ -107,8 +117,8 @@ public:
 
     int listenMessage(UINT message, void* data) override;
 
-    // Stackable: the host may run it while another tool is suspended. Dirty view and dirty selection: what the host
-    // refreshes after the tool.
+    // Stackable: the host may run it while another tool is suspended. Dirty view and dirty selection: what
+    // the host refreshes after the tool.
     void setStackable(int on) { m_stackable = on; }
     void setDirtyView(int on) { m_dirtyView = on; }
     void setDirtySelection(int on) { m_dirtySelection = on; }
@@ -133,6 +143,8 @@ protected:
     WORD m_descriptionId = 0;
 
 private:
+    friend AToolOutcome runTool(ATool& tool, AReferItem* item, std::string& error);
+
     AString m_toolTip;
     int m_stackable = 0;
     int m_dirtyView = 0;

@@ -1,7 +1,7 @@
 // AViewFilter: decides what a view shows. Plug-ins derive their own.
 //
-// Filters are changed in place, so undo needs copies. A filter class has no virtual operation for that: whoever
-// defines one registers how to copy and compare it, by its run-time type.
+// Filters are changed in place, so undo needs copies. A filter class has no virtual operation for that:
+// whoever defines one registers how to copy and compare it, by its run-time type.
 #pragma once
 
 #include <memory>

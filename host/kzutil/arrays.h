@@ -1,7 +1,7 @@
 // The host's arrays: growing sequences with the access operations that hosts and plug-ins know.
 //
-// Indexes run from 0; one outside the array raises std::out_of_range. A size never set counts as 0. The element
-// argument of the constructors is the host's reserved growth hint, 0 for the default.
+// Indexes run from 0; one outside the array raises std::out_of_range. A size never set counts as 0. The
+// element argument of the constructors is the host's reserved growth hint, 0 for the default.
 #pragma once
 
 #include <stdexcept>
@@ -13,11 +13,12 @@
 template <class T>
 class ATArray {
 public:
-    explicit ATArray(int /*growth*/ = 0) {}
+    ATArray() = default;
+    explicit ATArray(int /*growth*/) {}
 
     int GetSize() const { return static_cast<int>(m_elements.size()); }
     bool IsEmpty() const { return m_elements.empty(); }
-    // New elements are value-initialised.
+    // New elements are value-initialised; a negative size raises std::length_error.
     void SetSize(int size) { m_elements.resize(static_cast<std::size_t>(size)); }
     void RemoveAll() { m_elements.clear(); }
 
@@ -28,8 +29,8 @@ public:
     void SetAt(int index, T element) { ElementAt(index) = std::move(element); }
     // Grows the array to hold the index.
     void SetAtGrow(int index, T element) {
-        if (index >= GetSize()) SetSize(index + 1);
-        SetAt(index, std::move(element));
+        T& place = index < GetSize() ? ElementAt(index) : grownTo(index);
+        place = std::move(element);
     }
 
     // The new element's index.
@@ -37,19 +38,18 @@ public:
         m_elements.push_back(std::move(element));
         return GetSize() - 1;
     }
-    // The index of the first appended element.
+    // The index of the first appended element. Appending an array to itself doubles it.
     int Append(const ATArray& other) {
         const int first = GetSize();
-        m_elements.reserve(m_elements.size() + other.m_elements.size());
-        for (std::size_t i = 0, count = other.m_elements.size(); i < count; ++i)
-            m_elements.push_back(other.m_elements[i]);
+        for (std::size_t i = 0, count = other.m_elements.size(); i < count; ++i) Add(other.m_elements[i]);
         return first;
     }
     void InsertAt(int index, T element) {
         m_elements.insert(m_elements.begin() + checked(index, GetSize()), std::move(element));
     }
     void RemoveAt(int index, int count = 1) {
-        const auto first = m_elements.begin() + checked(index, GetSize() - count);
+        const int size = GetSize();
+        const auto first = m_elements.begin() + checked(index, size - checked(count, size));
         m_elements.erase(first, first + count);
     }
 
@@ -60,6 +60,11 @@ private:
     static int checked(int index, int last) {
         if (index < 0 || index > last) throw std::out_of_range("array index");
         return index;
+    }
+
+    T& grownTo(int index) {
+        m_elements.resize(static_cast<std::size_t>(index) + 1);
+        return m_elements.back();
     }
 
     std::vector<T> m_elements;

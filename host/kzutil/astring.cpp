@@ -8,10 +8,21 @@
 
 namespace {
 
-kzutil::WideView viewOf(const WCHAR* text) { return text ? kzutil::WideView(text) : kzutil::WideView(); }
+kzutil::WideView viewOf(const WCHAR* text) {
+    return text ? kzutil::WideView(text) : kzutil::WideView();
+}
+
+// Text that need not be terminated: no character behind `length` is looked at.
+kzutil::WideView viewOf(const WCHAR* text, int length) {
+    std::size_t end = 0;
+    if (text)
+        while (static_cast<int>(end) < length && text[end] != WCHAR()) ++end;
+    return {text, end};
+}
 
 WCHAR folded(WCHAR character) {
-    return character >= WCHAR('A') && character <= WCHAR('Z') ? static_cast<WCHAR>(character + 32) : character;
+    return character >= WCHAR('A') && character <= WCHAR('Z') ? static_cast<WCHAR>(character + 32)
+                                                              : character;
 }
 
 int compareNoCase(kzutil::WideView a, kzutil::WideView b) {
@@ -27,11 +38,10 @@ int compareNoCase(kzutil::WideView a, kzutil::WideView b) {
 
 AString::AString(const WCHAR* text) : m_text(viewOf(text)) {}
 
-AString::AString(const WCHAR* text, int length)
-    : m_text(viewOf(text).substr(0, static_cast<std::size_t>(std::max(length, 0)))) {}
+AString::AString(const WCHAR* text, int length) : m_text(viewOf(text, length)) {}
 
 AString& AString::operator=(const WCHAR* text) {
-    m_text = kzutil::WideString(viewOf(text));
+    m_text = viewOf(text);
     return *this;
 }
 
@@ -41,7 +51,7 @@ AString& AString::operator+=(const AString& text) {
 }
 
 AString& AString::operator+=(const WCHAR* text) {
-    m_text += kzutil::WideString(viewOf(text));
+    m_text += viewOf(text);
     return *this;
 }
 
@@ -50,21 +60,32 @@ AString& AString::operator+=(WCHAR character) {
     return *this;
 }
 
-int AString::Compare(const WCHAR* text) const { return kzutil::WideView(m_text).compare(viewOf(text)); }
+int AString::Compare(const WCHAR* text) const {
+    return kzutil::WideView(m_text).compare(viewOf(text));
+}
 
-int AString::CompareNoCase(const WCHAR* text) const { return compareNoCase(m_text, viewOf(text)); }
+int AString::CompareNoCase(const WCHAR* text) const {
+    return compareNoCase(m_text, viewOf(text));
+}
 
-AString AString::Mid(int first) const { return Mid(first, GetLength()); }
+AString AString::Mid(int first) const {
+    return Mid(first, GetLength());
+}
 
 AString AString::Mid(int first, int count) const {
     const int start = std::clamp(first, 0, GetLength());
     const int taken = std::clamp(count, 0, GetLength() - start);
-    return AString(kzutil::WideView(m_text).substr(static_cast<std::size_t>(start), static_cast<std::size_t>(taken)));
+    return AString(
+        kzutil::WideView(m_text).substr(static_cast<std::size_t>(start), static_cast<std::size_t>(taken)));
 }
 
-AString AString::Left(int count) const { return Mid(0, count); }
+AString AString::Left(int count) const {
+    return Mid(0, count);
+}
 
-AString AString::Right(int count) const { return Mid(GetLength() - std::clamp(count, 0, GetLength())); }
+AString AString::Right(int count) const {
+    return Mid(GetLength() - std::clamp(count, 0, GetLength()));
+}
 
 int AString::Find(WCHAR character, int from) const {
     const auto found = m_text.find(character, static_cast<std::size_t>(std::max(from, 0)));
@@ -72,7 +93,8 @@ int AString::Find(WCHAR character, int from) const {
 }
 
 int AString::Find(const WCHAR* text, int from) const {
-    const auto found = kzutil::WideView(m_text).find(viewOf(text), static_cast<std::size_t>(std::max(from, 0)));
+    const auto found =
+        kzutil::WideView(m_text).find(viewOf(text), static_cast<std::size_t>(std::max(from, 0)));
     return found == kzutil::WideView::npos ? -1 : static_cast<int>(found);
 }
 
@@ -90,4 +112,6 @@ BOOL AString::LoadStringW(UINT id) {
     return length > 0 ? TRUE : FALSE;
 }
 
-int kzCompareNoCase(const WCHAR* a, const WCHAR* b) { return compareNoCase(viewOf(a), viewOf(b)); }
+int kzCompareNoCase(const WCHAR* a, const WCHAR* b) {
+    return compareNoCase(viewOf(a), viewOf(b));
+}

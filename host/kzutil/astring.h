@@ -3,9 +3,13 @@
 //     AString text(_T("Fill/Red"));
 //     text.Mid(5).Compare(_T("Red")) == 0
 //
-// Characters are 16 bits on every build. Comparisons are exact unless the name says NoCase. Positions outside the
-// text are cut to it; nothing here reads past the end.
+// Characters are 16 bits on every build. Comparisons are exact unless the name says NoCase. Positions outside
+// the text are cut to it; nothing here reads past the end.
 #pragma once
+
+#include <compare>
+#include <concepts>
+#include <utility>
 
 #include "kzutil/utf.h"
 
@@ -13,10 +17,12 @@ class AString {
 public:
     AString() = default;
     AString(const WCHAR* text);  // null: empty
+    // At most `length` characters of the text, which need not be terminated; a NUL ends it earlier.
     AString(const WCHAR* text, int length);
     explicit AString(kzutil::WideView text) : m_text(text) {}
+    explicit AString(kzutil::WideString&& text) : m_text(std::move(text)) {}
 
-    static AString fromUtf8(std::string_view utf8) { return AString(kzutil::WideView(kzutil::widen(utf8))); }
+    static AString fromUtf8(std::string_view utf8) { return AString(kzutil::widen(utf8)); }
     std::string toUtf8() const { return kzutil::narrow(m_text); }
 
     AString& operator=(const WCHAR* text);
@@ -56,15 +62,28 @@ public:
 
     friend bool operator==(const AString& a, const AString& b) { return a.m_text == b.m_text; }
     friend bool operator==(const AString& a, const WCHAR* b) { return a.Compare(b) == 0; }
-    friend bool operator<(const AString& a, const AString& b) { return a.m_text < b.m_text; }
+    // All four orders, for both kinds of text: without them the conversion to a pointer would compare
+    // addresses.
+    friend std::strong_ordering operator<=>(const AString& a, const AString& b) {
+        return a.m_text <=> b.m_text;
+    }
+    friend std::strong_ordering operator<=>(const AString& a, const WCHAR* b) { return a.Compare(b) <=> 0; }
     friend AString operator+(AString a, const AString& b) {
         a += b;
         return a;
     }
+    friend AString operator+(AString a, WCHAR b) {
+        a += b;
+        return a;
+    }
+    // A number would be added to the text's address, or taken for a character: see AppendNumber.
+    template <std::integral Number>
+    requires(!std::same_as<Number, WCHAR>) friend AString operator+(AString a, Number b) = delete;
 
 private:
     kzutil::WideString m_text;
 };
 
-// Compares without regard to the case of A to Z, as AString::CompareNoCase; the result's sign tells the order.
+// Compares without regard to the case of A to Z, as AString::CompareNoCase; the result's sign tells the
+// order.
 int kzCompareNoCase(const WCHAR* a, const WCHAR* b);

@@ -5,8 +5,9 @@
 
 #include "kzutil/astring.h"
 
-// Shows the text of a string id. `flags` are the host's: 0x80000000 marks a message that only informs. Returns the
-// button's id, 1 (OK) where there is no screen. A message that cannot be shown is kept instead.
+// Shows the text of a string id ("#" and the id where no module has it). `flags` are the host's: 0x80000000
+// marks a message that only informs. Returns the button's id, 1 (OK) where there is no screen. A message that
+// cannot be shown is kept instead.
 int KzMessageBox(UINT textId, UINT flags);
 
 // The messages kept since the last call, oldest first.

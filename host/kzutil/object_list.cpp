@@ -10,6 +10,7 @@ void AObList::AddTail(ARoot* entry) {
 }
 
 void AObList::AddTail(const AObList* list) {
+    if (!list) return;
     const std::size_t old = m_entries.size();
     const std::size_t added = list->m_entries.size();
     if (old + added > m_entries.capacity()) m_entries.reserve(std::max(old + added, 2 * old));
@@ -17,7 +18,9 @@ void AObList::AddTail(const AObList* list) {
     std::copy_n(list->m_entries.begin(), added, m_entries.begin() + static_cast<std::ptrdiff_t>(old));
 }
 
-void AObList::RemoveAll() { m_entries.clear(); }
+void AObList::RemoveAll() {
+    m_entries.clear();
+}
 
 bool AObList::Remove(const ARoot* entry) {
     const auto found = std::find(m_entries.begin(), m_entries.end(), entry);
@@ -27,6 +30,6 @@ bool AObList::Remove(const ARoot* entry) {
 }
 
 POSITION AObList::Find(const ARoot* entry) const {
-    return positionOf(static_cast<std::size_t>(std::find(m_entries.begin(), m_entries.end(), entry) -
-                                               m_entries.begin()));
+    return positionOf(
+        static_cast<std::size_t>(std::find(m_entries.begin(), m_entries.end(), entry) - m_entries.begin()));
 }

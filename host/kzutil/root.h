@@ -8,7 +8,8 @@ class AArchive;
 
 // The virtual operations stand in slot order; hosts and plug-ins rely on it.
 //
-// An operation that creates (createInstance, deepCopy, convertToOutline) gives the new object to its caller, or null.
+// An operation that creates (createInstance, deepCopy, convertToOutline) gives the new object to its caller,
+// or null: the base gives null, since it cannot know the class.
 class ARoot : public CObject {
 public:
     ARoot() = default;
@@ -25,7 +26,8 @@ public:
     virtual int getVersion() const;
     virtual ARoot* deepCopy() const;
     // Writes the object to a storing archive or reads it from a loading one. 1 on success, 0 on failure.
-    // The base writes and reads its version number.
+    // The base writes and reads its version number, in a record of its own, and refuses no version: 0 means
+    // that the archive is unreadable.
     virtual int orbiSerialize(AArchive& archive);
     virtual ARoot* convertToOutline() const;
     virtual int shouldConvertToOutline() const;
@@ -34,7 +36,7 @@ public:
     int getClassDisplayStructure(AString& structure) const;
 };
 
-// How ARoot::getClassDisplayStructure finds a structure: the host's class configuration lies above this library and
-// installs itself here. Null: no class has one.
+// How ARoot::getClassDisplayStructure finds a structure: the host's class configuration lies above this
+// library and installs itself here. Null: no class has one.
 using AClassDisplayStructureLookup = int (*)(const WCHAR* className, AString& structure);
 void setClassDisplayStructureLookup(AClassDisplayStructureLookup lookup);

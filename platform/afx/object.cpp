@@ -2,7 +2,9 @@
 
 const CRuntimeClass CObject::classCObject = {"CObject", sizeof(CObject), 0xffff, nullptr, nullptr};
 
-CRuntimeClass* CObject::GetRuntimeClass() const { return const_cast<CRuntimeClass*>(&classCObject); }
+CRuntimeClass* CObject::GetRuntimeClass() const {
+    return const_cast<CRuntimeClass*>(&classCObject);
+}
 
 void CObject::Serialize(CArchive&) {}
 

@@ -7,8 +7,8 @@ class CArchive;
 class CDumpContext;
 class CObject;
 
-// What the framework knows of a class at run time. The classes of one module form a list that a loading extension
-// module hands over to its own record (see extension_module.h).
+// What the framework knows of a class at run time. The classes of one module form a list that a loading
+// extension module hands over to its own record (see extension_module.h).
 struct CRuntimeClass {
     const char* m_lpszClassName;
     int m_nObjectSize;

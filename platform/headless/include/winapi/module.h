@@ -6,6 +6,7 @@
 enum : DWORD {
     ERROR_SUCCESS = 0,
     ERROR_FILE_NOT_FOUND = 2,
+    ERROR_ACCESS_DENIED = 5,
     ERROR_INVALID_HANDLE = 6,
     ERROR_NOT_ENOUGH_MEMORY = 8,
     ERROR_INVALID_PARAMETER = 87,
@@ -37,11 +38,15 @@ using FARPROC = INT_PTR (*)();
 #define LOAD_LIBRARY_AS_DATAFILE 0x00000002
 
 // Loads a module (a shared library). Counted: each success wants one FreeLibrary. Null and a last error on failure.
+// A name without a slash is looked for beside the program, nowhere else.
 HMODULE LoadLibraryW(LPCWSTR path);
 
-// With LOAD_LIBRARY_AS_DATAFILE: maps a PE image for its resources only; the handle's low bit is set.
+// With LOAD_LIBRARY_AS_DATAFILE: loads a PE image for its resources only; the handle's low bit is set, and every load
+// has a handle of its own. ERROR_FILE_NOT_FOUND for a missing file, ERROR_BAD_EXE_FORMAT for one that is no PE image.
 HMODULE LoadLibraryExW(LPCWSTR path, HANDLE file, DWORD flags);
 
+// The last FreeLibrary of a module calls its DllMain with DLL_PROCESS_DETACH and unloads it. The entry points of modules
+// that are still loaded when the process ends are not called.
 BOOL FreeLibrary(HMODULE module);
 
 // An exported function of this very module (not of a library that it depends on), or null.
@@ -50,11 +55,12 @@ FARPROC GetProcAddress(HMODULE module, const char* name);
 #define GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT 0x00000002
 #define GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS 0x00000004
 
-// Only with both flags: the module whose image holds the address.
+// Without a count of its own only: the module whose image holds the address, also one that the system loaded with the
+// program; the program for a null address, with or without FROM_ADDRESS.
 BOOL GetModuleHandleExW(DWORD flags, LPCWSTR address, HMODULE* module);
 
 // The path of a module's file, of the program for null. Returns the length without the NUL; a path that does not
-// fit is cut, NUL-terminated, and its last error is ERROR_INSUFFICIENT_BUFFER.
+// fit is cut, NUL-terminated, the answer is the buffer's size, and the last error ERROR_INSUFFICIENT_BUFFER.
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size);
 
 #define RT_BITMAP MAKEINTRESOURCEW(2)

@@ -1,0 +1,23 @@
+// The program's commands. Each returns the exit status: 0 done, 1 nothing matched; what goes wrong raises
+// Failure.
+#pragma once
+
+#include <string>
+
+namespace app {
+
+int runInfo(const std::string& file, bool json);
+// `file` may be empty: then no drawing is open, and no tool that needs one is valid.
+int runTools(const std::string& file, bool json);
+
+struct SelectOptions {
+    std::string file;
+    std::string similarTo;
+    bool json = false;
+};
+int runSelect(const SelectOptions& options);
+
+// "-": standard input.
+int runScript(const std::string& file);
+
+}  // namespace app

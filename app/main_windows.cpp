@@ -1,0 +1,9 @@
+#include "app/program.h"
+#include "kzutil/utf.h"
+
+// The wide command line, so that file names of every language arrive.
+int wmain(int argc, wchar_t** argv) {
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) arguments.push_back(kzutil::narrow(argv[i]));
+    return app::run(std::move(arguments));
+}

@@ -1,0 +1,28 @@
+// What the program prints, checked for success: a full disk or a closed pipe is an error like any other.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+
+namespace app {
+
+// Writes to standard output. Raises OutputError when the bytes cannot be written.
+void print(std::string_view text);
+void printLine(std::string_view text);
+// One line of JSON. Text that is not UTF-8 is shown with replacement characters.
+void printJson(const nlohmann::ordered_json& value);
+// Hands what was printed to the system; to be called before the program ends.
+void flushOutput();
+
+// Appends a JSON string literal.
+void appendJsonString(std::string& out, std::string_view text);
+
+// One line on standard error: "kzdraw: " and the text.
+void printError(std::string_view text);
+
+struct OutputError {
+    std::string reason;
+};
+
+}  // namespace app

@@ -1,0 +1,140 @@
+#include "app/report.h"
+
+#include <map>
+
+#include "kzcore/view.h"
+#include "kzutil/message_box.h"
+
+namespace app {
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+Json nameOf(const AReferItem* item) {
+    return item ? Json(item->getName().toUtf8()) : Json();
+}
+
+AObList allObjects(ADocument& document) {
+    AObList objects(0, 10);
+    document.getSecondaryDatabase()->getAllObjects(objects, 0);
+    document.getDatabase().getAllObjects(objects, 0);
+    return objects;
+}
+
+Json reportLayers(const ADatabase& database, bool master) {
+    Json layers = Json::array();
+    for (ARoot* entry : database.children) {
+        const auto* layer = static_cast<const ALayer*>(entry);
+        layers.push_back({{"name", layer->getTitle().toUtf8()},
+                          {"class", layer->getClassName().toUtf8()},
+                          {"master", master},
+                          {"locked", layer->isLocked()},
+                          {"hidden", layer->isHidden()},
+                          {"objects", layer->children.GetCount()}});
+    }
+    return layers;
+}
+
+}  // namespace
+
+void printSelection(ADocument& document) {
+    std::string line = "{\"selection\":[";
+    bool first = true;
+    for (const AObject* object : document.getView().m_selection->getObjects()) {
+        if (!first) line += ',';
+        first = false;
+        appendJsonString(line, document.getNames().get(object->getIndex()));
+        if (line.size() > 60000) {
+            print(line);
+            line.clear();
+        }
+    }
+    printLine(line + "]}");
+}
+
+void printObjects(ADocument& document) {
+    print("{\"objects\":[");
+    bool first = true;
+    for (ARoot* entry : allObjects(document)) {
+        const auto* object = static_cast<const AObject*>(entry);
+        const AParent* parent = object->getParent();
+        const bool isInLayer = dynamic_cast<const ALayer*>(parent) != nullptr;
+        const Json row = {
+            {"id", object->getNameUtf8()},  {"class", object->getClassName().toUtf8()},
+            {"layer", layerTitle(*object)}, {"parent", isInLayer ? Json() : Json(parent->getNameUtf8())},
+            {"fill", fillName(*object)},    {"stroke", strokeName(*object)}};
+        if (!first) print(",");
+        first = false;
+        print(row.dump(-1, ' ', false, Json::error_handler_t::replace));
+    }
+    printLine("]}");
+}
+
+Json reportTools(const Session& session) {
+    Json tools = Json::array();
+    for (const APlugInTool& entry : session.plugIn().getTools()) {
+        const std::string className = entry.className.toUtf8();
+        const std::unique_ptr<ATool> tool = session.makeTool(className);
+        tools.push_back({{"class", className},
+                         {"name", tool->getDisplayName().toUtf8()},
+                         {"description", tool->getToolTip().toUtf8()},
+                         {"flags", entry.flags},
+                         {"valid", tool->isValid() != 0}});
+    }
+    return {{"tools", std::move(tools)}};
+}
+
+Json reportMessages() {
+    Json messages = Json::array();
+    for (const AString& text : takeKeptMessages()) messages.push_back(text.toUtf8());
+    return {{"messages", std::move(messages)}};
+}
+
+Json reportInfo(const std::string& file, ADocument& document) {
+    std::map<std::string, int> counts;
+    for (ARoot* entry : allObjects(document))
+        ++counts[static_cast<const AObject*>(entry)->getClassName().toUtf8()];
+    Json classes = Json::object();
+    for (const AClassInfo& row : databaseClasses()) {
+        const auto found = counts.find(row.name.toUtf8());
+        if (found != counts.end()) classes[found->first] = found->second;
+    }
+    Json layers = reportLayers(*document.getSecondaryDatabase(), true);
+    for (Json& layer : reportLayers(document.getDatabase(), false)) layers.push_back(std::move(layer));
+    const AFRect& page = document.getPage();
+    return {{"file", file},
+            {"page", {page.left, page.top, page.Width(), page.Height()}},
+            {"objects", document.getObjectCount()},
+            {"colors", document.getPaint().getColors().size()},
+            {"brushes", document.getPaint().getBrushes().size()},
+            {"layers", std::move(layers)},
+            {"classes", std::move(classes)}};
+}
+
+std::string displayName(const AClassInfo& classInfo) {
+    AString structure;
+    if (!AConfig().getClassDisplayStructure(classInfo.name, structure, 1)) return classInfo.name.toUtf8();
+    const std::string text = structure.toUtf8();
+    const std::size_t slash = text.rfind('/');
+    return slash == std::string::npos ? text : text.substr(slash + 1);
+}
+
+std::string layerTitle(const AObject& object) {
+    for (const AParent* parent = object.getParent(); parent; parent = parent->getParent()) {
+        if (const auto* layer = dynamic_cast<const ALayer*>(parent)) return layer->getTitle().toUtf8();
+    }
+    return {};
+}
+
+Json fillName(const AObject& object) {
+    const ABrush* brush = object.getBrush();
+    return brush ? nameOf(brush->getBrushItem()) : Json();
+}
+
+Json strokeName(const AObject& object) {
+    const APen* pen = object.getPen();
+    return pen ? nameOf(pen->getPenItem()) : Json();
+}
+
+}  // namespace app

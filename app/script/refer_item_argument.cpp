@@ -1,0 +1,57 @@
+#include "app/script/refer_item_argument.h"
+
+#include "app/session.h"
+#include "kzcore/named_colors.h"
+
+namespace app {
+
+namespace {
+
+AReferItem* findColor(ADocument& document, const std::string& name) {
+    // A color is called by its canonical name, but found by any of its CSS names.
+    const auto value = findNamedColor(name);
+    const AString wanted = AString::fromUtf8(value ? canonicalColorName(*value) : name);
+    for (AColorItem* color : document.getPaint().getColors()) {
+        if (color->getName().CompareNoCase(wanted) == 0) return color;
+    }
+    throw Failure{"the drawing has no color \"" + name + "\""};
+}
+
+AObject& findObject(ADocument& document, const std::string& id) {
+    AObject* object = document.findObject(id);
+    if (!object) throw Failure{"there is no object \"" + id + "\""};
+    return *object;
+}
+
+AReferItem* findFill(ADocument& document, const std::string& id) {
+    const ABrush* brush = findObject(document, id).getBrush();
+    ABrushItem* item = brush ? brush->getBrushItem() : nullptr;
+    if (auto* solid = dynamic_cast<ASolidBrushItem*>(item); solid && solid->getColorItem())
+        return solid->getColorItem();
+    if (item) return item;
+    throw Failure{"\"" + id + "\" has no fill"};
+}
+
+AReferItem* findStroke(ADocument& document, const std::string& id) {
+    const APen* pen = findObject(document, id).getPen();
+    const APenItem* item = pen ? pen->getPenItem() : nullptr;
+    if (item && item->getColorItem()) return item->getColorItem();
+    if (item && item->getBrushItem()) return item->getBrushItem();
+    throw Failure{"\"" + id + "\" has no stroke"};
+}
+
+}  // namespace
+
+AReferItem* findReferItem(ADocument& document, const std::string& text) {
+    struct Kind {
+        std::string_view prefix;
+        AReferItem* (*find)(ADocument&, const std::string&);
+    };
+    for (const Kind& kind :
+         {Kind{"color:", findColor}, Kind{"fill:", findFill}, Kind{"stroke:", findStroke}}) {
+        if (text.starts_with(kind.prefix)) return kind.find(document, text.substr(kind.prefix.size()));
+    }
+    throw Failure{"\"" + text + "\" is none of color:NAME, fill:ID, stroke:ID"};
+}
+
+}  // namespace app

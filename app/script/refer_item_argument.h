@@ -1,0 +1,14 @@
+// Names the item that a colour tool is started on.
+#pragma once
+
+#include <string>
+
+#include "kzcore/document.h"
+
+namespace app {
+
+// color:NAME is the document's colour of that name; fill:ID the colour of the object's solid fill, else its
+// brush item; stroke:ID the colour of its pen, else its brush item. Raises Failure when there is none.
+AReferItem* findReferItem(ADocument& document, const std::string& text);
+
+}  // namespace app

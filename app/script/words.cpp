@@ -1,0 +1,58 @@
+#include "app/script/words.h"
+
+namespace app {
+
+namespace {
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\v' || c == '\f';
+}
+
+}  // namespace
+
+bool splitWords(std::string_view line, std::vector<std::string>& words, std::string& error) {
+    words.clear();
+    std::string word;
+    bool inWord = false;
+    char quote = 0;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (quote != 0) {
+            // Within double quotes a backslash is special only before what it can protect there.
+            const char next = i + 1 < line.size() ? line[i + 1] : '\0';
+            if (c == quote)
+                quote = 0;
+            else if (quote == '"' && c == '\\' && (next == '"' || next == '\\' || next == '$' || next == '`'))
+                word += line[++i];
+            else
+                word += c;
+        } else if (isBlank(c)) {
+            if (inWord) words.push_back(std::move(word));
+            word.clear();
+            inWord = false;
+        } else if (c == '#' && !inWord) {
+            break;
+        } else {
+            inWord = true;
+            if (c == '\'' || c == '"') {
+                quote = c;
+            } else if (c == '\\') {
+                if (i + 1 == line.size()) {
+                    error = "a backslash at the end of the line";
+                    return false;
+                }
+                word += line[++i];
+            } else {
+                word += c;
+            }
+        }
+    }
+    if (quote != 0) {
+        error = quote == '"' ? "a double quote is not closed" : "a single quote is not closed";
+        return false;
+    }
+    if (inWord) words.push_back(std::move(word));
+    return true;
+}
+
+}  // namespace app

@@ -1,0 +1,77 @@
+#include "app/session.h"
+
+#include "formats/svg/reader.h"
+#include "kzcore/tool_runner.h"
+#include "kzcore/view.h"
+
+namespace app {
+
+Session::Session() {
+    AFilePath path;
+    path += _T("Plugins");
+    path += _T(KZ_PLUGIN_FILE);
+    std::string error;
+    m_plugIn = APlugIn::load(path, error);
+    if (!m_plugIn) throw Failure{error};
+}
+
+Session::~Session() {
+    m_application.setActiveView(nullptr);
+    m_document.reset();
+}
+
+void Session::open(const std::string& file) {
+    std::string error;
+    // Made from char8_t, a path takes the text as UTF-8 on every build.
+    std::unique_ptr<ADocument> document =
+        svg::readDrawing(std::filesystem::path(std::u8string(file.begin(), file.end())), error);
+    if (!document) throw Failure{error};
+    m_application.setActiveView(&document->getView());
+    m_document = std::move(document);
+}
+
+ADocument& Session::document() {
+    if (!m_document) throw Failure{"no drawing is open"};
+    return *m_document;
+}
+
+std::unique_ptr<ATool> Session::makeTool(const std::string& className) const {
+    const APlugInTool* entry = m_plugIn->findTool(AString::fromUtf8(className));
+    if (!entry) throw Failure{"there is no tool \"" + className + "\""};
+    std::unique_ptr<ATool> tool(entry->factory());
+    if (!tool) throw Failure{"not enough memory for the tool " + className};
+    return tool;
+}
+
+bool Session::runTool(const std::string& className, AReferItem* item) {
+    document();
+    const std::unique_ptr<ATool> tool = makeTool(className);
+    std::string error;
+    switch (::runTool(*tool, item, error)) {
+        case AToolOutcome::notValid:
+            return false;
+        case AToolOutcome::done:
+            return true;
+        case AToolOutcome::refused:
+            throw Failure{"the tool " + className + " could not start"};
+        case AToolOutcome::notEnded:
+            throw Failure{"the tool " + className + " did not end"};
+        case AToolOutcome::failed:
+            throw Failure{"the tool " + className + " failed: " + error};
+    }
+    return false;
+}
+
+void Session::select(const std::vector<std::string>& names) {
+    AObList objects(0, 10);
+    for (const std::string& name : names) {
+        AObject* object = document().findObject(name);
+        if (!object) throw Failure{"there is no object \"" + name + "\""};
+        objects.AddTail(object);
+    }
+    ASelection& selection = *document().getView().m_selection;
+    selection.resetSelection(0);
+    selection.addSelection(&objects, 0, 1);
+}
+
+}  // namespace app

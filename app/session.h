@@ -1,0 +1,51 @@
+// A running host: the application, its plug-in and the open drawing.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "kzcore/application.h"
+#include "kzcore/document.h"
+#include "kzcore/plugin_loader.h"
+#include "kzcore/tool.h"
+
+namespace app {
+
+// What the user is told, as one line; the program ends with status 2.
+struct Failure {
+    std::string reason;
+};
+
+class Session {
+public:
+    // Loads the plug-in. Raises Failure when that does not work.
+    Session();
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // Opens a drawing in place of the one before. Raises Failure, and then the one before stays open.
+    void open(const std::string& file);
+    bool hasDocument() const { return m_document != nullptr; }
+    // Raises Failure when no drawing is open.
+    ADocument& document();
+
+    const APlugIn& plugIn() const { return *m_plugIn; }
+    // A new tool of the export table. Raises Failure for an unknown class and when there is no memory for it.
+    std::unique_ptr<ATool> makeTool(const std::string& className) const;
+
+    // Runs a tool of the export table on the open drawing: false when it is not valid. Raises Failure when
+    // the tool fails.
+    bool runTool(const std::string& className, AReferItem* item = nullptr);
+
+    // Replaces the selection. Raises Failure, and changes nothing, when there is no object of one of the
+    // names.
+    void select(const std::vector<std::string>& names);
+
+private:
+    AApplication m_application;
+    std::unique_ptr<APlugIn> m_plugIn;
+    std::unique_ptr<ADocument> m_document;  // gone before the plug-in is: its filter may be the plug-in's
+};
+
+}  // namespace app

@@ -1,0 +1,86 @@
+#include "kzcore/selection.h"
+
+#include <algorithm>
+
+#include "kzcore/document.h"
+
+int ASelection::isHomogeneous() const {
+    if (m_objects.empty()) return 0;
+    const AString& name = m_objects.front()->getClassName();
+    return std::ranges::all_of(m_objects, [&](const AObject* object) {
+        const AString& other = object->getClassName();
+        return &other == &name || other == name;
+    });
+}
+
+int ASelection::getSelectedChildren(AObList* children) const {
+    for (AObject* object : m_objects) children->AddTail(object);
+    return !m_objects.empty();
+}
+
+void ASelection::resetSelection(int) {
+    if (m_objects.empty()) return;
+    for (AObject* object : m_objects) object->setObjectFlags(kObjectSelected, false);
+    m_objects.clear();
+    ++m_revision;
+}
+
+void ASelection::select(AObject* object) {
+    m_objects.push_back(object);
+    object->setObjectFlags(kObjectSelected, true);
+}
+
+void ASelection::addSelection(AObject* object) {
+    if (contains(object)) return;
+    select(object);
+    ++m_revision;
+}
+
+void ASelection::addSelection(const AObList* objects, int toggle, int) {
+    if (objects->IsEmpty()) return;
+    m_objects.reserve(m_objects.size() + static_cast<std::size_t>(objects->GetCount()));
+    bool leaving = false;
+    for (ARoot* entry : *objects) {
+        AObject* object = static_cast<AObject*>(entry);
+        if (!contains(object)) {
+            select(object);
+        } else if (toggle) {
+            object->setObjectFlags(kObjectSelected, false);
+            leaving = true;
+        }
+    }
+    if (leaving) std::erase_if(m_objects, [this](const AObject* object) { return !contains(object); });
+    ++m_revision;
+}
+
+void ASelection::sortSelection(int) {
+    if (m_objects.size() < 2) return;
+    AObList all;
+    m_document.getSecondaryDatabase()->getAllObjects(all, 0);
+    m_document.getDatabase().getAllObjects(all, 0);
+    std::vector<AObject*> sorted;
+    sorted.reserve(m_objects.size());
+    for (ARoot* entry : all) {
+        AObject* object = static_cast<AObject*>(entry);
+        if (contains(object)) sorted.push_back(object);
+    }
+    // Whatever is selected but in neither database keeps its place behind the rest.
+    if (sorted.size() < m_objects.size()) {
+        std::vector<AObject*> known = sorted;
+        std::ranges::sort(known);
+        for (AObject* object : m_objects) {
+            if (!std::ranges::binary_search(known, object)) sorted.push_back(object);
+        }
+    }
+    if (sorted == m_objects) return;
+    m_objects = std::move(sorted);
+    ++m_revision;
+}
+
+void ASelection::restore(const std::vector<AObject*>& objects) {
+    std::vector<AObject*> fresh(objects);
+    for (AObject* object : m_objects) object->setObjectFlags(kObjectSelected, false);
+    for (AObject* object : fresh) object->setObjectFlags(kObjectSelected, true);
+    m_objects = std::move(fresh);
+    ++m_revision;
+}

@@ -1,0 +1,17 @@
+// Selects every object with the fill of the first selected object.
+#pragma once
+
+#include "plugin/tool_pattern.h"
+
+class ASelectColorTool : public TToolPattern<ASelectColorTool> {
+public:
+    static const AString className;
+    static constexpr ToolConstants constants{IDS_SELECT_SIMILAR_COLOR, IDS_TIP_SELECT_SIMILAR_COLOR,
+                                             ToolChanges::selection};
+
+    ASelectColorTool() { setUp(); }
+
+    int isValid() override;
+    using ATool::onToolStart;
+    int onToolStart() override;
+};

@@ -1,0 +1,17 @@
+// Selects every object of the class of the first selected object.
+#pragma once
+
+#include "plugin/tool_pattern.h"
+
+class ASelectSimilarTool : public TToolPattern<ASelectSimilarTool> {
+public:
+    static const AString className;
+    static constexpr ToolConstants constants{IDS_SELECT_SIMILAR_OBJECTS, IDS_TIP_SELECT_SIMILAR_OBJECTS,
+                                             ToolChanges::selection};
+
+    ASelectSimilarTool() { setUp(); }
+
+    int isValid() override;
+    using ATool::onToolStart;
+    int onToolStart() override;
+};

@@ -1,0 +1,139 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "kzcore/plugin_loader.h"
+#include "kzcore/tool.h"
+
+namespace {
+
+ATool* makeNothing() {
+    return nullptr;
+}
+int zero() {
+    return 0;
+}
+
+APlugInExport header() {
+    return {kPlugInHeader, 0, nullptr, nullptr, nullptr, nullptr, nullptr};
+}
+APlugInExport end() {
+    return {};
+}
+APlugInExport tool(const WCHAR* name, std::uint32_t flags = 0) {
+    return {kPlugInTool, flags, name, nullptr, &makeNothing, &zero, &zero};
+}
+
+// Reads a table, allowing only its own bytes, the names of the literals below and functions.
+struct Reading {
+    std::vector<APlugInTool> tools;
+    std::string error;
+
+    explicit Reading(const std::vector<APlugInExport>& table) {
+        const auto* first = reinterpret_cast<const BYTE*>(table.data());
+        const auto* last = first + table.size() * sizeof(APlugInExport);
+        tools = readExportTable(
+            table.data(),
+            [=](const void* address, std::size_t size) {
+                const auto* at = static_cast<const BYTE*>(address);
+                if (at >= first && at < last) return size <= static_cast<std::size_t>(last - at);
+                return at < first - 4096 || at > last + 4096;
+            },
+            error);
+    }
+};
+
+}  // namespace
+
+TEST(ExportTable, GivesItsToolsInOrder) {
+    const Reading reading({header(), tool(_T("AFirst")), tool(_T("ASecond"), 0x1000), end()});
+    EXPECT_EQ(reading.error, "");
+    ASSERT_EQ(reading.tools.size(), 2U);
+    EXPECT_EQ(reading.tools[0].className.toUtf8(), "AFirst");
+    EXPECT_EQ(reading.tools[0].flags, 0U);
+    EXPECT_EQ(reading.tools[1].className.toUtf8(), "ASecond");
+    EXPECT_EQ(reading.tools[1].flags, 0x1000U);
+    EXPECT_EQ(reading.tools[1].factory, &makeNothing);
+}
+
+TEST(ExportTable, MayHoldNoTool) {
+    const Reading reading({header(), end()});
+    EXPECT_EQ(reading.error, "");
+    EXPECT_TRUE(reading.tools.empty());
+}
+
+TEST(ExportTable, AMalformedRecordIsNamedAndNothingIsTaken) {
+    const auto changed = [](APlugInExport record, auto change) {
+        change(record);
+        return record;
+    };
+    const APlugInExport good = tool(_T("ATool1"));
+    std::vector<WCHAR> longName(300, WCHAR('a'));
+    longName.push_back(0);
+    struct Case {
+        std::vector<APlugInExport> table;
+        const char* error;
+    };
+    const Case cases[] = {
+        {{}, "record 0 of the export table: cannot be read"},
+        {{end()}, "record 0 of the export table: is no header"},
+        {{good, end()}, "record 0 of the export table: is no header"},
+        {{changed(header(), [](auto& r) { r.flags = 1; }), end()},
+         "record 0 of the export table: is no header"},
+        {{header(), good}, "record 2 of the export table: cannot be read"},
+        {{header(), header(), end()}, "record 1 of the export table: has an unknown kind"},
+        {{header(), changed(good, [](auto& r) { r.kind = 77; }), end()},
+         "record 1 of the export table: has an unknown kind"},
+        {{header(), good, changed(end(), [](auto& r) { r.flags = 1; })},
+         "record 2 of the export table: ends the table, but is not all zero"},
+        {{header(), changed(good, [](auto& r) { r.reserved = &r; }), end()},
+         "record 1 of the export table: uses the reserved field"},
+        {{header(), changed(good, [](auto& r) { r.className = nullptr; }), end()},
+         "record 1 of the export table: has no readable class name"},
+        {{header(), tool(longName.data()), end()},
+         "record 1 of the export table: has no readable class name"},
+        {{header(), tool(_T("")), end()}, "record 1 of the export table: has a malformed class name"},
+        {{header(), tool(_T("1st")), end()}, "record 1 of the export table: has a malformed class name"},
+        {{header(), tool(_T("A Tool")), end()}, "record 1 of the export table: has a malformed class name"},
+        {{header(), changed(good, [](auto& r) { r.factory = nullptr; }), end()},
+         "record 1 of the export table: has a function outside its module"},
+        {{header(), changed(good, [](auto& r) { r.secondCallback = nullptr; }), end()},
+         "record 1 of the export table: has a function outside its module"},
+        {{header(), good, good, end()}, "record 2 of the export table: repeats a class name"},
+    };
+    for (const Case& bad : cases) {
+        const Reading reading(bad.table);
+        EXPECT_EQ(reading.error, bad.error);
+        EXPECT_TRUE(reading.tools.empty());
+    }
+}
+
+TEST(ExportTable, WithoutAnEndIsGivenUp) {
+    std::vector<APlugInExport> table{header()};
+    std::vector<kzutil::WideString> names;
+    names.reserve(5000);
+    for (int i = 0; i < 5000; ++i) {
+        const AString name = AString::fromUtf8("ATool" + std::to_string(i));
+        names.emplace_back(name.view());
+        table.push_back(tool(names.back().c_str()));
+    }
+    const Reading reading(table);
+    EXPECT_EQ(reading.error, "record 4096 of the export table: the table has no end");
+    EXPECT_TRUE(reading.tools.empty());
+}
+
+TEST(ExportTable, ANullTableCannotBeRead) {
+    std::string error;
+    EXPECT_TRUE(readExportTable(
+                    nullptr, [](const void*, std::size_t) { return true; }, error)
+                    .empty());
+    EXPECT_EQ(error, "record 0 of the export table: cannot be read");
+}
+
+TEST(PlugIn, ThatIsMissingIsToldByItsPath) {
+    AFilePath path(_T("there"));
+    path += _T("no-such-plugin.so");
+    std::string error;
+    EXPECT_EQ(APlugIn::load(path, error), nullptr);
+    EXPECT_NE(error.find("no-such-plugin.so: cannot load the plug-in"), std::string::npos) << error;
+}

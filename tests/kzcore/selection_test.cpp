@@ -1,0 +1,82 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "support/drawing.h"
+
+using test::Drawing;
+using Objects = std::vector<AObject*>;
+
+TEST(Selection, HoldsEachObjectOnceInOrderOfSelection) {
+    Drawing drawing;
+    ALayer* layer = drawing.layer();
+    AObject* a = drawing.add(layer, _T("AOval"));
+    AObject* b = drawing.add(layer, _T("AOval"));
+    AObList list;
+    for (AObject* object : {b, a, b}) list.AddTail(object);
+    drawing.selection().addSelection(&list, 0, 1);
+    EXPECT_EQ(drawing.selected(), (Objects{b, a}));
+    EXPECT_TRUE(drawing.selection().contains(a));
+    drawing.selection().resetSelection(0);
+    EXPECT_EQ(drawing.selection().getCount(), 0);
+    EXPECT_FALSE(drawing.selection().contains(a));
+}
+
+TEST(Selection, AddingWithToggleTakesOutWhatIsSelected) {
+    Drawing drawing;
+    ALayer* layer = drawing.layer();
+    AObject* a = drawing.add(layer, _T("AOval"));
+    AObject* b = drawing.add(layer, _T("AOval"));
+    drawing.select({a});
+    AObList list;
+    list.AddTail(a);
+    list.AddTail(b);
+    drawing.selection().addSelection(&list, 1, 1);
+    EXPECT_EQ(drawing.selected(), Objects{b});
+}
+
+TEST(Selection, IsHomogeneousWithObjectsOfOneClassOnly) {
+    Drawing drawing;
+    ALayer* layer = drawing.layer();
+    AObject* oval = drawing.add(layer, _T("AOval"));
+    AObject* otherOval = drawing.add(layer, _T("AOval"));
+    AObject* text = drawing.add(layer, _T("AText"));
+    EXPECT_FALSE(drawing.selection().isHomogeneous());
+    drawing.select({oval});
+    EXPECT_TRUE(drawing.selection().isHomogeneous());
+    drawing.select({oval, otherOval});
+    EXPECT_TRUE(drawing.selection().isHomogeneous());
+    drawing.select({oval, otherOval, text});
+    EXPECT_FALSE(drawing.selection().isHomogeneous());
+}
+
+TEST(Selection, GivesItsObjectsAsAList) {
+    Drawing drawing;
+    AObject* a = drawing.add(drawing.layer(), _T("AOval"));
+    AObList list;
+    EXPECT_EQ(drawing.selection().getSelectedChildren(&list), 0);
+    drawing.select({a});
+    EXPECT_NE(drawing.selection().getSelectedChildren(&list), 0);
+    EXPECT_EQ(list.GetCount(), 1);
+    EXPECT_EQ(list.GetHead(), a);
+}
+
+TEST(Selection, SortingPutsItIntoDrawingOrderMasterLayersFirst) {
+    Drawing drawing;
+    ALayer* layer = drawing.layer();
+    AParent* group = drawing.addParent(layer, _T("AGroup"));
+    AObject* top = drawing.add(layer, _T("AOval"));
+    AObject* member = drawing.add(group, _T("AOval"));
+    AObject* master = drawing.add(drawing.masterLayer(), _T("AOval"));
+    AObject* loose = drawing.document.createObject(*findClass(_T("AOval")), "loose");
+    Objects expected{master, group, member, top, loose};
+    Objects shuffled = expected;
+    std::mt19937 random(3);
+    for (int i = 0; i < 20; ++i) {
+        std::ranges::shuffle(shuffled, random);
+        drawing.selection().restore(shuffled);
+        drawing.selection().sortSelection(1);
+        EXPECT_EQ(drawing.selected(), expected);
+    }
+}
