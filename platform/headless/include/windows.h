@@ -3,4 +3,6 @@
 
 #include "winapi/types.h"
 
+#include "winapi/geometry.h"
 #include "winapi/module.h"
+#include "winapi/window.h"
