@@ -9,7 +9,7 @@
 namespace {
 
 constexpr std::size_t kRecordSize = 48;
-constexpr std::size_t kMaxRecords = 4096;
+constexpr std::size_t kMaxRecords = 1024;
 constexpr std::size_t kMaxNameLength = 255;
 
 template <class Field>
@@ -131,10 +131,7 @@ std::unique_ptr<APlugIn> APlugIn::load(const AFilePath& path, std::string& error
         error = file + ": " + error;
         return nullptr;
     }
-    for (const APlugInTool& tool : plugIn->m_tools) {
-        registerArchiveClass(tool.className,
-                             reinterpret_cast<ARootFactory>(reinterpret_cast<void*>(tool.factory)));
-    }
+    for (const APlugInTool& tool : plugIn->m_tools) registerArchiveClass(tool.className, tool.factory);
     return plugIn;
 }
 

@@ -16,6 +16,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -96,5 +97,5 @@ private:
 // Classes that archives can create. A factory gives the new object to its caller, or null. Registering a name
 // again replaces its factory; a null factory takes the name out, which a module does before it goes. May be
 // called from static initialisers.
-using ARootFactory = ARoot* (*)();
+using ARootFactory = std::function<ARoot*()>;
 void registerArchiveClass(const AString& className, ARootFactory factory);

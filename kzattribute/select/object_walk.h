@@ -20,8 +20,14 @@ inline const AObList* openChildren(AObject& object) {
     return parent && !parent->hasOption(kOptionClosed) ? &parent->children : nullptr;
 }
 
-// Walks the list from its head, breadth-first: `visit(object)` gives the children to be walked later, or
-// null.
+// What a walk does after an object: goes on, with the children of `enter` to be walked later unless it is
+// null, or ends.
+struct WalkStep {
+    const AObList* enter = nullptr;
+    bool end = false;
+};
+
+// Walks the list from its head, breadth-first: `visit(object)` gives the step after each.
 //
 // When the object at hand is the last of the list, the list is emptied before its children are put in: the
 // order is that of appending, and the list of a deep drawing stays short.
@@ -30,11 +36,12 @@ void walkBreadthFirst(AObList& work, Visit visit) {
     POSITION at = work.GetHeadPosition();
     while (at) {
         auto* object = static_cast<AObject*>(work.GetNext(at));
-        const AObList* children = visit(*object);
-        if (!children || children->IsEmpty()) continue;
+        const WalkStep step = visit(*object);
+        if (step.end) return;
+        if (!step.enter || step.enter->IsEmpty()) continue;
         const bool wasLast = at == nullptr;
         if (wasLast) work.RemoveAll();
-        work.AddTail(children);
+        work.AddTail(step.enter);
         if (wasLast) at = work.GetHeadPosition();
     }
 }

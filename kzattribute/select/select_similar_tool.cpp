@@ -22,15 +22,15 @@ void collectByClass(const ADocView& view, const AString& wanted, AObList& found)
     appendEditableObjects(layers, work);
     const AString* known =
         nullptr;  // objects of one class share their name, so one comparison of texts is enough
-    walkBreadthFirst(work, [&](AObject& object) -> const AObList* {
-        if (isPassedOver(object)) return nullptr;
+    walkBreadthFirst(work, [&](AObject& object) -> WalkStep {
+        if (isPassedOver(object)) return {};
         const AString& name = object.getClassName();
         if (&name == known || name == wanted) {
             known = &name;
             found.AddTail(&object);
-            return nullptr;
+            return {};
         }
-        return openChildren(object);
+        return {openChildren(object)};
     });
 }
 

@@ -40,7 +40,14 @@ void AfxPrepareExtensionModule() {
 }
 
 BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& record, HMODULE instance) {
-    if (instance == nullptr) return FALSE;
+    if (instance == nullptr) {
+        // The module does not come, so what was registered before it goes back into its lists.
+        AFX_MODULE_STATE& refused = AfxGetModuleState();
+        if (refused.m_pClassInit) refused.m_classList.m_pHead = std::exchange(refused.m_pClassInit, nullptr);
+        if (refused.m_pFactoryInit)
+            refused.m_factoryList.m_pHead = std::exchange(refused.m_pFactoryInit, nullptr);
+        return FALSE;
+    }
     if (record.bInitialized) return TRUE;
     AFX_MODULE_STATE& state = AfxGetModuleState();
     record.bInitialized = TRUE;

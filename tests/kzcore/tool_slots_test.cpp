@@ -106,7 +106,7 @@ TEST(ToolSlots, StandInTheStatedOrder) {
         slotOf(&ATool::CreatePreferenceDialog)};
     std::ptrdiff_t expected = 0;
     for (const std::ptrdiff_t slot : slots) EXPECT_EQ(slot, expected++);
-    EXPECT_EQ(expected, 79);
+    EXPECT_EQ(expected, 78);
 }
 
 TEST(ToolSlots, TheListenerIsASecondBaseWithOneOperation) {

@@ -24,10 +24,16 @@ protected:
 };
 
 TEST_F(MessageBoxes, AreKeptInOrderWhereThereIsNoScreenAndAnsweredWithOk) {
-    EXPECT_EQ(KzMessageBox(65001, 0x80000000), 1);
-    EXPECT_EQ(KzMessageBox(65002, 0), 1);
-    EXPECT_EQ(takeKeptMessages(), (std::vector<AString>{AString(_T("#65001")), AString(_T("#65002"))}));
+    EXPECT_EQ(KzMessageBox(4160, 0x80000000), 1);
+    EXPECT_EQ(KzMessageBox(4161, 0), 1);
+    EXPECT_EQ(takeKeptMessages(), (std::vector<AString>{AString(_T("No object matches the criteria.")),
+                                                        AString(_T("Gr\u00fc\u00dfe"))}));
     EXPECT_TRUE(takeKeptMessages().empty());
+}
+
+TEST_F(MessageBoxes, ShowTheNumberOfATextThatNoModuleHas) {
+    KzMessageBox(65001, 0);
+    EXPECT_EQ(takeKeptMessages(), std::vector<AString>{AString(_T("#65001"))});
 }
 
 TEST_F(MessageBoxes, GoToThePresenterWithTheirFlagsAndGiveItsAnswer) {

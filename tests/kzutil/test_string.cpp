@@ -191,6 +191,14 @@ TEST(String, GoesToUtf8AndBack) {
     EXPECT_EQ(AString::fromUtf8(utf8).toUtf8(), utf8);
 }
 
+TEST(String, IsLoadedByIdFromTheResources) {
+    AString text(_T("before"));
+    EXPECT_EQ(text.LoadStringW(4160), TRUE);
+    EXPECT_EQ(text, _T("No object matches the criteria."));
+    EXPECT_EQ(text.LoadStringW(4161), TRUE);
+    EXPECT_EQ(text, _T("Gr\u00fc\u00dfe"));
+}
+
 TEST(String, LoadingAMissingIdEmptiesIt) {
     AString text(_T("before"));
     EXPECT_EQ(text.LoadStringW(65000), FALSE);

@@ -58,8 +58,8 @@ inline void appendText(Bytes& bytes, const AString& text) {
 // The archive of this content: what a reader meets when whoever lies to it has got length and checksum right.
 inline Bytes sealed(const Bytes& content) {
     unsigned long long sum = 14695981039346656037u;
-    for (const BYTE byte : content) {
-        sum ^= byte;
+    for (const BYTE octet : content) {
+        sum ^= octet;
         sum *= 1099511628211u;
     }
     Bytes archive = {'K', 'Z', 'A', 'R'};

@@ -1,0 +1,69 @@
+// The attributes of one element, read once, and the namespace prefixes in force.
+#pragma once
+
+#include <array>
+#include <bitset>
+#include <string_view>
+#include <vector>
+
+#include <pugixml.hpp>
+
+#include "formats/svg/vocabulary.h"
+
+namespace svg {
+
+// Declarations are scoped: remember size() before an element's content and call shrink() behind it.
+class Namespaces {
+public:
+    // The namespace of an element's prefix. Without any declaration in force plain elements count as SVG, so
+    // that drawings that forget to declare it are read.
+    Namespace ofElement(std::string_view prefix) const;
+    Namespace ofAttribute(std::string_view prefix) const;
+
+    void declare(std::string_view prefix, std::string_view uri);
+    std::size_t size() const { return m_bindings.size(); }
+    void shrink(std::size_t size) { m_bindings.resize(size); }
+
+private:
+    struct Binding {
+        std::string_view prefix;
+        Namespace space;
+    };
+    // More declarations in force at once than any program writes: further ones are not looked at.
+    static constexpr std::size_t kMostBindings = 256;
+
+    std::vector<Binding> m_bindings;
+};
+
+class AttributeSet {
+public:
+    // Reads all attributes; declarations of namespaces among them are added first.
+    void read(pugi::xml_node element, Namespaces& namespaces);
+
+    bool has(Attribute attribute) const { return m_present[static_cast<std::size_t>(attribute)]; }
+    // The text of an attribute, empty when it is not there.
+    std::string_view get(Attribute attribute) const {
+        return has(attribute) ? std::string_view(m_values[static_cast<std::size_t>(attribute)])
+                              : std::string_view();
+    }
+
+private:
+    static constexpr std::size_t kCount = static_cast<std::size_t>(Attribute::count);
+
+    void readAll(pugi::xml_node element, Namespaces& namespaces, bool declare);
+
+    std::bitset<kCount> m_present;
+    std::array<const char*, kCount> m_values;  // valid where present
+};
+
+// The parts of a qualified name.
+struct QualifiedName {
+    std::string_view prefix;
+    std::string_view local;
+};
+QualifiedName splitName(const char* name);
+
+// The element's kind; elements of other namespaces are unknown.
+Element elementOf(pugi::xml_node node, const Namespaces& namespaces);
+
+}  // namespace svg

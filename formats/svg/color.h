@@ -1,0 +1,24 @@
+// Colours as style sheets write them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace svg {
+
+// Reads a keyword, #rgb, #rgba, #rrggbb, #rrggbbaa, rgb(), rgba(), hsl() or hsla() from the front of the text
+// and takes it away, into 0xRRGGBB. Opacity is read and dropped: it belongs to objects, not to colours.
+// False, with the text unchanged, when it is not a colour. "currentColor" and "transparent" are not known
+// here.
+bool takeColor(std::string_view& text, std::uint32_t& rgb);
+
+// Reads device-cmyk(c m y k), components as numbers from 0 to 1 or percentages.
+bool takeCmyk(std::string_view& text, std::array<float, 4>& cmyk);
+// How a screen shows it.
+std::uint32_t cmykToRgb(const std::array<float, 4>& cmyk);
+
+// The value of a colour keyword, in any case; false when it is none.
+bool findColorName(std::string_view name, std::uint32_t& rgb);
+
+}  // namespace svg

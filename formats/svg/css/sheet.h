@@ -1,0 +1,52 @@
+// The author style sheet of a drawing: the rules of all its style elements.
+//
+//     StyleSheet sheet;
+//     sheet.add(".wall { fill: #333 }");
+//     sheet.collect(element, "wall", declarations);
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "formats/svg/css/selector.h"
+#include "formats/svg/style.h"
+
+namespace svg {
+
+class StyleSheet {
+public:
+    // Rules of a later call count as later in the sheet. Broken and unsupported parts are left out.
+    void add(std::string_view text);
+    bool isEmpty() const { return m_rules.empty(); }
+
+    // The declarations for an element, those that count more coming later; important ones among them are
+    // marked.
+    void collect(pugi::xml_node element, std::string_view id, std::string_view classes,
+                 std::vector<Declaration>& declarations);
+
+private:
+    struct Rule {
+        Selector selector;
+        std::size_t firstDeclaration;
+        std::size_t endDeclaration;
+    };
+    using Index = std::unordered_map<std::string_view, std::vector<std::size_t>>;
+
+    void addRules(std::string_view text, int depth);
+    void addRule(std::string_view selectors, std::string_view body);
+    void collectFrom(const Index& index, std::string_view key, pugi::xml_node element);
+    void collectFrom(const std::vector<std::size_t>& rules, pugi::xml_node element);
+
+    std::deque<std::string> m_texts;  // what the views below point into
+    std::vector<Declaration> m_declarations;
+    std::vector<Rule> m_rules;
+    // Rules by the most telling part of their subject.
+    Index m_byId, m_byClass, m_byType;
+    std::vector<std::size_t> m_universal;
+    std::vector<std::size_t> m_found;  // scratch of collect
+};
+
+}  // namespace svg

@@ -1,0 +1,39 @@
+// What a document keeps of the drawing it was read from: the text, in which every object's element is found
+// again.
+//
+// An object's source index is the byte offset of its element's name in the text; 0: it has no element (an
+// effect made around an object). The objects inside a "use" point to the elements that they repeat. Boxes
+// that were not needed while reading are computed here, from one start tag and those of the containers around
+// it, of which the last one is remembered: so not from two threads at once.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "formats/svg/view.h"
+#include "kzcore/document.h"
+
+namespace svg {
+
+class DrawingSource : public AGeometrySource {
+public:
+    // `root`: the view of the drawing's root.
+    DrawingSource(std::string text, const View& root) : m_text(std::move(text)), m_root(root) {}
+
+    AFRect computeBounds(const AObject& object) const override;
+
+    // UTF-8 without byte order mark, the drawing's own entities replaced.
+    const std::string& text() const { return m_text; }
+    // The start tag of an object's element, from "<" to ">"; empty when it has none.
+    std::string_view startTag(const AObject& object) const;
+    // The view in which the object's own element stands, its own transform not included.
+    View viewAround(const AObject& object) const;
+
+private:
+    std::string m_text;
+    View m_root;
+    mutable const AParent* m_lastParent = nullptr;
+    mutable View m_lastView;
+};
+
+}  // namespace svg

@@ -1,0 +1,191 @@
+#include "formats/svg/entities.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+
+#include "formats/svg/text_scan.h"
+
+namespace svg {
+
+namespace {
+
+constexpr std::size_t kLargestValue = std::size_t{1} << 20;
+constexpr std::size_t kLargestGrowth = std::size_t{64} << 20;
+constexpr int kDeepestNesting = 64;
+
+struct Entity {
+    std::string value;
+    std::size_t offset = 0;  // of its declaration
+    enum State { written, inProgress, expanded } state = written;
+};
+
+using Entities = std::unordered_map<std::string, Entity>;
+
+// Skips "<!-- … -->", "<? … ?>" or a quoted text that starts at `at`; false when nothing of the kind does.
+bool skipOpaque(std::string_view text, std::size_t& at) {
+    const auto skipTo = [&](std::size_t from, std::string_view end) {
+        const std::size_t found = text.find(end, from);
+        at = found == text.npos ? text.size() : found + end.size();
+        return true;
+    };
+    const std::string_view rest = text.substr(at);
+    if (rest.starts_with("<!--")) return skipTo(at + 4, "-->");
+    if (rest.starts_with("<?")) return skipTo(at + 2, "?>");
+    if (rest.starts_with("<![CDATA[")) return skipTo(at + 9, "]]>");
+    return false;
+}
+
+std::size_t skipQuoted(std::string_view text, std::size_t at) {
+    const std::size_t close = text.find(text[at], at + 1);
+    return close == text.npos ? text.size() : close + 1;
+}
+
+// The end of a declaration: its ">" outside quotes.
+std::size_t declarationEnd(std::string_view text, std::size_t at) {
+    while (at < text.size() && text[at] != '>') {
+        at = text[at] == '"' || text[at] == '\'' ? skipQuoted(text, at) : at + 1;
+    }
+    return std::min(at, text.size());
+}
+
+// <!ENTITY name "value">; parameter entities and external ones are left out. The first declaration counts.
+void readEntity(std::string_view declaration, std::size_t offset, Entities& entities) {
+    std::string_view rest = declaration;
+    const std::string_view name = takeWord(rest);
+    rest = trimFront(rest);
+    if (name.empty() || name == "%" || rest.empty() || (rest.front() != '"' && rest.front() != '\'')) return;
+    const std::size_t close = rest.find(rest.front(), 1);
+    if (close == rest.npos) return;
+    Entity entity;
+    entity.value = rest.substr(1, close - 1);
+    entity.offset = offset;
+    std::replace(entity.value.begin(), entity.value.end(), '\n', ' ');
+    entities.emplace(name, std::move(entity));
+}
+
+// Reads the internal subset from behind its "[".
+void readSubset(std::string_view text, std::size_t at, Entities& entities) {
+    while (at < text.size() && text[at] != ']') {
+        if (skipOpaque(text, at)) continue;
+        if (text[at] != '<') {
+            ++at;
+            continue;
+        }
+        const std::size_t end = declarationEnd(text, at);
+        constexpr std::string_view kEntity = "<!ENTITY";
+        if (text.substr(at).starts_with(kEntity)) {
+            readEntity(text.substr(at + kEntity.size(), end - at - kEntity.size()), at, entities);
+        }
+        at = end + 1;
+    }
+}
+
+// The place behind the "[" of the document type, npos without one.
+std::size_t findSubset(std::string_view text) {
+    std::size_t at = 0;
+    while (at < text.size()) {
+        if (isSpace(text[at])) {
+            ++at;
+        } else if (text.substr(at).starts_with("<!DOCTYPE")) {
+            while (at < text.size() && text[at] != '[' && text[at] != '>') {
+                at = text[at] == '"' || text[at] == '\'' ? skipQuoted(text, at) : at + 1;
+            }
+            return at < text.size() && text[at] == '[' ? at + 1 : text.npos;
+        } else if (!skipOpaque(text, at)) {
+            return text.npos;
+        }
+    }
+    return text.npos;
+}
+
+class Expander {
+public:
+    Expander(Entities& entities, EntityError& error) : m_entities(entities), m_error(error) {}
+
+    // Appends the text with its references replaced. `limit` bounds the output.
+    bool append(std::string_view text, std::size_t limit, int depth, bool isDocument, std::string& out);
+
+private:
+    bool fail(std::size_t offset, std::string reason) {
+        m_error = {offset, std::move(reason)};
+        return false;
+    }
+    bool expand(const std::string& name, Entity& entity, int depth);
+
+    Entities& m_entities;
+    EntityError& m_error;
+};
+
+bool Expander::expand(const std::string& name, Entity& entity, int depth) {
+    if (entity.state == Entity::expanded) return true;
+    if (entity.state == Entity::inProgress)
+        return fail(entity.offset, "the entity " + name + " refers to itself");
+    if (depth > kDeepestNesting) return fail(entity.offset, "entities are nested too deep");
+    entity.state = Entity::inProgress;
+    std::string value;
+    if (!append(entity.value, kLargestValue, depth, false, value)) {
+        if (m_error.reason.empty())
+            return fail(entity.offset, "the entity " + name + " expands to more than 1 MiB");
+        return false;
+    }
+    entity.value = std::move(value);
+    entity.state = Entity::expanded;
+    return true;
+}
+
+bool Expander::append(std::string_view text, std::size_t limit, int depth, bool isDocument,
+                      std::string& out) {
+    std::size_t done = 0;
+    std::size_t at = 0;
+    while ((at = text.find_first_of(isDocument ? "&<" : "&", at)) != text.npos) {
+        if (text[at] == '<') {
+            if (!skipOpaque(text, at)) ++at;
+            continue;
+        }
+        const std::size_t end = text.find_first_of("; \t\r\n<&\"'", at + 1);
+        if (end == text.npos) break;
+        const std::string name(text.substr(at + 1, end - at - 1));
+        const auto found = text[end] == ';' ? m_entities.find(name) : m_entities.end();
+        if (found == m_entities.end()) {
+            at = end;
+            continue;
+        }
+        if (!expand(name, found->second, depth + 1)) return false;
+        out.append(text.substr(done, at - done));
+        out += found->second.value;
+        if (out.size() > limit) return false;
+        at = done = end + 1;
+    }
+    out.append(text.substr(done));
+    return out.size() <= limit;
+}
+
+}  // namespace
+
+bool expandEntities(std::string& text, EntityError& error) {
+    const std::size_t subset = findSubset(text);
+    if (subset == text.npos) return true;
+    Entities entities;
+    readSubset(text, subset, entities);
+    for (const char* predefined : {"amp", "lt", "gt", "quot", "apos"}) entities.erase(predefined);
+    if (entities.empty()) return true;
+
+    // The declarations themselves stay as they are.
+    std::size_t body = subset;
+    while (body < text.size() && text[body] != ']') {
+        if (skipOpaque(text, body)) continue;
+        body = text[body] == '<' ? declarationEnd(text, body) + 1 : body + 1;
+    }
+    body = std::min(body, text.size());
+    std::string out = text.substr(0, body);
+    Expander expander(entities, error);
+    if (!expander.append(std::string_view(text).substr(body), text.size() + kLargestGrowth, 0, true, out)) {
+        if (error.reason.empty()) error = {subset, "its entities make the drawing more than 64 MiB larger"};
+        return false;
+    }
+    text = std::move(out);
+    return true;
+}
+
+}  // namespace svg

@@ -1,0 +1,11 @@
+// The colour model of an image.
+#pragma once
+
+#include "formats/svg/attributes.h"
+
+namespace svg {
+
+// What kz:model says ("gray", "cmyk", …), else what the header of an embedded PNG says, else RGB.
+int colorModelOf(const AttributeSet& attributes);
+
+}  // namespace svg

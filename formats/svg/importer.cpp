@@ -1,0 +1,308 @@
+#include "formats/svg/importer.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "formats/svg/image_model.h"
+#include "formats/svg/text_bounds.h"
+#include "formats/svg/text_scan.h"
+
+namespace svg {
+
+namespace {
+
+// What "use" may repeat in all: plenty for a small drawing, in proportion for a large one, bounded for every
+// one.
+constexpr std::size_t kRepeatableAtLeast = 100'000;
+constexpr std::size_t kRepeatablePerElement = 100;
+constexpr std::size_t kRepeatableAtMost = 2'000'000;
+
+Element kindOf(pugi::xml_node node) {
+    return findElement(splitName(node.name()).local);
+}
+
+bool isTrue(std::string_view text) {
+    return trim(text) == "true";
+}
+
+// Whether one of a list of languages is English, which is what scripts and documents expect.
+bool listsEnglish(std::string_view languages) {
+    while (!languages.empty()) {
+        const std::size_t comma = std::min(languages.find(','), languages.size());
+        const std::string_view one = trim(languages.substr(0, comma));
+        if (startsWithNoCase(one, "en") && (one.size() == 2 || one[2] == '-')) return true;
+        languages.remove_prefix(std::min(comma + 1, languages.size()));
+    }
+    return false;
+}
+
+}  // namespace
+
+Importer::Importer(ADocument& document, DrawingIndex& index)
+    : m_document(document),
+      m_index(index),
+      m_paint(document.getPaint(), index, m_styles),
+      m_names(index, document.getNames()),
+      m_repeatable(
+          std::min(kRepeatableAtLeast + kRepeatablePerElement * index.elementCount(), kRepeatableAtMost)) {}
+
+View Importer::run(pugi::xml_node root) {
+    m_root = root;
+    for (const pugi::xml_node style : m_index.styles()) m_styles.sheet().add(styleText(style));
+    m_document.getNames().reserve(m_index.elementCount());
+
+    m_attributes.read(root, m_namespaces);
+    AFRect page;
+    const View view = rootView(m_attributes, page);
+    m_document.setPage(page);
+    const Style style = m_styles.compute(root, m_attributes, Style());
+    m_frames.push_back({root, root.first_child(), nullptr, style, view, m_namespaces.size(), false, false});
+    while (!m_frames.empty()) {
+        Frame& frame = m_frames.back();
+        const pugi::xml_node node = frame.next;
+        if (!node) {
+            m_frames.pop_back();
+            if (!m_frames.empty()) m_namespaces.shrink(m_frames.back().namespaces);
+            continue;
+        }
+        frame.next = frame.single ? pugi::xml_node() : node.next_sibling();
+        if (frame.repeating && !spendRepeating(1)) continue;
+        read(node);
+    }
+    return view;
+}
+
+bool Importer::spendRepeating(std::size_t nodes) {
+    const bool enough = m_repeatable >= nodes;
+    m_repeatable = enough ? m_repeatable - nodes : 0;
+    return enough;
+}
+
+void Importer::read(pugi::xml_node node) {
+    const QualifiedName name = splitName(node.name());
+    const Element element = findElement(name.local);
+    const Frame& frame = m_frames.back();
+    const bool inUse = frame.single && kindOf(frame.node) == Element::use;
+    if (!isDrawn(element) && !(element == Element::symbol && inUse)) return;
+    const std::size_t namespaces = m_namespaces.size();
+    m_attributes.read(node, m_namespaces);
+    if (m_namespaces.ofElement(name.prefix) == Namespace::svg) {
+        const bool layer = frame.container == nullptr && element == Element::g &&
+                           m_attributes.get(Attribute::groupMode) == "layer";
+        if (layer) {
+            readLayer(node);
+        } else {
+            readObject(node, element, name.local);
+        }
+    }
+    // What this element declared holds for its content; a container that was entered takes it away later.
+    if (m_frames.back().node != node) m_namespaces.shrink(namespaces);
+}
+
+void Importer::readLayer(pugi::xml_node node) {
+    const Frame& top = m_frames.back();
+    Style style = m_styles.compute(node, m_attributes, top.style);
+    const bool master =
+        m_attributes.get(Attribute::kzDatabase) == "master" && m_document.getSecondaryDatabase();
+    ADatabase& database = master ? *m_document.getSecondaryDatabase() : m_document.getDatabase();
+    std::string_view title = m_attributes.get(Attribute::label);
+    if (title.empty()) title = m_attributes.get(Attribute::id);
+    if (title.empty()) title = "Layer";
+    ALayer* const layer = m_document.createLayer(database, m_classes.layerClass(m_attributes),
+                                                 AString::fromUtf8(cleanName(title, m_buffer)));
+    layer->setLocked(isTrue(m_attributes.get(Attribute::insensitive)));
+    layer->setHidden(!style.displayed);
+    layer->setSourceIndex(static_cast<std::uint32_t>(node.offset_debug()));
+    style.displayed = top.style.displayed;
+    const View view = enter(top.view, Element::g, m_attributes);
+    m_frames.push_back({node, node.first_child(), layer, style, view, m_namespaces.size(), false, false});
+}
+
+AParent& Importer::looseLayer() {
+    if (m_looseLayer != nullptr) return *m_looseLayer;
+    // Drawing programs call their first layer "Layer 1" too.
+    std::unordered_set<std::string> titles;
+    for (const pugi::xml_node child : m_root.children()) {
+        for (const pugi::xml_attribute attribute : child.attributes()) {
+            if (splitName(attribute.name()).local == "label") titles.insert(attribute.value());
+        }
+    }
+    std::string title;
+    for (int number = 1; title.empty() || titles.contains(title); ++number) {
+        title = "Layer " + std::to_string(number);
+    }
+    static const AClassInfo& layerClass = *findClass(_T("ALayer"));
+    m_looseLayer = m_document.createLayer(m_document.getDatabase(), layerClass, AString::fromUtf8(title));
+    return *m_looseLayer;
+}
+
+AObject* Importer::createObject(const AClassInfo& row, Element element, std::string_view localName) {
+    const std::string_view id = m_attributes.get(Attribute::id);
+    const bool own = !id.empty() && !m_frames.back().repeating;
+    return m_document.createObject(
+        row, own ? m_names.fromId(id) : m_names.make(static_cast<std::size_t>(element), localName));
+}
+
+void Importer::readObject(pugi::xml_node node, Element element, std::string_view localName) {
+    const Style style = m_styles.compute(node, m_attributes, m_frames.back().style);
+    const auto refersTo = [&](std::string_view text, Element kind) {
+        std::string_view id;
+        return !text.empty() && takeUrl(text, id) && kindOf(m_index.findResource(id)) == kind;
+    };
+    const bool masked = refersTo(style.mask, Element::mask) || refersTo(style.clipPath, Element::clipPath);
+    const bool onPath = element == Element::text && findTextPath(node);
+    const AClassInfo& row = m_classes.classFor(element, m_attributes, masked, onPath);
+
+    AParent* container = m_frames.back().container ? m_frames.back().container : &looseLayer();
+    if (!style.filter.empty() && row.kind != AClassKind::effect && isShadow(style.filter)) {
+        AObject* const effect =
+            m_document.createObject(m_classes.shadow(), m_names.make(kShadowStem, "shadow"));
+        container->appendChild(effect);
+        container = static_cast<AParent*>(effect);
+    }
+    AObject* const object = createObject(row, element, localName);
+    object->setSourceIndex(static_cast<std::uint32_t>(node.offset_debug()));
+    container->appendChild(object);
+
+    const bool drawsItself = !isContainerClass(row) || row.kind == AClassKind::composite;
+    if (drawsItself && !(style.displayed && style.visible)) object->setObjectFlags(kObjectHidden, true);
+    if (isTrue(m_attributes.get(Attribute::insensitive))) object->setObjectFlags(kObjectLocked, true);
+    if (isContainerClass(row)) {
+        enterContainer(static_cast<AParent&>(*object), node, element, style);
+        return;
+    }
+    if (row.kind == AClassKind::bitmap) {
+        static_cast<ABitmap*>(object)->setColorModel(colorModelOf(m_attributes));
+    } else {
+        object->setBrush(m_paint.brush(style.fill, style.color));
+        object->setPen(m_paint.pen(style.stroke, style.color));
+    }
+    setGeometry(*object, node, element, style);
+}
+
+void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style) {
+    const View& view = m_frames.back().view;
+    switch (element) {
+        case Element::rect:
+        case Element::circle:
+        case Element::ellipse:
+        case Element::line:
+        case Element::image:
+            object.setBoundingRect(shapeBounds(element, m_attributes, view, style.fontSize));
+            break;
+        case Element::path:
+        case Element::polygon:
+        case Element::polyline:
+            object.setObjectFlags(kObjectBoundsPending, true);
+            break;
+        case Element::text:
+            object.setBoundingRect(textBounds(node, style, view, m_styles, m_index));
+            break;
+        default:
+            object.setBoundingRect(contentBounds(node, style));
+            break;
+    }
+}
+
+// The box of a container that is a single object: that of the shapes inside.
+AFRect Importer::contentBounds(pugi::xml_node node, const Style& style) {
+    struct Level {
+        View view;
+        Style style;
+    };
+    BoundsBuilder bounds;
+    std::vector<Level> around{{m_frames.back().view, style}};
+    around.push_back({enter(around[0].view, kindOf(node), m_attributes), style});
+    Namespaces namespaces;
+    AttributeSet attributes;
+    int depth = 1;
+    bool inside = true;
+    for (pugi::xml_node at = nextNode(node, node, depth); at; at = nextNode(at, node, depth, inside)) {
+        if (m_frames.back().repeating && !spendRepeating(1)) break;
+        around.resize(static_cast<std::size_t>(depth), around[0]);
+        const Element element = kindOf(at);
+        inside = element != Element::use && element != Element::text && isContainer(element);
+        if (!isDrawn(element)) continue;
+        attributes.read(at, namespaces);
+        namespaces.shrink(0);
+        const Level level = around.back();
+        const Style own = m_styles.compute(at, attributes, level.style);
+        AFRect box;
+        if (inside) {
+            around.push_back({enter(level.view, element, attributes), own});
+        } else if (element == Element::text) {
+            box = textBounds(at, own, level.view, m_styles, m_index);
+        } else if (element == Element::path || element == Element::polygon || element == Element::polyline) {
+            box = curveBounds(element, attributes, level.view);
+        } else {
+            box = shapeBounds(element, attributes, level.view, own.fontSize);
+        }
+        if (box != AFRect()) bounds.add(box);
+    }
+    return bounds.get();
+}
+
+void Importer::enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style) {
+    if (m_frames.size() >= static_cast<std::size_t>(kDeepestNesting)) return;  // only "use" gets here
+    Frame frame{node,
+                node.first_child(),
+                &container,
+                style,
+                enter(m_frames.back().view, element, m_attributes),
+                m_namespaces.size(),
+                false,
+                m_frames.back().repeating};
+    if (element == Element::use) {
+        enterUse(std::move(frame));
+        return;
+    }
+    if (element == Element::switch_) {
+        frame.next = chooseCase(node);
+        frame.single = true;
+    }
+    m_frames.push_back(std::move(frame));
+}
+
+void Importer::enterUse(Frame frame) {
+    const std::string_view id = localReference(m_attributes.get(Attribute::href));
+    const pugi::xml_node target = id.empty() ? pugi::xml_node() : m_index.findAny(id);
+    if (!target || target == frame.node) return;
+    for (const Frame& open : m_frames) {
+        if (open.node == target) return;  // would repeat itself for ever
+    }
+    frame.next = target;
+    frame.single = frame.repeating = true;
+    m_frames.push_back(std::move(frame));
+}
+
+pugi::xml_node Importer::chooseCase(pugi::xml_node node) {
+    for (const pugi::xml_node child : node.children()) {
+        if (!isDrawn(kindOf(child))) continue;
+        const pugi::xml_attribute language = child.attribute("systemLanguage");
+        const bool wanted = child.attribute("requiredExtensions").value()[0] == '\0' &&
+                            (!language || listsEnglish(language.value()));
+        if (wanted) return child;
+    }
+    return {};
+}
+
+// A filter that draws a shadow: it says so, or moves a copy and puts the original over it.
+bool Importer::isShadow(std::string_view filter) {
+    if (startsWithNoCase(filter, "drop-shadow(")) return true;
+    std::string_view id;
+    if (!takeUrl(filter, id)) return false;
+    const pugi::xml_node node = m_index.findResource(id);
+    if (kindOf(node) != Element::filter) return false;
+    bool moved = false;
+    bool joined = false;
+    for (const pugi::xml_node child : node.children()) {
+        const Element element = kindOf(child);
+        if (element == Element::feDropShadow) return true;
+        moved |= element == Element::feOffset;
+        joined |=
+            element == Element::feMerge || element == Element::feBlend || element == Element::feComposite;
+    }
+    return moved && joined;
+}
+
+}  // namespace svg

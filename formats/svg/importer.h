@@ -1,0 +1,76 @@
+// Builds a document from a parsed drawing.
+//
+// Decisions beyond the mapping of elements to classes (object_class.h):
+// - Objects outside every layer go to one layer, "Layer 1" (or the first such number that no layer has),
+// which stands
+//   among the layers where the first such object stands in the drawing.
+// - A "switch" is a group of the child that would be drawn: the first object without required extensions and
+// for no
+//   language or English.
+// - A group with a class of a single object (a dimension) is that object; its content is how it is drawn.
+// - What a layer hides is not marked as hidden one by one: showing the layer brings it back.
+// - A "use" repeats what it refers to as its own objects, under made names; how much is repeated in all is
+// bounded,
+//   and what would repeat itself for ever is empty.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "formats/svg/names.h"
+#include "formats/svg/object_class.h"
+#include "formats/svg/paint_resolver.h"
+#include "formats/svg/view.h"
+#include "kzcore/document.h"
+
+namespace svg {
+
+class Importer {
+public:
+    Importer(ADocument& document, DrawingIndex& index);
+
+    // `root`: the drawing's svg element. Gives the view of its content.
+    View run(pugi::xml_node root);
+
+private:
+    // A container whose children are being read.
+    struct Frame {
+        pugi::xml_node node;
+        pugi::xml_node next;
+        AParent* container;  // null at the top, outside every layer
+        Style style;
+        View view;
+        std::size_t namespaces;
+        bool single;  // only `next` itself, not what follows it
+        bool repeating;
+    };
+
+    void read(pugi::xml_node node);
+    void readLayer(pugi::xml_node node);
+    void readObject(pugi::xml_node node, Element element, std::string_view localName);
+    void setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style);
+    void enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style);
+    void enterUse(Frame frame);
+    AObject* createObject(const AClassInfo& row, Element element, std::string_view localName);
+    AParent& looseLayer();
+    pugi::xml_node chooseCase(pugi::xml_node node);
+    bool isShadow(std::string_view filter);
+    bool spendRepeating(std::size_t nodes);
+    AFRect contentBounds(pugi::xml_node node, const Style& style);
+
+    ADocument& m_document;
+    DrawingIndex& m_index;
+    StyleResolver m_styles;
+    PaintResolver m_paint;
+    NameMaker m_names;
+    ObjectClasses m_classes;
+    Namespaces m_namespaces;
+    AttributeSet m_attributes;  // of the element being read
+    std::vector<Frame> m_frames;
+    pugi::xml_node m_root;
+    ALayer* m_looseLayer = nullptr;
+    std::size_t m_repeatable = 0;  // elements that may still be repeated by "use"
+    std::string m_buffer;
+};
+
+}  // namespace svg

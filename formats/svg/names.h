@@ -1,0 +1,37 @@
+// The names of objects: their ids, made unique, and made names for those without.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "formats/svg/drawing_index.h"
+#include "kzcore/name_table.h"
+
+namespace svg {
+
+// A name as the model takes it: "/" separates the parts of paths that users see, so it becomes the division
+// slash U+2215; malformed UTF-8 becomes U+FFFD. Gives `text` itself, or a view into `buffer`.
+std::string_view cleanName(std::string_view text, std::string& buffer);
+
+class NameMaker {
+public:
+    NameMaker(DrawingIndex& index, const ANameTable& names) : m_index(index), m_names(names) {}
+
+    // The name for an element with this id: the id, or "id-2", "id-3", … when an object has it already.
+    std::string_view fromId(std::string_view id);
+    // The next free name of "rect-1", "rect-2", …, which no id of the drawing has either.
+    std::string_view make(std::size_t stem, std::string_view word);
+
+private:
+    DrawingIndex& m_index;
+    const ANameTable& m_names;
+    std::array<std::uint32_t, kStemCount> m_last{};       // number of the last name made
+    std::array<std::size_t, kStemCount> m_takenBehind{};  // how many taken numbers are not above it
+    std::unordered_map<std::string, std::uint32_t> m_nextSuffix;
+    std::string m_buffer;
+    std::string m_clean;
+};
+
+}  // namespace svg

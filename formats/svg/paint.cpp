@@ -1,0 +1,79 @@
+#include "formats/svg/paint.h"
+
+#include <array>
+
+#include "formats/svg/color.h"
+#include "formats/svg/text_scan.h"
+
+namespace svg {
+
+namespace {
+
+// Keywords and colours, all that may also stand as a fallback.
+bool parseSimplePaint(std::string_view text, PaintKind& kind, std::uint32_t& rgb,
+                      std::string_view& cmykText) {
+    if (takeColor(text, rgb)) {
+        kind = PaintKind::rgb;
+        return true;
+    }
+    for (const std::string_view nothing : {"none", "transparent", "context-fill", "context-stroke"}) {
+        if (equalsNoCase(text, nothing)) {
+            kind = PaintKind::none;
+            return true;
+        }
+    }
+    if (equalsNoCase(text, "currentcolor")) {
+        kind = PaintKind::currentColor;
+        return true;
+    }
+    std::array<float, 4> cmyk;
+    std::string_view rest = text;
+    if (!takeCmyk(rest, cmyk)) return false;
+    kind = PaintKind::cmyk;
+    cmykText = text;
+    return true;
+}
+
+}  // namespace
+
+bool takeUrl(std::string_view& text, std::string_view& id) {
+    if (!startsWithNoCase(text, "url(")) return false;
+    std::string_view rest = trimFront(text.substr(4));
+    std::size_t end = rest.npos;
+    if (!rest.empty() && (rest.front() == '"' || rest.front() == '\'')) {
+        const char quote = rest.front();
+        rest.remove_prefix(1);
+        end = rest.find(quote);
+    } else {
+        end = rest.find(')');
+    }
+    if (end == rest.npos) return false;
+    id = localReference(rest.substr(0, end));
+    const std::size_t close = rest.find(')', end);
+    if (close == rest.npos) return false;
+    text = trimFront(rest.substr(close + 1));
+    return true;
+}
+
+bool parsePaint(std::string_view text, Paint& paint) {
+    text = trim(text);
+    Paint result;
+    if (takeUrl(text, result.text)) {
+        result.kind = PaintKind::reference;
+        std::string_view cmykText;
+        // A CMYK fallback is shown as its RGB look-alike.
+        if (!text.empty() && !parseSimplePaint(text, result.fallback, result.rgb, cmykText)) return false;
+        if (result.fallback == PaintKind::cmyk) {
+            std::array<float, 4> cmyk;
+            takeCmyk(cmykText, cmyk);
+            result.fallback = PaintKind::rgb;
+            result.rgb = cmykToRgb(cmyk);
+        }
+    } else if (!parseSimplePaint(text, result.kind, result.rgb, result.text)) {
+        return false;
+    }
+    paint = result;
+    return true;
+}
+
+}  // namespace svg

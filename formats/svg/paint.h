@@ -1,0 +1,28 @@
+// A fill or stroke as written: the value of a paint property.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace svg {
+
+enum class PaintKind : std::uint8_t { none, currentColor, rgb, cmyk, reference };
+
+// Views point into the drawing's text or its style sheet.
+struct Paint {
+    PaintKind kind = PaintKind::none;
+    PaintKind fallback = PaintKind::none;  // of a reference to something that is not there
+    std::uint32_t rgb = 0;                 // 0xRRGGBB, of `kind` or of `fallback`
+    std::string_view text;                 // the id referred to; the text of a CMYK colour
+};
+
+// Reads a paint: none, currentColor, a colour (what follows it, such as icc-color(), is dropped), url(#id)
+// with an optional fallback. context-fill and context-stroke have no meaning outside markers and count as
+// none, so does "transparent". False for anything else.
+bool parsePaint(std::string_view text, Paint& paint);
+
+// The id inside "url(#id)", quoted or not, taken from the front of the text. A reference to another file
+// gives an id that no element has. False when the text does not start with a reference.
+bool takeUrl(std::string_view& text, std::string_view& id);
+
+}  // namespace svg

@@ -1,0 +1,181 @@
+#include "formats/svg/reader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <system_error>
+
+#include <pugixml.hpp>
+
+#include "formats/svg/drawing_source.h"
+#include "formats/svg/encoding.h"
+#include "formats/svg/entities.h"
+#include "formats/svg/importer.h"
+#include "formats/svg/text_scan.h"
+
+namespace svg {
+
+namespace {
+
+// Offsets of elements are kept in 32 bits, and a drawing of that size would not fit anyway.
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{2} << 30;
+constexpr char kTooLarge[] = "the file is larger than 2 GiB";
+
+std::string nameOf(const std::filesystem::path& file) {
+    const std::u8string text = file.u8string();
+    return {text.begin(), text.end()};
+}
+
+// Control characters of names and elements would break the one line.
+std::string printable(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, '?');
+    return text;
+}
+
+std::unique_ptr<ADocument> fail(std::string& error, std::string_view name, std::string_view reason) {
+    error = printable(std::string(name) + ": " + std::string(reason));
+    return nullptr;
+}
+
+std::unique_ptr<ADocument> failAt(std::string& error, std::string_view name, std::string_view text,
+                                  std::size_t offset, std::string_view reason) {
+    offset = std::min(offset, text.size());
+    const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n');
+    error = printable(std::string(name) + ':' + std::to_string(line) + ": " + std::string(reason));
+    return nullptr;
+}
+
+std::string_view reasonOf(const pugi::xml_parse_result& result, std::size_t size) {
+    using enum pugi::xml_parse_status;
+    if (static_cast<std::size_t>(result.offset) >= size) return "the file ends in the middle of the drawing";
+    switch (result.status) {
+        case status_out_of_memory:
+            return "out of memory";
+        case status_unrecognized_tag:
+            return "\"<\" does not start an element here";
+        case status_bad_pi:
+            return "a processing instruction is broken";
+        case status_bad_comment:
+            return "a comment is broken";
+        case status_bad_cdata:
+            return "a CDATA section is broken";
+        case status_bad_doctype:
+            return "the document type is broken";
+        case status_bad_pcdata:
+            return "a text is broken";
+        case status_bad_start_element:
+            return "a start tag is broken";
+        case status_bad_attribute:
+            return "an attribute is broken";
+        case status_bad_end_element:
+            return "an end tag is broken";
+        case status_end_element_mismatch:
+            return "an end tag does not match its start tag";
+        case status_no_document_element:
+            return "there is no element in it";
+        default:
+            return "this is not XML";
+    }
+}
+
+bool isDrawingRoot(pugi::xml_node root) {
+    Namespaces namespaces;
+    AttributeSet attributes;
+    attributes.read(root, namespaces);
+    return elementOf(root, namespaces) == Element::svg;
+}
+
+std::string tagOf(pugi::xml_node node) {
+    constexpr std::size_t kLongest = 60;
+    return '<' + std::string(node.name()).substr(0, kLongest) + '>';
+}
+
+std::size_t offsetOf(pugi::xml_node node) {
+    return static_cast<std::size_t>(std::max<std::ptrdiff_t>(node.offset_debug(), 0));
+}
+
+// The second element at the top, null when there is one only.
+pugi::xml_node secondRoot(pugi::xml_node root) {
+    for (pugi::xml_node next = root.next_sibling(); next; next = next.next_sibling()) {
+        if (next.type() == pugi::node_element) return next;
+    }
+    return {};
+}
+
+}  // namespace
+
+std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view name, std::string& error) {
+    if (bytes.empty()) return fail(error, name, "the file is empty");
+    if (bytes.size() > kLargestFile) return fail(error, name, kTooLarge);
+    if (bytes.starts_with("\x1F\x8B"))
+        return fail(error, name, "compressed drawings are not supported, unpack it first");
+    convertToUtf8(bytes);
+    EntityError entityError;
+    if (!expandEntities(bytes, entityError))
+        return failAt(error, name, bytes, entityError.offset, entityError.reason);
+
+    // The parser cuts its buffer into pieces, so it works on a copy, which is gone when the document is made.
+    const auto buffer = std::make_unique_for_overwrite<char[]>(bytes.size());
+    std::memcpy(buffer.get(), bytes.data(), bytes.size());
+    pugi::xml_document xml;
+    const pugi::xml_parse_result result =
+        xml.load_buffer_inplace(buffer.get(), bytes.size(), pugi::parse_default, pugi::encoding_utf8);
+    if (!result) {
+        return failAt(error, name, bytes, static_cast<std::size_t>(result.offset),
+                      reasonOf(result, bytes.size()));
+    }
+    const pugi::xml_node root = xml.document_element();
+    if (!isDrawingRoot(root)) {
+        return failAt(error, name, bytes, offsetOf(root),
+                      "this is no SVG drawing: its root is " + tagOf(root));
+    }
+    if (const pugi::xml_node second = secondRoot(root)) {
+        return failAt(error, name, bytes, offsetOf(second), "a second root element " + tagOf(second));
+    }
+    DrawingIndex index;
+    pugi::xml_node culprit;
+    if (!index.build(root, culprit)) {
+        return failAt(error, name, bytes, offsetOf(culprit), "elements are nested deeper than 1000");
+    }
+    auto document = std::make_unique<ADocument>();
+    const View view = Importer(*document, index).run(root);
+    document->setGeometrySource(std::make_unique<DrawingSource>(std::move(bytes), view));
+    return document;
+}
+
+std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::string& error) {
+    const std::string name = nameOf(file);
+    std::error_code failure;
+    const std::filesystem::file_status status = std::filesystem::status(file, failure);
+    if (status.type() == std::filesystem::file_type::not_found)
+        return fail(error, name, "there is no such file");
+    if (failure) return fail(error, name, "cannot be read: " + failure.message());
+    if (status.type() == std::filesystem::file_type::directory) return fail(error, name, "is a folder");
+
+    errno = 0;
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        const std::string reason = errno != 0 ? std::generic_category().message(errno) : "it does not open";
+        return fail(error, name, "cannot be read: " + reason);
+    }
+    std::string bytes;
+    if (status.type() == std::filesystem::file_type::regular) {
+        const std::uintmax_t size = std::filesystem::file_size(file, failure);
+        if (!failure && size > kLargestFile) return fail(error, name, kTooLarge);
+        if (!failure) bytes.resize(size);
+        stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        bytes.resize(static_cast<std::size_t>(stream.gcount()));
+    }
+    // A pipe, or a file that grows while it is read.
+    char piece[1 << 16];
+    while (stream && bytes.size() <= kLargestFile) {
+        stream.read(piece, sizeof piece);
+        bytes.append(piece, static_cast<std::size_t>(stream.gcount()));
+    }
+    if (stream.bad()) return fail(error, name, "cannot be read to its end");
+    return readDrawingBytes(std::move(bytes), name, error);
+}
+
+}  // namespace svg

@@ -1,0 +1,27 @@
+// Reads SVG drawings into documents.
+//
+//     std::string error;
+//     std::unique_ptr<ADocument> document = svg::readDrawing("harbour.svg", error);
+//     if (!document) std::cerr << error << '\n';   // harbour.svg:12: an end tag does not match its start tag
+//
+// Drawings are untrusted: nesting, entities and repetition are bounded, nothing outside the file is opened.
+// Compressed drawings (.svgz) are refused with an error that says so.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "kzcore/document.h"
+
+namespace svg {
+
+// Null, and `error` is one line "FILE:LINE: reason" ("FILE: reason" where no line applies), when the file
+// cannot be read or is not a drawing.
+std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::string& error);
+
+// The same from memory; `name` stands for the file in errors.
+std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view name, std::string& error);
+
+}  // namespace svg

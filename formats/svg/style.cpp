@@ -1,0 +1,242 @@
+#include "formats/svg/style.h"
+
+#include "formats/svg/color.h"
+#include "formats/svg/text_scan.h"
+#include "formats/svg/units.h"
+#include "formats/svg/word_table.h"
+
+namespace svg {
+
+namespace {
+
+constexpr auto kProperties = makeWordTable<Property>({
+    {"fill", Property::fill},
+    {"stroke", Property::stroke},
+    {"color", Property::color},
+    {"display", Property::display},
+    {"visibility", Property::visibility},
+    {"font-size", Property::fontSize},
+    {"text-anchor", Property::textAnchor},
+    {"filter", Property::filter},
+    {"mask", Property::mask},
+    {"clip-path", Property::clipPath},
+    {"stop-color", Property::stopColor},
+});
+
+struct FontKeyword {
+    std::string_view name;
+    double size;
+};
+
+constexpr FontKeyword kFontSizes[] = {{"xx-small", 9}, {"x-small", 10}, {"small", 13},   {"medium", 16},
+                                      {"large", 18},   {"x-large", 24}, {"xx-large", 32}};
+
+bool isInherited(Property property) {
+    return property < Property::filter && property != Property::display;
+}
+
+// Copies a property from one style to another: "inherit" from the parent, "initial" from a fresh style.
+void copyProperty(Style& style, const Style& from, Property property) {
+    switch (property) {
+        case Property::fill:
+            style.fill = from.fill;
+            break;
+        case Property::stroke:
+            style.stroke = from.stroke;
+            break;
+        case Property::color:
+            style.color = from.color;
+            break;
+        case Property::visibility:
+            style.visible = from.visible;
+            break;
+        case Property::fontSize:
+            style.fontSize = from.fontSize;
+            break;
+        case Property::textAnchor:
+            style.textAnchor = from.textAnchor;
+            break;
+        case Property::filter:
+            style.filter = from.filter;
+            break;
+        case Property::mask:
+            style.mask = from.mask;
+            break;
+        case Property::clipPath:
+            style.clipPath = from.clipPath;
+            break;
+        case Property::stopColor:
+            style.stopColor = from.stopColor;
+            break;
+        default:
+            break;
+    }
+}
+
+void applyColor(Style& style, const Style& parent, std::string_view value) {
+    if (equalsNoCase(value, "currentcolor")) {
+        style.color = parent.color;
+    } else if (std::uint32_t rgb = 0; takeColor(value, rgb)) {
+        style.color = rgb;
+    }
+}
+
+void applyFontSize(Style& style, const Style& parent, std::string_view value) {
+    for (const FontKeyword& keyword : kFontSizes) {
+        if (equalsNoCase(value, keyword.name)) style.fontSize = keyword.size;
+    }
+    if (equalsNoCase(value, "smaller")) style.fontSize = parent.fontSize / 1.2;
+    if (equalsNoCase(value, "larger")) style.fontSize = parent.fontSize * 1.2;
+    const LengthContext context{parent.fontSize, parent.fontSize, parent.fontSize};
+    double size = 0;
+    if (parseLength(value, Axis::horizontal, context, size) && size >= 0) style.fontSize = size;
+}
+
+void applyTextAnchor(Style& style, std::string_view value) {
+    if (equalsNoCase(value, "start")) style.textAnchor = TextAnchor::start;
+    if (equalsNoCase(value, "middle")) style.textAnchor = TextAnchor::middle;
+    if (equalsNoCase(value, "end")) style.textAnchor = TextAnchor::end;
+}
+
+std::string_view noneIsEmpty(std::string_view value) {
+    return equalsNoCase(value, "none") ? "" : value;
+}
+
+// The size in a "font" shorthand: the last word before the family that starts with a digit, "12px/1.4"
+// included.
+std::string_view fontSizeOf(std::string_view font) {
+    while (!font.empty()) {
+        std::string_view word = takeWord(font);
+        if (word.empty() || !(isDigit(word.front()) || word.front() == '.')) continue;
+        word = word.substr(0, word.find('/'));
+        const char last = word.back();
+        if (!isDigit(last)) return word;  // without a unit it is the weight
+    }
+    return {};
+}
+
+// The length of a declaration: up to a semicolon outside quotes and parentheses.
+std::size_t declarationLength(std::string_view text) {
+    char quote = 0;
+    int depth = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (quote != 0) {
+            if (c == quote) quote = 0;
+        } else if (c == ';' && depth <= 0) {
+            return i;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '(') {
+            ++depth;
+        } else if (c == ')') {
+            --depth;
+        }
+    }
+    return text.size();
+}
+
+bool takeImportant(std::string_view& value) {
+    const std::size_t mark = value.rfind('!');
+    if (mark == value.npos || !equalsNoCase(trim(value.substr(mark + 1)), "important")) return false;
+    value = trim(value.substr(0, mark));
+    return true;
+}
+
+}  // namespace
+
+Style Style::inherited() const {
+    Style style = *this;
+    style.filter = style.mask = style.clipPath = {};
+    style.stopColor = Style().stopColor;
+    return style;
+}
+
+Property findProperty(std::string_view name) {
+    return kProperties.find(name, Property::unknown);
+}
+
+void applyProperty(Style& style, const Style& parent, Property property, std::string_view value) {
+    value = trim(value);
+    if (value.empty()) return;
+    if (property == Property::display) {  // not inherited as a property, but in effect
+        style.displayed = parent.displayed && !equalsNoCase(value, "none");
+        return;
+    }
+    if (value.size() >= 5 &&
+        (toLower(value[0]) == 'i' || toLower(value[0]) == 'u' || toLower(value[0]) == 'r')) {
+        const bool natural = equalsNoCase(value, "unset") || equalsNoCase(value, "revert");
+        if (equalsNoCase(value, "inherit") || (natural && isInherited(property))) {
+            copyProperty(style, parent, property);
+            return;
+        }
+        if (natural || equalsNoCase(value, "initial")) {
+            copyProperty(style, Style(), property);
+            return;
+        }
+    }
+    switch (property) {
+        case Property::fill:
+            parsePaint(value, style.fill);
+            break;
+        case Property::stroke:
+            parsePaint(value, style.stroke);
+            break;
+        case Property::color:
+            applyColor(style, parent, value);
+            break;
+        case Property::visibility:
+            if (equalsNoCase(value, "visible")) style.visible = true;
+            if (equalsNoCase(value, "hidden") || equalsNoCase(value, "collapse")) style.visible = false;
+            break;
+        case Property::fontSize:
+            applyFontSize(style, parent, value);
+            break;
+        case Property::textAnchor:
+            applyTextAnchor(style, value);
+            break;
+        case Property::filter:
+            style.filter = noneIsEmpty(value);
+            break;
+        case Property::mask:
+            style.mask = noneIsEmpty(value);
+            break;
+        case Property::clipPath:
+            style.clipPath = noneIsEmpty(value);
+            break;
+        case Property::stopColor:
+            parsePaint(value, style.stopColor);
+            break;
+        default:
+            break;
+    }
+}
+
+bool takeDeclaration(std::string_view& text, Declaration& declaration) {
+    while (!text.empty()) {
+        const std::size_t length = declarationLength(text);
+        const std::string_view whole = text.substr(0, length);
+        text.remove_prefix(length < text.size() ? length + 1 : length);
+        const std::size_t colon = whole.find(':');
+        if (colon == whole.npos) continue;
+        const std::string_view name = trim(whole.substr(0, colon));
+        Property property = findProperty(name);
+        const bool shorthand = property == Property::unknown && equalsNoCase(name, "font");
+        if (property == Property::unknown && !shorthand) {
+            // Written in capitals, rarely.
+            char lower[16];
+            if (name.empty() || name.size() > sizeof lower || (name[0] >= 'a' && name[0] <= 'z')) continue;
+            for (std::size_t i = 0; i < name.size(); ++i) lower[i] = toLower(name[i]);
+            property = findProperty({lower, name.size()});
+            if (property == Property::unknown) continue;
+        }
+        declaration.value = trim(whole.substr(colon + 1));
+        declaration.important = takeImportant(declaration.value);
+        declaration.property = shorthand ? Property::fontSize : property;
+        if (shorthand) declaration.value = fontSizeOf(declaration.value);
+        return true;
+    }
+    return false;
+}
+
+}  // namespace svg

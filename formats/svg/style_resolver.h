@@ -1,0 +1,26 @@
+// The cascade: presentation attributes, then the style sheet, then the style attribute; important ones last.
+#pragma once
+
+#include <vector>
+
+#include "formats/svg/css/sheet.h"
+#include "formats/svg/style.h"
+
+namespace svg {
+
+class StyleResolver {
+public:
+    StyleSheet& sheet() { return m_sheet; }
+
+    // The computed style of an element inside one of the style `parent`.
+    Style compute(pugi::xml_node element, const AttributeSet& attributes, const Style& parent);
+
+private:
+    StyleSheet m_sheet;
+    std::vector<Declaration> m_fromSheet;  // scratch
+};
+
+// The text of a style element; empty when it is in another language than CSS.
+std::string styleText(pugi::xml_node style);
+
+}  // namespace svg

@@ -1,0 +1,18 @@
+// The box of a text, estimated: without fonts at hand a character counts as 0.55 of the font size wide, a
+// line as 0.8 above and 0.2 below its base line. Text on a path has the path's box, grown by the height of
+// the letters.
+#pragma once
+
+#include "formats/svg/drawing_index.h"
+#include "formats/svg/style_resolver.h"
+#include "formats/svg/view.h"
+
+namespace svg {
+
+AFRect textBounds(pugi::xml_node text, const Style& style, const View& outer, StyleResolver& styles,
+                  DrawingIndex& index);
+
+// The text path inside a text, null when there is none.
+pugi::xml_node findTextPath(pugi::xml_node text);
+
+}  // namespace svg

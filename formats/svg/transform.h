@@ -1,0 +1,65 @@
+// Affine transforms and bounding boxes under them.
+#pragma once
+
+#include <cmath>
+#include <string_view>
+
+#include "kzutil/rect.h"
+
+namespace svg {
+
+// x' = a x + c y + e, y' = b x + d y + f.
+struct Affine {
+    double a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
+
+    AFPoint apply(AFPoint p) const { return {a * p.x + c * p.y + e, b * p.x + d * p.y + f}; }
+    // A direction: the translation does not count.
+    AFPoint applyLinear(AFPoint p) const { return {a * p.x + c * p.y, b * p.x + d * p.y}; }
+    friend bool operator==(const Affine&, const Affine&) = default;
+};
+
+// First `inner`, then `outer`.
+Affine operator*(const Affine& outer, const Affine& inner);
+
+inline Affine translation(double x, double y) {
+    return {1, 0, 0, 1, x, y};
+}
+
+// The value of a transform attribute. One that cannot be read to its end counts as no transform.
+Affine parseTransform(std::string_view text);
+
+// Collects points into a rectangle.
+class BoundsBuilder {
+public:
+    void add(AFPoint p) {
+        if (m_empty) {
+            m_rect = {p.x, p.y, p.x, p.y};
+            m_empty = false;
+            return;
+        }
+        m_rect.left = std::fmin(m_rect.left, p.x);
+        m_rect.top = std::fmin(m_rect.top, p.y);
+        m_rect.right = std::fmax(m_rect.right, p.x);
+        m_rect.bottom = std::fmax(m_rect.bottom, p.y);
+    }
+    void add(const AFRect& rect) {
+        add(AFPoint{rect.left, rect.top});
+        add(AFPoint{rect.right, rect.bottom});
+    }
+    bool isEmpty() const { return m_empty; }
+    // Finite always; the default rectangle when nothing was added.
+    AFRect get() const;
+
+private:
+    AFRect m_rect;
+    bool m_empty = true;
+};
+
+// The extent of an ellipse around `center`, or of a rectangle with round corners: the rectangle's half
+// extents without the corners are `core`, and the corners add the radii (rx, ry).
+AFRect roundBounds(const Affine& transform, AFPoint center, AFPoint core, double rx, double ry);
+
+// The extent of a transformed rectangle.
+AFRect rectBounds(const Affine& transform, const AFRect& rect);
+
+}  // namespace svg

@@ -1,0 +1,33 @@
+// Numbers and lengths of a drawing.
+//
+//     double width = 0;
+//     parseLength("2.54cm", Axis::horizontal, {}, width);   // 96
+//
+// Every number that comes out is finite: what is too large for a drawing is cut to kLargestNumber.
+#pragma once
+
+#include <string_view>
+
+namespace svg {
+
+constexpr double kLargestNumber = 1e30;
+
+// Cuts to the range of drawings; not-a-number becomes 0.
+double finite(double value);
+
+// Takes a number from the front of the text, false (and the text unchanged) when there is none.
+bool takeNumber(std::string_view& text, double& value);
+
+// Which extent of the viewport a percentage refers to; `both` is for radii.
+enum class Axis { horizontal, vertical, both };
+
+struct LengthContext {
+    double fontSize = 16;
+    double viewportWidth = 0;
+    double viewportHeight = 0;
+};
+
+// Reads a length with an optional unit into user units (1 px; 96 to the inch). False when it is not one.
+bool parseLength(std::string_view text, Axis axis, const LengthContext& context, double& value);
+
+}  // namespace svg

@@ -1,0 +1,189 @@
+#include "formats/svg/view.h"
+
+#include <algorithm>
+
+#include "formats/svg/path_data.h"
+#include "formats/svg/text_scan.h"
+
+namespace svg {
+
+namespace {
+
+// A drawing without any size, as browsers take it.
+constexpr double kDefaultWidth = 300;
+constexpr double kDefaultHeight = 150;
+
+bool parseViewBox(std::string_view text, AFRect& box) {
+    double v[4];
+    text = trimFront(text);
+    for (double& number : v) {
+        if (!takeNumber(text, number)) return false;
+        text = skipSeparator(text);
+    }
+    if (!(v[2] > 0 && v[3] > 0)) return false;
+    box = {v[0], v[1], v[0] + v[2], v[1] + v[3]};
+    return true;
+}
+
+// "xMidYMid": 0, 0.5 or 1 of the room that is left.
+double alignment(std::string_view word, std::string_view axis) {
+    const std::size_t at = word.find(axis);
+    if (at == word.npos) return 0.5;
+    const std::string_view which = word.substr(at + axis.size(), 3);
+    return which == "Min" ? 0 : which == "Max" ? 1 : 0.5;
+}
+
+// From view box to a viewport of that size at the origin.
+Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect) {
+    double x = width / box.Width();
+    double y = height / box.Height();
+    const std::string_view align = takeWord(aspect);
+    if (align != "none") x = y = takeWord(aspect) == "slice" ? std::max(x, y) : std::min(x, y);
+    const double left = align == "none" ? 0 : (width - box.Width() * x) * alignment(align, "x");
+    const double top = align == "none" ? 0 : (height - box.Height() * y) * alignment(align, "Y");
+    return {x, 0, 0, y, left - box.left * x, top - box.top * y};
+}
+
+LengthContext contextOf(const View& view, double fontSize = 16) {
+    return {fontSize, view.width, view.height};
+}
+
+Affine ownTransform(const AttributeSet& attributes) {
+    return attributes.has(Attribute::transform) ? parseTransform(attributes.get(Attribute::transform))
+                                                : Affine();
+}
+
+// The inside of a nested drawing or of a symbol in use.
+View enterViewport(const View& outer, const Affine& transform, double width, double height,
+                   const AttributeSet& attributes) {
+    View inner{outer.toDrawing * transform, width, height};
+    AFRect box;
+    if (attributes.has(Attribute::viewBox) && parseViewBox(attributes.get(Attribute::viewBox), box)) {
+        const std::string_view aspect = attributes.get(Attribute::preserveAspectRatio);
+        inner.toDrawing = inner.toDrawing * fitViewBox(box, width, height, aspect);
+        inner.width = box.Width();
+        inner.height = box.Height();
+    }
+    return inner;
+}
+
+double positive(double value) {
+    return std::max(0.0, value);
+}
+
+AFRect rectangleBounds(const AttributeSet& attributes, const Affine& transform,
+                       const LengthContext& context) {
+    const double x = length(attributes, Attribute::x, Axis::horizontal, context);
+    const double y = length(attributes, Attribute::y, Axis::vertical, context);
+    const double halfWidth = positive(length(attributes, Attribute::width, Axis::horizontal, context)) / 2;
+    const double halfHeight = positive(length(attributes, Attribute::height, Axis::vertical, context)) / 2;
+    double rx = length(attributes, Attribute::rx, Axis::horizontal, context, -1);
+    double ry = length(attributes, Attribute::ry, Axis::vertical, context, -1);
+    if (rx < 0) rx = ry;
+    if (ry < 0) ry = rx;
+    rx = std::min(positive(rx), halfWidth);
+    ry = std::min(positive(ry), halfHeight);
+    if (rx == 0 || ry == 0) rx = ry = 0;
+    return roundBounds(transform, {x + halfWidth, y + halfHeight}, {halfWidth - rx, halfHeight - ry}, rx, ry);
+}
+
+}  // namespace
+
+double length(const AttributeSet& attributes, Attribute attribute, Axis axis, const LengthContext& context,
+              double missing) {
+    double value = missing;
+    if (attributes.has(attribute)) parseLength(attributes.get(attribute), axis, context, value);
+    return value;
+}
+
+View rootView(const AttributeSet& root, AFRect& page) {
+    View view{ownTransform(root), kDefaultWidth, kDefaultHeight};
+    AFRect box;
+    if (root.has(Attribute::viewBox) && parseViewBox(root.get(Attribute::viewBox), box)) {
+        page = box;
+        view.width = box.Width();
+        view.height = box.Height();
+        return view;
+    }
+    const LengthContext context{16, kDefaultWidth, kDefaultHeight};
+    view.width = positive(length(root, Attribute::width, Axis::horizontal, context, kDefaultWidth));
+    view.height = positive(length(root, Attribute::height, Axis::vertical, context, kDefaultHeight));
+    page = {0, 0, view.width, view.height};
+    return view;
+}
+
+View enter(const View& outer, Element element, const AttributeSet& attributes) {
+    const LengthContext context = contextOf(outer);
+    View inner = outer;
+    inner.useWidth = inner.useHeight = -1;
+    if (element == Element::use) {
+        const Affine offset = translation(length(attributes, Attribute::x, Axis::horizontal, context),
+                                          length(attributes, Attribute::y, Axis::vertical, context));
+        inner.toDrawing = outer.toDrawing * ownTransform(attributes) * offset;
+        inner.useWidth = length(attributes, Attribute::width, Axis::horizontal, context, -1);
+        inner.useHeight = length(attributes, Attribute::height, Axis::vertical, context, -1);
+        return inner;
+    }
+    if (element == Element::svg || element == Element::symbol) {
+        double width = length(attributes, Attribute::width, Axis::horizontal, context, outer.width);
+        double height = length(attributes, Attribute::height, Axis::vertical, context, outer.height);
+        if (outer.useWidth >= 0) width = outer.useWidth;
+        if (outer.useHeight >= 0) height = outer.useHeight;
+        const Affine offset = translation(length(attributes, Attribute::x, Axis::horizontal, context),
+                                          length(attributes, Attribute::y, Axis::vertical, context));
+        return enterViewport(outer, ownTransform(attributes) * offset, width, height, attributes);
+    }
+    if (attributes.has(Attribute::transform)) inner.toDrawing = outer.toDrawing * ownTransform(attributes);
+    return inner;
+}
+
+AFRect shapeBounds(Element element, const AttributeSet& attributes, const View& outer, double fontSize) {
+    const LengthContext context = contextOf(outer, fontSize);
+    const Affine transform =
+        attributes.has(Attribute::transform) ? outer.toDrawing * ownTransform(attributes) : outer.toDrawing;
+    const auto get = [&](Attribute attribute, Axis axis) {
+        return length(attributes, attribute, axis, context);
+    };
+    switch (element) {
+        case Element::rect:
+        case Element::image:
+            return rectangleBounds(attributes, transform, context);
+        case Element::circle: {
+            const double r = positive(get(Attribute::r, Axis::both));
+            return roundBounds(transform,
+                               {get(Attribute::cx, Axis::horizontal), get(Attribute::cy, Axis::vertical)}, {},
+                               r, r);
+        }
+        case Element::ellipse: {
+            double rx = length(attributes, Attribute::rx, Axis::horizontal, context, -1);
+            double ry = length(attributes, Attribute::ry, Axis::vertical, context, -1);
+            if (rx < 0) rx = ry;  // "auto"
+            if (ry < 0) ry = rx;
+            return roundBounds(transform,
+                               {get(Attribute::cx, Axis::horizontal), get(Attribute::cy, Axis::vertical)}, {},
+                               positive(rx), positive(ry));
+        }
+        case Element::line: {
+            BoundsBuilder bounds;
+            bounds.add(
+                transform.apply({get(Attribute::x1, Axis::horizontal), get(Attribute::y1, Axis::vertical)}));
+            bounds.add(
+                transform.apply({get(Attribute::x2, Axis::horizontal), get(Attribute::y2, Axis::vertical)}));
+            return bounds.get();
+        }
+        default:
+            return {};
+    }
+}
+
+AFRect curveBounds(Element element, const AttributeSet& attributes, const View& outer) {
+    const Affine transform = outer.toDrawing * ownTransform(attributes);
+    BoundsBuilder bounds;
+    if (element == Element::path)
+        addPathBounds(attributes.get(Attribute::d), transform, bounds);
+    else
+        addPointsBounds(attributes.get(Attribute::points), transform, bounds);
+    return bounds.get();
+}
+
+}  // namespace svg

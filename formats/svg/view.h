@@ -1,0 +1,39 @@
+// How an element's coordinates become drawing coordinates, and the boxes of the simple shapes.
+//
+// Import and the lazy boxes of paths walk down the same containers through the same function, so that both
+// agree.
+#pragma once
+
+#include "formats/svg/attributes.h"
+#include "formats/svg/transform.h"
+#include "formats/svg/units.h"
+
+namespace svg {
+
+struct View {
+    Affine toDrawing;
+    // What percentages refer to.
+    double width = 0;
+    double height = 0;
+    // The size that a "use" around the element asks of a symbol or drawing; negative: none.
+    double useWidth = -1;
+    double useHeight = -1;
+};
+
+// The view of the content of the drawing's root, and its page in user units: the view box, or the size.
+View rootView(const AttributeSet& root, AFRect& page);
+
+// The view inside an element: its transform, its view box.
+View enter(const View& outer, Element element, const AttributeSet& attributes);
+
+// A length attribute; `missing` when it is not there or broken.
+double length(const AttributeSet& attributes, Attribute attribute, Axis axis, const LengthContext& context,
+              double missing = 0);
+
+// The box of a rect, circle, ellipse, line or image, in drawing coordinates, its own transform included.
+AFRect shapeBounds(Element element, const AttributeSet& attributes, const View& outer, double fontSize);
+
+// The same for path, polygon and polyline.
+AFRect curveBounds(Element element, const AttributeSet& attributes, const View& outer);
+
+}  // namespace svg

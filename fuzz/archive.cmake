@@ -1,0 +1,1 @@
+kz_fuzzer(archive_fuzz archive_fuzz.cpp LIBS kzutil)

@@ -1,0 +1,98 @@
+// The entry point, called as a loader calls it.
+#include <gtest/gtest.h>
+
+#include "kzutil/file_path.h"
+#include "platform/afx/extension_module.h"
+#include "platform/afx/object.h"
+#include "support/failing_new.h"
+#include "support/temp_folder.h"
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved);
+
+namespace {
+
+constexpr UINT kSelectSimilarObjects = 4180;
+
+std::string textOf(UINT id) {
+    AString text;
+    text.LoadStringW(id);
+    return text.toUtf8();
+}
+
+// A base folder with the German module, so that a successful attach shows: this program has no texts of its
+// own.
+class Entry : public testing::Test {
+protected:
+    HMODULE self = nullptr;
+    test::TempFolder base;
+
+    void SetUp() override {
+        constexpr DWORD flags =
+            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+        ASSERT_TRUE(GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&DllMain), &self));
+        const std::string program = AFilePath().getPath().toUtf8();
+        std::filesystem::create_directories(base.path() / "Plugins");
+        std::filesystem::copy_file(std::filesystem::path(std::u8string(program.begin(), program.end())) /
+                                       "Languages/de/kzattributeloc.dll",
+                                   base.path() / "Plugins/kzattributeloc.dll");
+        AFilePath::setBaseFolder(base.wide());
+    }
+    void TearDown() override { AFilePath::setBaseFolder(AString()); }
+};
+
+}  // namespace
+
+TEST_F(Entry, AttachLinksTheLocalizedTextsAndDetachTakesThemBack) {
+    EXPECT_EQ(textOf(kSelectSimilarObjects), "");
+    ASSERT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
+    EXPECT_EQ(textOf(kSelectSimilarObjects), "Ähnliche Objekte auswählen");
+    EXPECT_EQ(DllMain(self, DLL_PROCESS_DETACH, nullptr), 1);
+    EXPECT_EQ(textOf(kSelectSimilarObjects), "");
+}
+
+TEST_F(Entry, AttachFailsWhenTheExtensionModuleCannotBeInitialised) {
+    EXPECT_EQ(DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr), 0);
+    EXPECT_EQ(textOf(kSelectSimilarObjects), "") << "nothing else was done";
+}
+
+TEST_F(Entry, ThreadsComingAndGoingDoNothing) {
+    EXPECT_EQ(DllMain(self, DLL_THREAD_ATTACH, nullptr), 1);
+    EXPECT_EQ(textOf(kSelectSimilarObjects), "");
+    ASSERT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
+    EXPECT_EQ(DllMain(self, DLL_THREAD_DETACH, nullptr), 1);
+    EXPECT_EQ(textOf(kSelectSimilarObjects), "Ähnliche Objekte auswählen");
+    DllMain(self, DLL_PROCESS_DETACH, nullptr);
+}
+
+TEST_F(Entry, AttachSucceedsWhicheverAllocationFails) {
+    bool withTexts = false;
+    bool withoutTexts = false;
+    for (int n = 1;; ++n) {
+        bool happened = false;
+        BOOL attached = 0;
+        {
+            const AllocationFailure failing = failAllocation(n);
+            attached = DllMain(self, DLL_PROCESS_ATTACH, nullptr);
+            happened = failing.happened();
+        }
+        EXPECT_EQ(attached, 1) << "allocation " << n;
+        (textOf(kSelectSimilarObjects).empty() ? withoutTexts : withTexts) = true;
+        EXPECT_EQ(DllMain(self, DLL_PROCESS_DETACH, nullptr), 1);
+        if (!happened) break;
+    }
+    EXPECT_TRUE(withTexts);
+    EXPECT_TRUE(withoutTexts);
+}
+
+TEST_F(Entry, TheHostsListOfClassesOutlivesAttachAndRefusal) {
+    CRuntimeClass registered{"ATest", 1, 0, nullptr, nullptr};
+    AFX_MODULE_STATE& state = AfxGetModuleState();
+    state.m_classList.m_pHead = &registered;
+    ASSERT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
+    EXPECT_EQ(state.m_classList.m_pHead, &registered);
+    EXPECT_EQ(state.m_pClassInit, nullptr);
+    DllMain(self, DLL_PROCESS_DETACH, nullptr);
+    EXPECT_EQ(DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr), 0);
+    EXPECT_EQ(state.m_classList.m_pHead, &registered);
+    state.m_classList.m_pHead = nullptr;
+}
