@@ -48,8 +48,8 @@ void forget(Tree& tree, Item& item) {
     if (tree.selected == &item) tree.selected = nullptr;
     if (tree.drop_target == &item) tree.drop_target = nullptr;
     if (tree.first_visible == &item) {
-        Item* below = row_at(tree, row_of(tree, item) + 1);
-        tree.first_visible = below ? below : row_at(tree, row_of(tree, item) - 1);
+        Item* parent = item.level > 0 ? item.parent : nullptr;
+        tree.first_visible = item.next ? item.next : item.previous ? item.previous : parent;
     }
 }
 
@@ -58,21 +58,19 @@ void remove_leaf(Tree& tree, Item& item) {
     Item& parent = *item.parent;
     tree.items.remove(item);
     if (parent.first_child || &parent == &tree.items.root()) return;
-    tree.items.collapse(parent);
-    parent.state &= ~TVIS_EXPANDEDONCE;
     if (parent.children != I_CHILDRENCALLBACK) parent.children = 0;
 }
 
-Item& deepest_last(Item& item) {
-    Item* last = &item;
-    while (last->last_child) last = last->last_child;
-    return *last;
+Item& deepest_first(Item& item) {
+    Item* first = &item;
+    while (first->first_child) first = first->first_child;
+    return *first;
 }
 
-// Removes a branch from its end, telling the parent of each item while that still exists.
+// Removes a branch, children before their parents, telling the window's parent of each item while that still exists.
 void remove_branch(Tree& tree, HTREEITEM branch) {
     while (Item* top = tree.items.find(branch)) {
-        const HTREEITEM leaf = deepest_last(*top).handle;
+        const HTREEITEM leaf = deepest_first(*top).handle;
         notify_change(tree, TVN_DELETEITEMW, 0, tree.items.find(leaf), nullptr);
         Item* doomed = tree.items.find(leaf);
         if (doomed && !doomed->first_child) remove_leaf(tree, *doomed);
@@ -92,7 +90,9 @@ HTREEITEM insert_item(Tree& tree, const TVINSERTSTRUCTW& insert) {
         tree.items.expand(item);
     if (parent->children == 0) parent->children = 1;
     measure(tree, item);
-    if (!tree.first_visible) tree.first_visible = &item;
+    // What comes to stand above the first row becomes the first row.
+    if (!tree.first_visible || item.next == tree.first_visible)
+        tree.first_visible = &item;
     const HTREEITEM handle = item.handle;
     if (item.shown) update_scroll_bars(tree);
     return handle;
@@ -102,8 +102,8 @@ void delete_children(Tree& tree, Item& parent) {
     const HTREEITEM handle = parent.handle;
     for (;;) {
         Item* found = handle == TVI_ROOT ? &tree.items.root() : tree.items.find(handle);
-        if (!found || !found->last_child) return;
-        remove_branch(tree, found->last_child->handle);
+        if (!found || !found->first_child) return;
+        remove_branch(tree, found->first_child->handle);
     }
 }
 
@@ -117,14 +117,15 @@ bool delete_item(Tree& tree, HTREEITEM handle) {
     Item* item = tree.items.find(handle);
     if (!item) return false;
     HTREEITEM heir = nullptr;
-    const bool loses_selection = tree.selected && is_within(*tree.selected, *item);
-    if (loses_selection) {
+    if (tree.selected && is_within(*tree.selected, *item)) {
         Item* other = item->next ? item->next : item->level > 0 ? item->parent : item->previous;
         heir = other ? other->handle : nullptr;
     }
-    if (loses_selection) select(tree, heir, TVC_UNKNOWN);
     remove_branch(tree, handle);
-    set_first_visible(tree, tree.first_visible);
+    // Selecting the heir scrolls to it; the rows return to their place afterwards.
+    const HTREEITEM top = tree.first_visible ? tree.first_visible->handle : nullptr;
+    if (heir && !tree.selected) select(tree, heir, TVC_UNKNOWN);
+    set_first_visible(tree, tree.items.find(top));
     update_scroll_bars(tree);
     return true;
 }

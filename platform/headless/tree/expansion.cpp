@@ -18,13 +18,21 @@ bool has_children(Tree& tree, const Item& item) {
 // Scrolls up so that as many children as possible are seen, and the item still is.
 void show_children(Tree& tree, Item& item) {
     Item* last = item.last_child;
-    while (is_expanded(*last) && last->last_child) last = last->last_child;
     const int page = visible_count(tree);
     const int top = row_of(tree, *tree.first_visible);
     const int last_row = row_of(tree, *last);
     if (last_row < top + page) return;
     const int wanted = std::min(row_of(tree, item), last_row - page + 1);
     if (wanted > top) set_first_visible(tree, row_at(tree, wanted));
+}
+
+void forget_children(Tree& tree, Item& item) {
+    item.state &= ~TVIS_EXPANDEDONCE;
+    const HTREEITEM handle = item.handle;
+    const int children = item.children;
+    delete_children(tree, item);
+    // It may get children again: the owner fills it when it is next expanded.
+    if (Item* found = tree.items.find(handle)) found->children = children;
 }
 
 }  // namespace
@@ -34,7 +42,6 @@ bool expand(Tree& tree, HTREEITEM handle, Cause cause) {
     if (!item || !has_children(tree, *item)) return false;
     item = tree.items.find(handle);
     if (!item) return false;
-    if (is_expanded(*item)) return true;
     // The parent is told of the first expansion, and of everything that the user does.
     const bool tell = cause == Cause::user || !(item->state & TVIS_EXPANDEDONCE);
     if (tell) {
@@ -58,12 +65,18 @@ bool expand(Tree& tree, HTREEITEM handle, Cause cause) {
 
 bool collapse(Tree& tree, HTREEITEM handle, Cause cause, bool reset) {
     Item* item = tree.items.find(handle);
-    if (!item || !is_expanded(*item) || !item->first_child) return false;
+    if (!item || !has_children(tree, *item)) return false;
+    item = tree.items.find(handle);
+    if (!item) return false;
+    if (cause == Cause::program && !is_expanded(*item)) {
+        if (reset) forget_children(tree, *item);
+        return false;
+    }
     const bool tell = cause == Cause::user || !(item->state & TVIS_EXPANDEDONCE);
     if (tell) {
         if (notify_change(tree, TVN_ITEMEXPANDINGW, TVE_COLLAPSE, nullptr, item)) return false;
         item = tree.items.find(handle);
-        if (!item) return false;
+        if (!item || !item->first_child || !is_expanded(*item)) return false;
     }
     // What is hidden can be neither at the top nor selected.
     if (tree.first_visible && is_within(*tree.first_visible, *item)) tree.first_visible = item;
@@ -75,10 +88,7 @@ bool collapse(Tree& tree, HTREEITEM handle, Cause cause, bool reset) {
     }
     if (tree.selected && tree.selected != item && is_within(*tree.selected, *item))
         select_silently(tree, item);
-    if (reset) {
-        item->state &= ~TVIS_EXPANDEDONCE;
-        delete_children(tree, *item);
-    }
+    if (reset) forget_children(tree, *item);
     set_first_visible(tree, tree.first_visible);
     update_scroll_bars(tree);
     return true;

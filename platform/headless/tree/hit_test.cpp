@@ -86,11 +86,12 @@ bool item_rect(Tree& tree, HTREEITEM handle, bool text_only, RECT& rect) {
     Item* item = tree.items.find(handle);
     if (!item || !item->shown) return false;
     const int top = (row_of(tree, *item) - row_of(tree, *tree.first_visible)) * tree.row_height;
-    rect = {0, top, tree.client.cx, top + tree.row_height};
+    // One pixel less than the row, as the real control answers.
+    rect = {0, top, tree.client.cx, top + tree.row_height - 1};
     if (!text_only) return true;
     const Parts parts = parts_of(tree, *item);
-    // One pixel less than the row.
-    rect = {parts.text, top, parts.end, top + tree.row_height - 1};
+    rect.left = parts.text;
+    rect.right = parts.end;
     return true;
 }
 

@@ -24,6 +24,16 @@ LRESULT double_click(Tree& tree, POINT point) {
     test.pt = point;
     hit_test(tree, test);
     if (notify(tree, NM_DBLCLK)) return 0;
+    if (test.flags & TVHT_ONITEMINDENT) {
+        // A double click on a line toggles the parent that the line belongs to.
+        if (!(tree.window.style & TVS_HASLINES)) return 0;
+        int level = static_cast<int>(point.x) / tree.indent;
+        if (!(tree.window.style & TVS_LINESATROOT)) ++level;
+        Item* item = tree.items.find(test.hItem);
+        while (item && item->level > level) item = item->parent;
+        if (item) toggle(tree, item->handle, Cause::user);
+        return 0;
+    }
     const UINT toggling = TVHT_ONITEMBUTTON | TVHT_ONITEMICON | TVHT_ONITEMLABEL | TVHT_ONITEMSTATEICON;
     if (test.flags & toggling) toggle(tree, test.hItem, Cause::user);
     return 0;
@@ -45,10 +55,10 @@ LRESULT key_down(Tree& tree, WPARAM key) {
             target = moved(1);
             break;
         case VK_PRIOR:
-            target = moved(1 - visible_count(tree));
+            target = moved(-visible_count(tree));
             break;
         case VK_NEXT:
-            target = moved(visible_count(tree) - 1);
+            target = moved(visible_count(tree));
             break;
         case VK_HOME:
             target = row_at(tree, 0);

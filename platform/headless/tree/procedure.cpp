@@ -99,7 +99,7 @@ LRESULT expand_item(Tree& tree, UINT action, HTREEITEM handle) {
         case TVE_COLLAPSE:
             return collapse(tree, handle, Cause::program, (action & TVE_COLLAPSERESET) != 0);
         case TVE_TOGGLE:
-            return toggle(tree, handle, Cause::user);
+            return toggle(tree, handle, Cause::program);
         default:
             return FALSE;
     }

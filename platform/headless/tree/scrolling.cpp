@@ -35,22 +35,21 @@ void set_first_visible(Tree& tree, Item* item) {
 bool ensure_visible(Tree& tree, HTREEITEM handle) {
     Item* item = tree.items.find(handle);
     if (!item) return false;
-    bool expanded = false;
-    while (!item->shown) {
-        // The innermost shown parent first, so that each expansion shows the next one.
-        Item* hiding = item->parent;
-        while (!hiding->shown) hiding = hiding->parent;
-        if (!expand(tree, hiding->handle, Cause::program)) return false;
-        expanded = true;
-        item = tree.items.find(handle);
-        if (!item) return false;
+    // From the inside out, and told like expansions by the user.
+    HTREEITEM hiding = item->level > 0 ? item->parent->handle : nullptr;
+    while (Item* parent = tree.items.find(hiding)) {
+        hiding = parent->level > 0 ? parent->parent->handle : nullptr;
+        if (is_expanded(*parent)) continue;
+        if (!expand(tree, parent->handle, Cause::user)) return false;
     }
+    item = tree.items.find(handle);
+    if (!item || !item->shown) return false;
     const int row = row_of(tree, *item);
     const int top = row_of(tree, *tree.first_visible);
     const int page = visible_count(tree);
     if (row >= top && row < top + page) return false;
     set_first_visible(tree, row_at(tree, row < top ? row : row - page + 1));
-    return !expanded;
+    return true;
 }
 
 void update_scroll_bars(Tree& tree) {
@@ -63,7 +62,8 @@ void update_scroll_bars(Tree& tree) {
     const RECT& rect = tree.window.rect;
     const int width = rect.right - rect.left - frame.left - frame.right;
     const int height = rect.bottom - rect.top - frame.top - frame.bottom;
-    const int content_height = tree.items.rows().count() * tree.row_height;
+    // The last row counts without the pixel that parts it from a next one.
+    const int content_height = tree.items.rows().count() * tree.row_height - 1;
     bool horizontal = allowed && tree.items.rows().widest() > width;
     const bool vertical = allowed && content_height > height - (horizontal ? bar.cy : 0);
     horizontal = allowed && tree.items.rows().widest() > width - (vertical ? bar.cx : 0);

@@ -59,7 +59,7 @@ Item* row_at(Tree& tree, int index);
 int row_of(Tree& tree, const Item& item);
 // Puts an item at the top, but never scrolls past the last page.
 void set_first_visible(Tree& tree, Item* item);
-// Expands what hides the item and scrolls to it. True if it only scrolled.
+// Expands what hides the item and scrolls to it. True if it scrolled, whatever it expanded.
 bool ensure_visible(Tree& tree, HTREEITEM handle);
 void update_scroll_bars(Tree& tree);
 void scroll_vertically(Tree& tree, int code);
