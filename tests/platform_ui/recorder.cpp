@@ -16,7 +16,9 @@ std::string hexadecimal(UINT number) {
 
 }  // namespace
 
-std::basic_string<WCHAR> wide(const std::string& text) { return {text.begin(), text.end()}; }
+std::basic_string<WCHAR> wide(const std::string& text) {
+    return {text.begin(), text.end()};
+}
 
 Recorder::Recorder(DWORD style, SIZE size) {
     static const bool controls = [] {
@@ -29,10 +31,10 @@ Recorder::Recorder(DWORD style, SIZE size) {
     description.lpszClassName = class_name;
     RegisterClassExW(&description);
     if (!controls) return;
-    frame_ = CreateWindowExW(0, class_name, _T("Frame"), WS_POPUP | WS_VISIBLE, 0, 0, 600, 600, nullptr, nullptr, nullptr,
-                             nullptr);
-    tree_ = CreateWindowExW(0, WC_TREEVIEWW, nullptr, WS_CHILD | WS_VISIBLE | style, 0, 0, size.cx, size.cy, frame_,
-                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(1059)), nullptr, nullptr);
+    frame_ = CreateWindowExW(0, class_name, _T("Frame"), WS_POPUP | WS_VISIBLE, 0, 0, 600, 600, nullptr,
+                             nullptr, nullptr, nullptr);
+    tree_ = CreateWindowExW(0, WC_TREEVIEWW, nullptr, WS_CHILD | WS_VISIBLE | style, 0, 0, size.cx, size.cy,
+                            frame_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(1059)), nullptr, nullptr);
     SetWindowLongPtrW(frame_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     user::settle();
 }
@@ -55,7 +57,8 @@ HTREEITEM Recorder::insert(const std::string& name, HTREEITEM parent, HTREEITEM 
     request.item.iSelectedImage = image;
     request.item.state = INDEXTOSTATEIMAGEMASK(1);
     request.item.stateMask = TVIS_STATEIMAGEMASK;
-    auto item = reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&request)));
+    auto item = reinterpret_cast<HTREEITEM>(
+        SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&request)));
     if (item) names_[item] = name;
     return item;
 }
@@ -66,7 +69,9 @@ std::string Recorder::name(HTREEITEM item) const {
     return found == names_.end() ? "?" : found->second;
 }
 
-std::vector<std::string> Recorder::take() { return std::exchange(notices_, {}); }
+std::vector<std::string> Recorder::take() {
+    return std::exchange(notices_, {});
+}
 
 LRESULT CALLBACK Recorder::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* recorder = reinterpret_cast<Recorder*>(GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -77,11 +82,12 @@ LRESULT CALLBACK Recorder::procedure(HWND window, UINT message, WPARAM wParam, L
 LRESULT Recorder::notice(const NMHDR& header) {
     const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
     auto selection = [&](const char* verb) {
-        return std::string(verb) + " " + name(change.itemOld.hItem) + " > " + name(change.itemNew.hItem) + " by " +
-               std::to_string(change.action);
+        return std::string(verb) + " " + name(change.itemOld.hItem) + " > " + name(change.itemNew.hItem) +
+               " by " + std::to_string(change.action);
     };
     auto expansion = [&](const char* verb) {
-        return verb + std::string(change.action == TVE_EXPAND ? " expand " : " collapse ") + name(change.itemNew.hItem) + " state " + hexadecimal(change.itemNew.state & 0xF0FF);
+        return verb + std::string(change.action == TVE_EXPAND ? " expand " : " collapse ") +
+               name(change.itemNew.hItem) + " state " + hexadecimal(change.itemNew.state & 0xF0FF);
     };
     switch (header.code) {
         case TVN_SELCHANGINGW:

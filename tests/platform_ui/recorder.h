@@ -4,10 +4,11 @@
 //     HTREEITEM fill = recorder.insert("Fill", nullptr);
 //     recorder.take();  // what happened so far, forgotten
 //     SendMessageW(recorder.tree(), TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(fill));
-//     EXPECT_EQ(recorder.take(), (std::vector<std::string>{"selecting - > Fill by 0", "selected - > Fill by 0"}));
+//     EXPECT_EQ(recorder.take(), (std::vector<std::string>{"selecting - > Fill by 0", "selected - > Fill by
+//     0"}));
 //
-// TVN_GETDISPINFO is answered (picture 4 for expanded items, 2 for others) but not written down: painting asks too,
-// as often as it likes.
+// TVN_GETDISPINFO is answered (picture 4 for expanded items, 2 for others) but not written down: painting
+// asks too, as often as it likes.
 #pragma once
 
 #include <map>

@@ -6,7 +6,9 @@ namespace user {
 
 namespace {
 
-LPARAM position(POINT point) { return MAKELPARAM(point.x, point.y); }
+LPARAM position(POINT point) {
+    return MAKELPARAM(point.x, point.y);
+}
 
 }  // namespace
 

@@ -15,8 +15,8 @@ namespace user {
 // Handles messages until there are none.
 void settle();
 
-// A point within a part of an item (one of the TVHT_ flags), found by asking the tree; nothing when the part is not in
-// the window.
+// A point within a part of an item (one of the TVHT_ flags), found by asking the tree; nothing when the part
+// is not in the window.
 std::optional<POINT> find_part(HWND tree, HTREEITEM item, UINT part);
 
 // False when the part cannot be seen.

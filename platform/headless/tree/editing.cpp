@@ -67,7 +67,8 @@ Item& deepest_first(Item& item) {
     return *first;
 }
 
-// Removes a branch, children before their parents, telling the window's parent of each item while that still exists.
+// Removes a branch, children before their parents, telling the window's parent of each item while that still
+// exists.
 void remove_branch(Tree& tree, HTREEITEM branch) {
     while (Item* top = tree.items.find(branch)) {
         const HTREEITEM leaf = deepest_first(*top).handle;
@@ -75,6 +76,17 @@ void remove_branch(Tree& tree, HTREEITEM branch) {
         Item* doomed = tree.items.find(leaf);
         if (doomed && !doomed->first_child) remove_leaf(tree, *doomed);
     }
+}
+
+// Which row is to stand at the top when a branch is gone: the same as before, the deleted item's neighbour or
+// parent, or, when the top row goes with its parent, the very first row (null).
+HTREEITEM top_without(const Tree& tree, const Item& branch) {
+    const Item* top = tree.first_visible;
+    if (!top) return nullptr;
+    if (top != &branch) return is_within(*top, branch) ? nullptr : top->handle;
+    const Item* parent = branch.level > 0 ? branch.parent : nullptr;
+    const Item* other = branch.next ? branch.next : branch.previous ? branch.previous : parent;
+    return other ? other->handle : nullptr;
 }
 
 }  // namespace
@@ -91,8 +103,7 @@ HTREEITEM insert_item(Tree& tree, const TVINSERTSTRUCTW& insert) {
     if (parent->children == 0) parent->children = 1;
     measure(tree, item);
     // What comes to stand above the first row becomes the first row.
-    if (!tree.first_visible || item.next == tree.first_visible)
-        tree.first_visible = &item;
+    if (!tree.first_visible || item.next == tree.first_visible) tree.first_visible = &item;
     const HTREEITEM handle = item.handle;
     if (item.shown) update_scroll_bars(tree);
     return handle;
@@ -121,11 +132,16 @@ bool delete_item(Tree& tree, HTREEITEM handle) {
         Item* other = item->next ? item->next : item->level > 0 ? item->parent : item->previous;
         heir = other ? other->handle : nullptr;
     }
+    const HTREEITEM top = top_without(tree, *item);
+    const int last_page = tree.items.rows().count() - visible_count(tree);
     remove_branch(tree, handle);
-    // Selecting the heir scrolls to it; the rows return to their place afterwards.
-    const HTREEITEM top = tree.first_visible ? tree.first_visible->handle : nullptr;
+    // Selecting the heir scrolls to it; the rows return to their place afterwards. What is now left empty
+    // below the last row stays so until something else scrolls.
     if (heir && !tree.selected) select(tree, heir, TVC_UNKNOWN);
-    set_first_visible(tree, tree.items.find(top));
+    Item* top_item = tree.items.find(top);
+    const int row = top_item && top_item->shown ? row_of(tree, *top_item) : 0;
+    const int last_row = tree.items.rows().count() - 1;
+    tree.first_visible = row_at(tree, std::clamp(row, 0, std::max(std::min(last_page, last_row), 0)));
     update_scroll_bars(tree);
     return true;
 }

@@ -11,10 +11,7 @@ void select_silently(Tree& tree, Item* item) {
 bool select(Tree& tree, HTREEITEM handle, UINT cause) {
     Item* item = tree.items.find(handle);
     if (handle && !item) return false;
-    if (item == tree.selected) {
-        if (item) ensure_visible(tree, handle);
-        return true;
-    }
+    if (item == tree.selected) return true;
     if (notify_change(tree, TVN_SELCHANGINGW, cause, tree.selected, item)) return false;
     item = tree.items.find(handle);
     if (handle && !item) return false;
