@@ -4,6 +4,7 @@
 #include <string>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
 
 #include "kzcore/named_colors.h"
 
@@ -12,6 +13,13 @@ namespace {
 COLORREF colorRef(std::uint32_t rgb) {
     return ((rgb & 0xff) << 16) | (rgb & 0xff00) | ((rgb >> 16) & 0xff);
 }
+
+// A new item until it has found its place.
+struct Release {
+    void operator()(AReferItem* item) const { item->releaseReference(); }
+};
+template <class Item>
+using Counted = std::unique_ptr<Item, Release>;
 
 }  // namespace
 
@@ -24,36 +32,41 @@ struct APaintTable::Impl {
     std::unordered_map<std::string, std::unique_ptr<ABrush>> patterns;
     std::vector<ABrushItem*> brushes;
     std::unordered_map<AReferItem*, std::unique_ptr<APen>> pens;
+    std::vector<APenItem*> penItems;
 
     template <class Make>
     ABrush* brush(std::unique_ptr<ABrush>& slot, Make make) {
         if (!slot) {
-            brushes.reserve(brushes.size() + 1);
-            ABrushItem* item = make();
-            brushes.push_back(item);
-            slot = std::make_unique<ABrush>(item);
+            Counted<ABrushItem> item(make());
+            auto holder = std::make_unique<ABrush>(item.get());
+            keep(brushes, std::move(item));
+            slot = std::move(holder);
         }
         return slot.get();
     }
 
     APen* pen(AReferItem* paint, AColorItem* color, ABrushItem* brush) {
         std::unique_ptr<APen>& slot = pens[paint];
-        if (!slot) slot = std::make_unique<APen>(new APenItem(APenItem::kStyleSolid, color, brush));
+        if (!slot) {
+            Counted<APenItem> item(new APenItem(APenItem::kStyleSolid, color, brush));
+            auto holder = std::make_unique<APen>(item.get());
+            keep(penItems, std::move(item));
+            slot = std::move(holder);
+        }
         return slot.get();
     }
 
-    AColorItem* keep(AColorItem* color) {
-        colors.push_back(color);
-        return color;
+    template <class Item>
+    static Item* keep(std::vector<Item*>& items, Counted<Item> item) {
+        items.push_back(item.get());
+        return item.release();
     }
 };
 
 APaintTable::APaintTable() : m_impl(std::make_unique<Impl>()) {}
 
 APaintTable::~APaintTable() {
-    for (const auto& [paint, pen] : m_impl->pens) {
-        if (pen) pen->getPenItem()->releaseReference();
-    }
+    for (APenItem* pen : m_impl->penItems) pen->releaseReference();
     for (ABrushItem* brush : m_impl->brushes) brush->releaseReference();
     for (AColorItem* color : m_impl->colors) color->releaseReference();
 }
@@ -63,8 +76,9 @@ AColorItem* APaintTable::rgb(std::uint32_t value) {
     const auto found = m_impl->rgb.find(value);
     if (found != m_impl->rgb.end()) return found->second;
     const auto part = [value](int shift) { return static_cast<float>((value >> shift) & 0xff) / 255.0F; };
-    AColorItem* color = m_impl->keep(new AColorItem(rgbClass, AString::fromUtf8(canonicalColorName(value)),
-                                                    {part(16), part(8), part(0), 0}, colorRef(value)));
+    Counted<AColorItem> item(new AColorItem(rgbClass, AString::fromUtf8(canonicalColorName(value)),
+                                            {part(16), part(8), part(0), 0}, colorRef(value)));
+    AColorItem* color = Impl::keep(m_impl->colors, std::move(item));
     m_impl->rgb.emplace(value, color);
     return color;
 }
@@ -74,8 +88,9 @@ AColorItem* APaintTable::color(const AClassInfo& colorClass, std::string_view na
     AColorItem*& slot = m_impl->others[{&colorClass, std::string(name), components}];
     if (!slot) {
         const std::string shown = name.empty() ? canonicalColorName(display) : std::string(name);
-        slot =
-            m_impl->keep(new AColorItem(colorClass, AString::fromUtf8(shown), components, colorRef(display)));
+        slot = Impl::keep(m_impl->colors,
+                          Counted<AColorItem>(new AColorItem(colorClass, AString::fromUtf8(shown), components,
+                                                             colorRef(display))));
     }
     return slot;
 }
