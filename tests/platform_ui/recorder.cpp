@@ -44,6 +44,22 @@ Recorder::~Recorder() {
     SetWindowLongPtrW(frame_, GWLP_USERDATA, 0);
     DestroyWindow(frame_);
     user::settle();
+    for (HIMAGELIST images : images_) ImageList_Destroy(images);
+}
+
+void Recorder::attach_images(bool state, bool normal) {
+    auto attach = [this](int kind) {
+        HIMAGELIST images = ImageList_Create(16, 16, ILC_COLOR24, 10, 10);
+        HDC screen = GetDC(nullptr);
+        HBITMAP strip = CreateCompatibleBitmap(screen, 7 * 16, 16);
+        ReleaseDC(nullptr, screen);
+        ImageList_Add(images, strip, nullptr);
+        DeleteObject(strip);
+        SendMessageW(tree_, TVM_SETIMAGELIST, static_cast<WPARAM>(kind), reinterpret_cast<LPARAM>(images));
+        images_.push_back(images);
+    };
+    if (state) attach(TVSIL_STATE);
+    if (normal) attach(TVSIL_NORMAL);
 }
 
 HTREEITEM Recorder::insert(const std::string& name, HTREEITEM parent, HTREEITEM after, int image) {

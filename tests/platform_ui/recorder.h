@@ -28,6 +28,9 @@ public:
     HWND tree() const { return tree_; }
 
     // With that text, below the parent (null: at the top) as its last child, or after the given sibling.
+    // Gives the tree check boxes, item pictures, or both: squares of 16 pixels.
+    void attach_images(bool state, bool normal);
+
     HTREEITEM insert(const std::string& name, HTREEITEM parent, HTREEITEM after = TVI_LAST, int image = 0);
 
     // "-" for none.
@@ -46,6 +49,7 @@ private:
 
     HWND frame_ = nullptr;
     HWND tree_ = nullptr;
+    std::vector<HIMAGELIST> images_;
     std::map<HTREEITEM, std::string> names_;
     std::vector<std::string> notices_;
 };

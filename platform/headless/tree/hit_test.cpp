@@ -7,9 +7,6 @@ namespace headless {
 namespace {
 
 constexpr int character_width = 6;
-constexpr int state_image_width = 16;
-constexpr int image_width = 16;
-constexpr int text_gap = 3;
 constexpr int text_padding = 4;
 
 // Left edges within the window, each also the right edge of the part before it.
@@ -21,6 +18,12 @@ struct Parts {
     int end;
 };
 
+int picture_width(HIMAGELIST images) {
+    int width = 0;
+    int height = 0;
+    return images && ImageList_GetIconSize(images, &width, &height) ? width : 0;
+}
+
 Parts parts_of(const Tree& tree, const Item& item) {
     const bool room_at_root =
         (tree.window.style & TVS_LINESATROOT) && (tree.window.style & (TVS_HASLINES | TVS_HASBUTTONS));
@@ -28,8 +31,8 @@ Parts parts_of(const Tree& tree, const Item& item) {
     Parts parts;
     parts.button = tree.indent * levels - tree.scroll_x;
     parts.state_image = parts.button + tree.indent;
-    parts.image = parts.state_image + (tree.state_images && state_image(item) ? state_image_width : 0);
-    parts.text = parts.image + (tree.normal_images ? image_width + text_gap : 0);
+    parts.image = parts.state_image + (state_image(item) ? picture_width(tree.state_images) : 0);
+    parts.text = parts.image + picture_width(tree.normal_images);
     parts.end = parts.text + text_width(item);
     return parts;
 }

@@ -275,6 +275,7 @@ std::string Scenario::summary() {
 }
 
 void Scenario::run() {
+    recorder_.attach_images(seed_ / 4 % 2, seed_ / 8 % 2);
     for (int step = 0; step < operations_; ++step) {
         if (getenv("KZ_DUMP") && std::to_string(seed_) + "." + std::to_string(step) == getenv("KZ_DUMP")) {
             fprintf(stderr, "%s: top %s\n", getenv("KZ_DUMP"), next(TVGN_FIRSTVISIBLE, nullptr).c_str());
