@@ -5,6 +5,7 @@
 // BN_DOUBLECLICKED.
 #include "platform/headless/controls.h"
 #include "platform/headless/desk.h"
+#include "platform/headless/guard.h"
 
 using namespace headless;
 
@@ -121,7 +122,7 @@ bool is_inside(const Window& window, LPARAM position) {
 LRESULT headless::button_procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     std::shared_ptr<Window> window = hold(handle);
     if (!window) return 0;
-    if (message == WM_NCCREATE) window->state = std::make_unique<Button>();
+    if (message == WM_NCCREATE) window->state = guarded([] { return std::make_unique<Button>(); });
     auto* button = dynamic_cast<Button*>(window->state.get());
     if (!button) return DefWindowProcW(handle, message, wParam, lParam);
     switch (message) {

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/headless/desk.h"
+#include "platform/headless/guard.h"
 
 using namespace headless;
 
@@ -31,6 +32,30 @@ void place(Window& window, const CREATESTRUCTW& create) {
         height = is_child(window) ? 0 : GetSystemMetrics(SM_CYSCREEN) * 3 / 4;
     }
     window.rect = {x, y, x + std::max(width, 0), y + std::max(height, 0)};
+}
+
+// A new window, known by its handle and to its parent; without memory for it nothing has changed.
+std::shared_ptr<Window> add_window(WindowClass& window_class, DWORD style, DWORD extended_style, HWND parent,
+                                   HMENU menu_or_id, HINSTANCE instance) {
+    auto window = std::make_shared<Window>();
+    window->handle = reinterpret_cast<HWND>(desk().last_handle += 2);
+    window->window_class = window_class.shared_from_this();
+    window->procedure = window_class.procedure;
+    window->instance = instance;
+    window->style = born_style(style) & ~WS_VISIBLE;
+    window->extended_style = born_extended_style(window->style, extended_style);
+    window->id = reinterpret_cast<LONG_PTR>(menu_or_id);
+    window->extra.resize(static_cast<std::size_t>(window_class.extra_bytes));
+    if (is_child(*window))
+        window->parent = parent;
+    else if (parent)
+        window->owner = GetAncestor(parent, GA_ROOT);
+    auto& siblings = window->parent ? find_window(parent)->children : desk().top_level;
+    if (siblings.size() == siblings.capacity()) siblings.reserve(2 * siblings.size() + 8);
+    desk().windows.emplace(window->handle, window);
+    siblings.push_back(window->handle);
+    ++window_class.windows;
+    return window;
 }
 
 // Forgets a window: from here on its handle is stale.
@@ -86,23 +111,10 @@ HWND CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR text, DWORD
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return nullptr;
     }
-    auto window = std::make_shared<Window>();
-    window->handle = reinterpret_cast<HWND>(desk().last_handle += 2);
-    for (const auto& entry : desk().classes)
-        if (entry.get() == window_class) window->window_class = entry;
-    window->procedure = window_class->procedure;
-    window->instance = instance;
-    window->style = born_style(style) & ~WS_VISIBLE;
-    window->extended_style = born_extended_style(window->style, extendedStyle);
-    window->id = reinterpret_cast<LONG_PTR>(menuOrId);
-    window->extra.resize(static_cast<std::size_t>(window_class->extra_bytes));
-    if (child) window->parent = parent;
-    if (!child && parent) window->owner = GetAncestor(parent, GA_ROOT);
+    const std::shared_ptr<Window> window =
+        guarded([&] { return add_window(*window_class, style, extendedStyle, parent, menuOrId, instance); });
+    if (!window) return nullptr;
     const HWND handle = window->handle;
-    desk().windows.emplace(handle, window);
-    (child ? find_window(parent)->children : desk().top_level).push_back(handle);
-    ++window_class->windows;
-
     CREATESTRUCTW create = {
         parameter, instance,  menuOrId,     parent, height, width, y, x, static_cast<LONG>(style),
         text,      className, extendedStyle};

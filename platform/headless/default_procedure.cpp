@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/headless/desk.h"
+#include "platform/headless/guard.h"
 
 using namespace headless;
 
@@ -16,11 +17,14 @@ LRESULT get_text(const Window& window, WPARAM size, LPARAM buffer) {
     return static_cast<LRESULT>(length);
 }
 
-void set_text(Window& window, LPCWSTR text) {
-    if (text && !IS_INTRESOURCE(text))
-        window.text = text;
-    else
-        window.text.clear();
+BOOL set_text(Window& window, LPCWSTR text) {
+    return guarded([&]() -> BOOL {
+        if (text && !IS_INTRESOURCE(text))
+            window.text = text;
+        else
+            window.text.clear();
+        return TRUE;
+    });
 }
 
 void changing_position(Window& window, WINDOWPOS& position) {
@@ -48,11 +52,9 @@ LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
     if (!found) return 0;
     switch (message) {
         case WM_NCCREATE:
-            set_text(*found, reinterpret_cast<CREATESTRUCTW*>(lParam)->lpszName);
-            return TRUE;
+            return set_text(*found, reinterpret_cast<CREATESTRUCTW*>(lParam)->lpszName);
         case WM_SETTEXT:
-            set_text(*found, reinterpret_cast<LPCWSTR>(lParam));
-            return TRUE;
+            return set_text(*found, reinterpret_cast<LPCWSTR>(lParam));
         case WM_GETTEXT:
             return get_text(*found, wParam, lParam);
         case WM_GETTEXTLENGTH:

@@ -7,8 +7,9 @@
 namespace headless {
 
 Desk& desk() {
-    static Desk the_desk;
-    return the_desk;
+    // Never destroyed: objects that outlive main may still destroy their windows.
+    static Desk* the_desk = new Desk;
+    return *the_desk;
 }
 
 Desk::Desk() {

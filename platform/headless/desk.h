@@ -16,7 +16,7 @@
 
 namespace headless {
 
-struct WindowClass {
+struct WindowClass : std::enable_shared_from_this<WindowClass> {
     std::u16string name;  // as registered
     WNDPROC procedure = nullptr;
     UINT style = 0;

@@ -19,8 +19,8 @@ struct Hooks {
 };
 
 Hooks& hooks() {
-    static Hooks all;
-    return all;
+    static Hooks* all = new Hooks;
+    return *all;
 }
 
 }  // namespace

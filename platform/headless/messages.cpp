@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/headless/desk.h"
+#include "platform/headless/guard.h"
 
 using namespace headless;
 
@@ -18,8 +19,10 @@ LRESULT CallWindowProcW(WNDPROC procedure, HWND window, UINT message, WPARAM wPa
 
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (window && !find_window(window)) return FALSE;
-    desk().queue.push_back({window, message, wParam, lParam, 0, {0, 0}});
-    return TRUE;
+    return guarded([&]() -> BOOL {
+        desk().queue.push_back({window, message, wParam, lParam, 0, {0, 0}});
+        return TRUE;
+    });
 }
 
 void PostQuitMessage(int exitCode) {
@@ -71,8 +74,10 @@ BOOL TranslateMessage(const MSG* message) {
     if (character == 0) return FALSE;
     // In front of what was posted after the key.
     const UINT translated = message->message == WM_KEYDOWN ? WM_CHAR : WM_SYSCHAR;
-    desk().queue.push_front({message->hwnd, translated, character, message->lParam, 0, {0, 0}});
-    return TRUE;
+    return guarded([&]() -> BOOL {
+        desk().queue.push_front({message->hwnd, translated, character, message->lParam, 0, {0, 0}});
+        return TRUE;
+    });
 }
 
 LRESULT DispatchMessageW(const MSG* message) {

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/headless/desk.h"
+#include "platform/headless/guard.h"
 
 namespace headless {
 
@@ -15,6 +16,18 @@ char16_t lower(char16_t character) {
 bool same_name(std::u16string_view one, std::u16string_view other) {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
                       [](char16_t left, char16_t right) { return lower(left) == lower(right); });
+}
+
+ATOM add_class(const WNDCLASSEXW& description) {
+    auto entry = std::make_shared<WindowClass>();
+    entry->name = description.lpszClassName;
+    entry->procedure = description.lpfnWndProc;
+    entry->style = description.style;
+    entry->extra_bytes = description.cbWndExtra;
+    entry->instance = description.hInstance;
+    entry->atom = ++desk().last_atom;
+    desk().classes.push_back(entry);
+    return entry->atom;
 }
 
 }  // namespace
@@ -43,15 +56,7 @@ ATOM RegisterClassExW(const WNDCLASSEXW* description) {
         SetLastError(ERROR_CLASS_ALREADY_EXISTS);
         return 0;
     }
-    auto entry = std::make_shared<WindowClass>();
-    entry->name = description->lpszClassName;
-    entry->procedure = description->lpfnWndProc;
-    entry->style = description->style;
-    entry->extra_bytes = description->cbWndExtra;
-    entry->instance = description->hInstance;
-    entry->atom = ++desk().last_atom;
-    desk().classes.push_back(entry);
-    return entry->atom;
+    return guarded([&]() -> ATOM { return add_class(*description); });
 }
 
 BOOL UnregisterClassW(LPCWSTR name, HINSTANCE) {

@@ -114,7 +114,7 @@ LRESULT Recorder::notice(const NMHDR& header) {
             return 0;
         case TVN_ITEMEXPANDINGW:
             notices_.push_back(expansion("before"));
-            return refuse_expanding;
+            return change.action == TVE_EXPAND ? refuse_expanding : refuse_collapsing;
         case TVN_ITEMEXPANDEDW:
             notices_.push_back(expansion("after"));
             return 0;

@@ -41,6 +41,7 @@ public:
     std::vector<std::string> take();
 
     bool refuse_expanding = false;
+    bool refuse_collapsing = false;
     bool refuse_selecting = false;
 
 private:

@@ -96,8 +96,17 @@ HTREEITEM insert_item(Tree& tree, const TVINSERTSTRUCTW& insert) {
     Item* parent = top ? &tree.items.root() : tree.items.find(insert.hParent);
     Item* after = nullptr;
     if (!parent || !place_of(tree, insert, *parent, after)) return nullptr;
+    // The text may not fit into memory; nothing has changed then.
+    Item described;
+    apply(described, insert.item);
     Item& item = tree.items.insert(*parent, after);
-    apply(item, insert.item);
+    item.text = std::move(described.text);
+    item.text_callback = described.text_callback;
+    item.state = described.state;
+    item.image = described.image;
+    item.selected_image = described.selected_image;
+    item.children = described.children;
+    item.data = described.data;
     if ((insert.item.mask & TVIF_STATE) && (insert.item.state & insert.item.stateMask & TVIS_EXPANDED))
         tree.items.expand(item);
     if (parent->children == 0) parent->children = 1;
@@ -133,15 +142,17 @@ bool delete_item(Tree& tree, HTREEITEM handle) {
         heir = other ? other->handle : nullptr;
     }
     const HTREEITEM top = top_without(tree, *item);
-    const int last_page = tree.items.rows().count() - visible_count(tree);
+    Item* top_item = tree.items.find(top);
+    // By how much a page that began there would have reached beyond the last row, of those before.
+    const int beyond =
+        top_item ? row_of(tree, *top_item) + visible_count(tree) - tree.items.rows().count() : 0;
     remove_branch(tree, handle);
     // Selecting the heir scrolls to it; the rows return to their place afterwards. What is now left empty
     // below the last row stays so until something else scrolls.
     if (heir && !tree.selected) select(tree, heir, TVC_UNKNOWN);
-    Item* top_item = tree.items.find(top);
-    const int row = top_item && top_item->shown ? row_of(tree, *top_item) : 0;
-    const int last_row = tree.items.rows().count() - 1;
-    tree.first_visible = row_at(tree, std::clamp(row, 0, std::max(std::min(last_page, last_row), 0)));
+    top_item = tree.items.find(top);
+    const int row = top_item && top_item->shown ? row_of(tree, *top_item) - std::max(beyond, 0) : 0;
+    tree.first_visible = row_at(tree, std::max(row, 0));
     update_scroll_bars(tree);
     return true;
 }

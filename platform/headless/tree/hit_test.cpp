@@ -66,13 +66,14 @@ void measure_all(Tree& tree) {
 HTREEITEM hit_test(Tree& tree, TVHITTESTINFO& test) {
     test.hItem = nullptr;
     test.flags = 0;
+    // The pixels right behind the edges count as inside, as in the real control.
     if (test.pt.x < 0)
         test.flags |= TVHT_TOLEFT;
-    else if (test.pt.x >= tree.client.cx)
+    else if (test.pt.x > tree.client.cx)
         test.flags |= TVHT_TORIGHT;
     if (test.pt.y < 0)
         test.flags |= TVHT_ABOVE;
-    else if (test.pt.y >= tree.client.cy)
+    else if (test.pt.y > tree.client.cy)
         test.flags |= TVHT_BELOW;
     if (test.flags) return nullptr;
     test.flags = TVHT_NOWHERE;

@@ -45,9 +45,10 @@ Item& Items::insert(Item& parent, Item* after) {
     item.next = after ? after->next : parent.first_child;
     // The row above the new one, found before the item is linked.
     Row* above = after ? last_row_within(*after) : (&parent == &root_ ? nullptr : &parent);
+    // What may fail comes first.
+    by_handle_.emplace(item.handle, std::move(made));
     (item.next ? item.next->previous : parent.last_child) = &item;
     (after ? after->next : parent.first_child) = &item;
-    by_handle_.emplace(item.handle, std::move(made));
     if (shows_children(parent)) rows_.insert(above, item);
     return item;
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/headless/controls.h"
+#include "platform/headless/guard.h"
 #include "platform/headless/tree/tree.h"
 
 using namespace headless;
@@ -240,13 +241,15 @@ LRESULT handle_window_message(Tree& tree, UINT message, WPARAM wParam, LPARAM lP
 }  // namespace
 
 LRESULT headless::tree_procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
-    std::shared_ptr<Window> window = hold(handle);
-    if (!window) return 0;
-    if (message == WM_NCCREATE) window->state = std::make_unique<Tree>(*window);
-    auto* tree = dynamic_cast<Tree*>(window->state.get());
-    if (!tree) return DefWindowProcW(handle, message, wParam, lParam);
-    constexpr UINT last_tree_message = TV_FIRST + 0xFF;
-    return message >= TV_FIRST && message <= last_tree_message
-               ? handle_tree_message(*tree, message, wParam, lParam)
-               : handle_window_message(*tree, message, wParam, lParam);
+    return guarded([&]() -> LRESULT {
+        std::shared_ptr<Window> window = hold(handle);
+        if (!window) return 0;
+        if (message == WM_NCCREATE) window->state = std::make_unique<Tree>(*window);
+        auto* tree = dynamic_cast<Tree*>(window->state.get());
+        if (!tree) return DefWindowProcW(handle, message, wParam, lParam);
+        constexpr UINT last_tree_message = TV_FIRST + 0xFF;
+        return message >= TV_FIRST && message <= last_tree_message
+                   ? handle_tree_message(*tree, message, wParam, lParam)
+                   : handle_window_message(*tree, message, wParam, lParam);
+    });
 }

@@ -74,7 +74,7 @@ void update_scroll_bars(Tree& tree) {
 }
 
 void scroll_rows(Tree& tree, int rows) {
-    if (!tree.first_visible) return;
+    if (!tree.first_visible || !(tree.window.style & WS_VSCROLL)) return;
     const int top = row_of(tree, *tree.first_visible) + rows;
     set_first_visible(tree, row_at(tree, std::clamp(top, 0, tree.items.rows().count() - 1)));
 }

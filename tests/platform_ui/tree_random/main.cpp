@@ -127,6 +127,8 @@ std::string Scenario::click() {
                                  TVHT_ONITEMSTATEICON, TVHT_ONITEMINDENT, TVHT_ONITEMRIGHT};
     const UINT part = parts[pick(6)];
     const bool twice = pick(3) == 0;
+    recorder_.refuse_expanding = pick(10) == 0;
+    recorder_.refuse_selecting = pick(10) == 0;
     HTREEITEM item = any_item();
     if (!item) return "nothing";
     const std::string name = recorder_.name(item);
@@ -141,6 +143,8 @@ std::string Scenario::press() {
                                VK_RIGHT, VK_HOME,     VK_END,  VK_PRIOR,  VK_NEXT,
                                VK_ADD,   VK_SUBTRACT, VK_BACK, VK_RETURN, VK_MULTIPLY};
     const int key = keys[pick(15)];
+    recorder_.refuse_expanding = pick(10) == 0;
+    recorder_.refuse_selecting = pick(10) == 0;
     user::press(recorder_.tree(), key);
     return "press " + std::to_string(key);
 }
