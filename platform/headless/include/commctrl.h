@@ -2,3 +2,4 @@
 #pragma once
 
 #include "winapi/image_list.h"
+#include "winapi/tree_view.h"

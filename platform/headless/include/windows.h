@@ -6,3 +6,4 @@
 #include "winapi/gdi.h"
 #include "winapi/geometry.h"
 #include "winapi/module.h"
+#include "winapi/window.h"
