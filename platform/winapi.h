@@ -7,28 +7,54 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <tchar.h>
 
+#undef CallWindowProc
+#undef CreateDC
 #undef CreateDialog
 #undef CreateFont
 #undef CreateWindow
+#undef DefWindowProc
 #undef DialogBox
+#undef DispatchMessage
 #undef DrawText
 #undef FindResource
 #undef FindWindow
+#undef GetClassInfo
+#undef GetClassInfoEx
 #undef GetClassName
+#undef GetDlgItemText
 #undef GetMessage
+#undef GetNextWindow
 #undef GetObject
 #undef GetProp
+#undef GetWindowLong
+#undef GetWindowLongPtr
+#undef GetWindowText
+#undef GetWindowTextLength
+#undef IsDialogMessage
 #undef LoadBitmap
+#undef LoadCursor
+#undef LoadIcon
 #undef LoadImage
 #undef LoadLibrary
 #undef LoadString
 #undef MessageBox
+#undef PeekMessage
 #undef PostMessage
 #undef PropertySheet
+#undef RegisterClass
+#undef RegisterClassEx
+#undef SendDlgItemMessage
 #undef SendMessage
+#undef SetDlgItemText
 #undef SetProp
+#undef SetWindowLong
+#undef SetWindowLongPtr
+#undef SetWindowText
+#undef SetWindowsHookEx
+#undef UnregisterClass
 
 // The wide character of the Windows API: 16 bits on both builds.
 static_assert(sizeof(WCHAR) == 2);

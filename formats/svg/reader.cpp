@@ -151,8 +151,9 @@ std::unique_ptr<ADocument> readText(std::string bytes, Buffer copy, std::string_
     const pugi::xml_parse_result result =
         xml.load_buffer_inplace(copy.data.get(), copy.size, pugi::parse_default, pugi::encoding_utf8);
     if (!result) {
-        return failAt(error, name, bytes, static_cast<std::size_t>(result.offset),
-                      reasonOf(result, bytes.size()));
+        const bool nothing = result.status == pugi::status_no_document_element;
+        const std::size_t offset = nothing ? 0 : static_cast<std::size_t>(result.offset);
+        return failAt(error, name, bytes, offset, reasonOf(result, bytes.size()));
     }
     const pugi::xml_node root = xml.document_element();
     if (!isDrawingRoot(root)) {

@@ -6,9 +6,14 @@
 
 #include <array>
 #include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "kzcore/class_info.h"
+#include "kzcore/color.h"
 #include "kzutil/root.h"
+
+class ADevice;
 
 class AReferItem : public ARoot {
 public:
@@ -69,6 +74,10 @@ private:
 class ABrushItem : public AReferItem {
 public:
     using AReferItem::AReferItem;
+
+    // Fills the area, in screen pixels, with a sample of the brush: what a list shows beside its name. An
+    // item that has nothing to show leaves the colour of windows.
+    virtual void drawSample(ADevice& device, const RECT& area) const;
 };
 
 // A fill with one colour. Keeps a reference on it.
@@ -79,6 +88,7 @@ public:
 
     AColorItem* getColorItem() const { return m_color; }
     AString getName() const override;
+    void drawSample(ADevice& device, const RECT& area) const override;
 
 protected:
     ~ASolidBrushItem() override;
@@ -87,14 +97,29 @@ private:
     AColorItem* m_color;
 };
 
+struct AGradientStop {
+    double offset;  // 0 to 1
+    AColor color;
+};
+
 class AGradientBrushItem : public ABrushItem {
 public:
     explicit AGradientBrushItem(AString name);
+
+    // In rising order of their offsets. Without stops, the sample runs from black to white.
+    const std::vector<AGradientStop>& getStops() const { return m_stops; }
+    void setStops(std::vector<AGradientStop> stops) { m_stops = std::move(stops); }
+    void drawSample(ADevice& device, const RECT& area) const override;
+
+private:
+    std::vector<AGradientStop> m_stops;
 };
 
 class APatternBrushItem : public ABrushItem {
 public:
     explicit APatternBrushItem(AString name);
+    // Hatching, the same for every pattern.
+    void drawSample(ADevice& device, const RECT& area) const override;
 };
 
 // What a stroke is made of: a colour, or a brush (a gradient stroke), or neither. Keeps a reference on it.
@@ -111,6 +136,8 @@ public:
     AColorItem* getColorItem() const { return m_color; }
     ABrushItem* getBrushItem() const { return m_brush; }
     AString getName() const override;
+    // A level stroke across the middle of the area, a third as high, on the colour of windows.
+    void drawSample(ADevice& device, const RECT& area) const;
 
 protected:
     ~APenItem() override;

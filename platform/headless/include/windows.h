@@ -3,4 +3,7 @@
 
 #include "winapi/types.h"
 
+#include "winapi/gdi.h"
+#include "winapi/geometry.h"
 #include "winapi/module.h"
+#include "winapi/window.h"

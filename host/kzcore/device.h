@@ -1,0 +1,62 @@
+// ADevice: something to draw on, in drawing coordinates.
+//
+//     AScreenInfo screen(1.0);
+//     ADevice device(memory, screen);  // `memory` stays the caller's
+//     device.DrawStart();
+//     device.Fill(screen.screenToDrawing(RECT{3, 3, 16, 14}), AColor(RGB(255, 0, 0)));
+//     device.DrawEnd();
+//
+// Drawing belongs between DrawStart and DrawEnd; once the outermost DrawEnd is through, everybody who reads
+// the context's bitmap sees the picture. What Fill and CopyBits touch are whole pixels, exactly; paths are
+// antialiased. Everything is cut at the device's edges. Offscreen devices come from the device manager
+// (device_mgr.h).
+#pragma once
+
+#include "kzcore/device_raster.h"
+#include "kzcore/screen_info.h"
+
+class APixelSection;
+
+class ADevice {
+public:
+    // Draws on the context, which must outlive the device; its origin is the origin of the drawing.
+    ADevice(HDC context, const AScreenInfo& screen) : ADevice(context, screen, POINT{0, 0}) {}
+    virtual ~ADevice() = default;
+    ADevice(const ADevice&) = delete;
+    ADevice& operator=(const ADevice&) = delete;
+
+    HDC getContext() const { return m_context; }
+    const AScreenInfo& getScreenInfo() const { return m_screen; }
+
+    // They nest.
+    void DrawStart() { ++m_drawing; }
+    void DrawEnd();
+
+    // The whole device.
+    void Fill(const AColor& color);
+    void Fill(const AFRect& rect, const AColor& color);
+    // Copies what lies at the source's rectangle; the target rectangle tells the size. SRCCOPY is the raster
+    // operation.
+    void CopyBits(const AFRect& target, const ADevice& source, const AFRect& from, DWORD operation);
+    void FillPath(const APath& path, const AColor& color, EFillRule rule = EFillRule::nonZero);
+    // The width is in drawing units.
+    void StrokePath(const APath& path, const AColor& color, double width);
+
+protected:
+    // `origin`: the screen pixel that the context's first pixel stands for.
+    ADevice(HDC context, const AScreenInfo& screen, POINT origin)
+        : m_context(context), m_screen(screen), m_origin(origin) {}
+
+private:
+    // The pixels behind the context, when the device owns them.
+    virtual APixelSection* getSection() { return nullptr; }
+    RECT contextRect(const AFRect& rect) const;
+    void fillContext(const RECT& rect, const AColor& color);
+    template <class Draw>
+    void drawPath(const APath& path, double margin, Draw draw);
+
+    HDC m_context;
+    AScreenInfo m_screen;
+    POINT m_origin;
+    int m_drawing = 0;
+};

@@ -1,0 +1,43 @@
+// APath: an outline of lines and cubic curves, to be filled or stroked by a device.
+//
+//     APath path;
+//     path.moveTo({0, 0});
+//     path.lineTo({10, 0});
+//     path.curveTo({10, 5}, {5, 10}, {0, 10});
+//     path.close();
+//
+// Every figure starts with moveTo; a segment without one starts at its own first point.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "kzutil/rect.h"
+
+class APath {
+public:
+    enum class EVerb : std::uint8_t { move, line, curve, close };
+
+    static APath rectangle(const AFRect& rect);
+
+    void moveTo(AFPoint to);
+    void lineTo(AFPoint to);
+    void curveTo(AFPoint control1, AFPoint control2, AFPoint to);
+    void close();
+
+    bool empty() const { return m_verbs.empty(); }
+    // A move and a line have one point, a curve three, a close none.
+    const std::vector<EVerb>& verbs() const { return m_verbs; }
+    const std::vector<AFPoint>& points() const { return m_points; }
+    // False when a coordinate is infinite or no number.
+    bool isFinite() const;
+    // Of all points, control points included: the outline lies within.
+    AFRect bounds() const;
+
+    // The path with every point at (x * scale + dx, y * scale + dy).
+    APath scaled(double scale, double dx, double dy) const;
+
+private:
+    std::vector<EVerb> m_verbs;
+    std::vector<AFPoint> m_points;
+};
