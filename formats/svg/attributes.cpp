@@ -19,17 +19,6 @@ void Namespaces::declare(std::string_view prefix, std::string_view uri) {
     if (m_bindings.size() < kMostBindings) m_bindings.push_back({prefix, findNamespace(uri)});
 }
 
-QualifiedName splitName(const char* name) {
-    const char* colon = nullptr;
-    const char* end = name;
-    for (; *end != '\0'; ++end) {
-        if (*end == ':' && colon == nullptr) colon = end;
-    }
-    if (colon == nullptr) return {{}, {name, static_cast<std::size_t>(end - name)}};
-    return {{name, static_cast<std::size_t>(colon - name)},
-            {colon + 1, static_cast<std::size_t>(end - colon - 1)}};
-}
-
 Element elementOf(pugi::xml_node node, const Namespaces& namespaces) {
     const QualifiedName name = splitName(node.name());
     const Element element = findElement(name.local);
@@ -45,7 +34,7 @@ void AttributeSet::read(pugi::xml_node element, Namespaces& namespaces) {
 }
 
 void AttributeSet::readAll(pugi::xml_node element, Namespaces& namespaces, bool declare) {
-    m_present.reset();
+    m_present = 0;
     for (pugi::xml_attribute attribute = element.first_attribute(); attribute;
          attribute = attribute.next_attribute()) {
         const char* const text = attribute.name();
@@ -59,7 +48,7 @@ void AttributeSet::readAll(pugi::xml_node element, Namespaces& namespaces, bool 
         if (known == Attribute::unknown) continue;
         // Both "href" and "xlink:href": the plain one counts.
         if (space == Namespace::xlink && has(known)) continue;
-        m_present.set(static_cast<std::size_t>(known));
+        m_present |= std::uint64_t{1} << static_cast<int>(known);
         m_values[static_cast<std::size_t>(known)] = attribute.value();
     }
 }

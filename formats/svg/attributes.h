@@ -2,7 +2,7 @@
 #pragma once
 
 #include <array>
-#include <bitset>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -40,11 +40,17 @@ public:
     // Reads all attributes; declarations of namespaces among them are added first.
     void read(pugi::xml_node element, Namespaces& namespaces);
 
-    bool has(Attribute attribute) const { return m_present[static_cast<std::size_t>(attribute)]; }
+    bool has(Attribute attribute) const { return (m_present >> static_cast<int>(attribute) & 1) != 0; }
     // The text of an attribute, empty when it is not there.
     std::string_view get(Attribute attribute) const {
         return has(attribute) ? std::string_view(m_values[static_cast<std::size_t>(attribute)])
                               : std::string_view();
+    }
+    // The presentation attributes that are there: bit n is Property n.
+    std::uint64_t presentation() const {
+        constexpr int kFirst = static_cast<int>(Attribute::fill);
+        constexpr int kEnd = static_cast<int>(Attribute::stopColor) + 1;
+        return m_present >> kFirst & ((std::uint64_t{1} << (kEnd - kFirst)) - 1);
     }
 
 private:
@@ -52,7 +58,8 @@ private:
 
     void readAll(pugi::xml_node element, Namespaces& namespaces, bool declare);
 
-    std::bitset<kCount> m_present;
+    static_assert(kCount <= 64);
+    std::uint64_t m_present = 0;               // one bit each
     std::array<const char*, kCount> m_values;  // valid where present
 };
 
@@ -61,7 +68,16 @@ struct QualifiedName {
     std::string_view prefix;
     std::string_view local;
 };
-QualifiedName splitName(const char* name);
+inline QualifiedName splitName(const char* name) {
+    const char* colon = nullptr;
+    const char* end = name;
+    for (; *end != '\0'; ++end) {
+        if (*end == ':' && colon == nullptr) colon = end;
+    }
+    if (colon == nullptr) return {{}, {name, static_cast<std::size_t>(end - name)}};
+    return {{name, static_cast<std::size_t>(colon - name)},
+            {colon + 1, static_cast<std::size_t>(end - colon - 1)}};
+}
 
 // The element's kind; elements of other namespaces are unknown.
 Element elementOf(pugi::xml_node node, const Namespaces& namespaces);

@@ -122,7 +122,7 @@ bool takeFunction(std::string_view& text, std::uint32_t& rgb) {
     if (arguments.count != 3 && arguments.count != 4) return false;
     const auto& v = arguments.list;
     if (isRgb) {
-        const auto scaled = [](const Argument& a) { return a.percent ? a.value * 2.55 : a.value; };
+        const auto scaled = [](const Argument& a) { return a.percent ? a.value * 255 / 100 : a.value; };
         rgb = packed(scaled(v[0]), scaled(v[1]), scaled(v[2]));
     } else {
         if (!v[1].percent || !v[2].percent) return false;

@@ -196,7 +196,7 @@ void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element
             object.setObjectFlags(kObjectBoundsPending, true);
             break;
         case Element::text:
-            object.setBoundingRect(textBounds(node, style, view, m_styles, m_index));
+            object.setBoundingRect(textBounds(node, m_attributes, style, view, m_styles, m_index));
             break;
         default:
             object.setBoundingRect(contentBounds(node, style));
@@ -231,7 +231,7 @@ AFRect Importer::contentBounds(pugi::xml_node node, const Style& style) {
         if (inside) {
             around.push_back({enter(level.view, element, attributes), own});
         } else if (element == Element::text) {
-            box = textBounds(at, own, level.view, m_styles, m_index);
+            box = textBounds(at, attributes, own, level.view, m_styles, m_index);
         } else if (element == Element::path || element == Element::polygon || element == Element::polyline) {
             box = curveBounds(element, attributes, level.view);
         } else {

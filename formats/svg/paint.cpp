@@ -58,7 +58,10 @@ bool takeUrl(std::string_view& text, std::string_view& id) {
 bool parsePaint(std::string_view text, Paint& paint) {
     text = trim(text);
     Paint result;
-    if (takeUrl(text, result.text)) {
+    if (!text.empty() && text.front() == '#') {
+        result.kind = PaintKind::rgb;
+        if (!takeColor(text, result.rgb)) return false;
+    } else if (takeUrl(text, result.text)) {
         result.kind = PaintKind::reference;
         std::string_view cmykText;
         // A CMYK fallback is shown as its RGB look-alike.

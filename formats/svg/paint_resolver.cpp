@@ -46,7 +46,7 @@ int countStops(pugi::xml_node gradient, pugi::xml_node& first) {
 }  // namespace
 
 PaintResolver::PaintResolver(APaintTable& table, DrawingIndex& index, StyleResolver& styles)
-    : m_table(table), m_index(index), m_styles(styles) {}
+    : m_table(table), m_index(index), m_styles(styles), m_colors(256) {}
 
 APen* PaintResolver::pen(const Paint& paint, std::uint32_t currentColor) {
     Resolved& resolved = resolve(paint, currentColor);
@@ -77,10 +77,26 @@ PaintResolver::Resolved& PaintResolver::resolve(const Paint& paint, std::uint32_
     }
 }
 
+PaintResolver::ColorSlot& PaintResolver::colorSlot(std::uint32_t rgb) {
+    const std::size_t mask = m_colors.size() - 1;
+    std::size_t slot = (rgb * 0x9E3779B1U >> 8) & mask;
+    while (m_colors[slot].rgb != rgb && m_colors[slot].rgb != kFree) slot = (slot + 1) & mask;
+    return m_colors[slot];
+}
+
 PaintResolver::Resolved& PaintResolver::resolveRgb(std::uint32_t rgb) {
-    CachedColor& cached = m_colors[(rgb * 0x9E3779B1U) >> 22];
-    if (cached.rgb != rgb) cached = {rgb, {m_table.solidBrush(m_table.rgb(rgb)), nullptr, true}};
-    return cached.resolved;
+    ColorSlot* slot = &colorSlot(rgb);
+    if (slot->rgb == rgb) return slot->resolved;
+    if (++m_colorCount * 4 > m_colors.size() * 3) {
+        std::vector<ColorSlot> old(m_colors.size() * 2);
+        old.swap(m_colors);
+        for (const ColorSlot& one : old) {
+            if (one.rgb != kFree) colorSlot(one.rgb) = one;
+        }
+        slot = &colorSlot(rgb);
+    }
+    *slot = {rgb, {m_table.solidBrush(m_table.rgb(rgb)), nullptr, true}};
+    return slot->resolved;
 }
 
 PaintResolver::Resolved& PaintResolver::resolveCmyk(std::string_view text) {

@@ -1,9 +1,9 @@
 // From computed paint to the document's shared brushes and pens.
 #pragma once
 
-#include <array>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "formats/svg/drawing_index.h"
 #include "formats/svg/style_resolver.h"
@@ -27,13 +27,14 @@ private:
         APen* pen = nullptr;  // made when first asked for
         bool found = false;
     };
-    // The last brush of each of some colours: most objects of a drawing share few.
-    struct CachedColor {
-        std::uint32_t rgb = 0xffffffff;
+    // Plain colours by open addressing; the table doubles before it is three quarters full.
+    struct ColorSlot {
+        std::uint32_t rgb = kFree;
         Resolved resolved;
     };
-    static constexpr std::size_t kCachedColors = 1024;
+    static constexpr std::uint32_t kFree = 0xffffffff;
 
+    ColorSlot& colorSlot(std::uint32_t rgb);
     Resolved& resolve(const Paint& paint, std::uint32_t currentColor);
     Resolved& resolveRgb(std::uint32_t rgb);
     Resolved& resolveCmyk(std::string_view text);
@@ -44,7 +45,8 @@ private:
     APaintTable& m_table;
     DrawingIndex& m_index;
     StyleResolver& m_styles;
-    std::array<CachedColor, kCachedColors> m_colors;
+    std::vector<ColorSlot> m_colors;
+    std::size_t m_colorCount = 0;
     std::unordered_map<std::string_view, Resolved> m_references;
     std::unordered_map<std::string_view, Resolved> m_cmyk;
     Resolved m_nothing;

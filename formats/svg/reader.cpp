@@ -49,18 +49,20 @@ std::unique_ptr<ADocument> failAt(std::string& error, std::string_view name, std
 
 std::string_view reasonOf(const pugi::xml_parse_result& result, std::size_t size) {
     using enum pugi::xml_parse_status;
-    if (static_cast<std::size_t>(result.offset) >= size) return "the file ends in the middle of the drawing";
+    if (result.status == status_no_document_element) return "there is no element in it";
+    // The parser may stop one short of the end.
+    if (static_cast<std::size_t>(result.offset) + 1 >= size) return "the file ends in the middle of the drawing";
     switch (result.status) {
         case status_out_of_memory:
             return "out of memory";
         case status_unrecognized_tag:
             return "\"<\" does not start an element here";
         case status_bad_pi:
-            return "a processing instruction is broken";
+            return "a processing instruction is not closed";
         case status_bad_comment:
-            return "a comment is broken";
+            return "a comment is not closed";
         case status_bad_cdata:
-            return "a CDATA section is broken";
+            return "a CDATA section is not closed";
         case status_bad_doctype:
             return "the document type is broken";
         case status_bad_pcdata:
@@ -123,8 +125,9 @@ std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view 
     const pugi::xml_parse_result result =
         xml.load_buffer_inplace(buffer.get(), bytes.size(), pugi::parse_default, pugi::encoding_utf8);
     if (!result) {
-        return failAt(error, name, bytes, static_cast<std::size_t>(result.offset),
-                      reasonOf(result, bytes.size()));
+        const bool nothing = result.status == pugi::status_no_document_element;
+        const std::size_t offset = nothing ? 0 : static_cast<std::size_t>(result.offset);
+        return failAt(error, name, bytes, offset, reasonOf(result, bytes.size()));
     }
     const pugi::xml_node root = xml.document_element();
     if (!isDrawingRoot(root)) {

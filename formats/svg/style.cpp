@@ -1,5 +1,7 @@
 #include "formats/svg/style.h"
 
+#include <array>
+
 #include "formats/svg/color.h"
 #include "formats/svg/text_scan.h"
 #include "formats/svg/units.h"
@@ -115,28 +117,44 @@ std::string_view fontSizeOf(std::string_view font) {
     return {};
 }
 
+enum CharacterClass : std::uint8_t { ordinary, semicolon, quotation, opening, closing };
+
+constexpr auto kCharacters = [] {
+    std::array<std::uint8_t, 256> table{};
+    table[';'] = semicolon;
+    table['"'] = table['\''] = quotation;
+    table['('] = opening;
+    table[')'] = closing;
+    return table;
+}();
+
 // The length of a declaration: up to a semicolon outside quotes and parentheses.
 std::size_t declarationLength(std::string_view text) {
-    char quote = 0;
     int depth = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (quote != 0) {
-            if (c == quote) quote = 0;
-        } else if (c == ';' && depth <= 0) {
-            return i;
-        } else if (c == '"' || c == '\'') {
-            quote = c;
-        } else if (c == '(') {
-            ++depth;
-        } else if (c == ')') {
-            --depth;
+        switch (kCharacters[static_cast<unsigned char>(text[i])]) {
+            case semicolon:
+                if (depth <= 0) return i;
+                break;
+            case quotation:
+                i = text.find(text[i], i + 1);
+                if (i == text.npos) return text.size();
+                break;
+            case opening:
+                ++depth;
+                break;
+            case closing:
+                --depth;
+                break;
+            default:
+                break;
         }
     }
     return text.size();
 }
 
 bool takeImportant(std::string_view& value) {
+    if (value.empty() || toLower(value.back()) != 't') return false;
     const std::size_t mark = value.rfind('!');
     if (mark == value.npos || !equalsNoCase(trim(value.substr(mark + 1)), "important")) return false;
     value = trim(value.substr(0, mark));
@@ -214,11 +232,12 @@ void applyProperty(Style& style, const Style& parent, Property property, std::st
 
 bool takeDeclaration(std::string_view& text, Declaration& declaration) {
     while (!text.empty()) {
-        const std::size_t length = declarationLength(text);
+        std::size_t colon = 0;
+        while (colon < text.size() && text[colon] != ':' && text[colon] != ';') ++colon;
+        const std::size_t length = colon + declarationLength(text.substr(colon));
         const std::string_view whole = text.substr(0, length);
         text.remove_prefix(length < text.size() ? length + 1 : length);
-        const std::size_t colon = whole.find(':');
-        if (colon == whole.npos) continue;
+        if (colon == whole.size()) continue;
         const std::string_view name = trim(whole.substr(0, colon));
         Property property = findProperty(name);
         const bool shorthand = property == Property::unknown && equalsNoCase(name, "font");

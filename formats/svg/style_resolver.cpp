@@ -1,15 +1,16 @@
 #include "formats/svg/style_resolver.h"
 
+#include <bit>
+
 #include "formats/svg/text_scan.h"
 
 namespace svg {
 
 Style StyleResolver::compute(pugi::xml_node element, const AttributeSet& attributes, const Style& parent) {
     Style style = parent.inherited();
-    for (int i = 0; i < static_cast<int>(Property::count); ++i) {
-        const Property property = static_cast<Property>(i);
-        const Attribute attribute = presentationAttribute(property);
-        if (attributes.has(attribute)) applyProperty(style, parent, property, attributes.get(attribute));
+    for (std::uint64_t rest = attributes.presentation(); rest != 0; rest &= rest - 1) {
+        const Property property = static_cast<Property>(std::countr_zero(rest));
+        applyProperty(style, parent, property, attributes.get(presentationAttribute(property)));
     }
     bool important = false;
     if (!m_sheet.isEmpty()) {

@@ -33,8 +33,12 @@ std::size_t countCharacters(std::string_view text) {
 
 // The first of a list of positions; false when there is none.
 bool firstLength(std::string_view list, Axis axis, const LengthContext& context, double& value) {
-    const std::size_t end = trimFront(list).find_first_of(" \t\r\n,");
-    return parseLength(trimFront(list).substr(0, end), axis, context, value);
+    if (list.empty()) return false;
+    if (parseLength(list, axis, context, value)) return true;
+    list = trimFront(list);
+    std::size_t end = 0;
+    while (end < list.size() && !isSpace(list[end]) && list[end] != ',') ++end;
+    return parseLength(list.substr(0, end), axis, context, value);
 }
 
 class TextLines {
@@ -81,6 +85,24 @@ private:
     BoundsBuilder m_bounds;
 };
 
+// A text with parts of their own positions and styles.
+void addParts(pugi::xml_node text, const Style& style, StyleResolver& styles, TextLines& lines) {
+    Namespaces namespaces;
+    AttributeSet attributes;
+    std::vector<Style> around{style};  // of the elements open around the node, by depth
+    int depth = 0;
+    for (pugi::xml_node node = nextNode(text, text, depth); node; node = nextNode(node, text, depth)) {
+        around.resize(static_cast<std::size_t>(depth), style);
+        if (node.type() != pugi::node_element) {
+            lines.add(node.value(), around.back());
+            continue;
+        }
+        attributes.read(node, namespaces);
+        around.push_back(styles.compute(node, attributes, around.back()));
+        lines.moveTo(attributes, around.back());
+    }
+}
+
 AFRect pathTextBounds(pugi::xml_node textPath, const Style& style, const Affine& transform,
                       DrawingIndex& index) {
     Namespaces namespaces;
@@ -108,27 +130,21 @@ pugi::xml_node findTextPath(pugi::xml_node text) {
     return {};
 }
 
-AFRect textBounds(pugi::xml_node text, const Style& style, const View& outer, StyleResolver& styles,
-                  DrawingIndex& index) {
-    Namespaces namespaces;
-    AttributeSet attributes;
-    attributes.read(text, namespaces);
-    const Affine transform = outer.toDrawing * parseTransform(attributes.get(Attribute::transform));
+AFRect textBounds(pugi::xml_node text, const AttributeSet& attributes, const Style& style, const View& outer,
+                  StyleResolver& styles, DrawingIndex& index) {
+    const Affine own = attributes.has(Attribute::transform)
+                           ? parseTransform(attributes.get(Attribute::transform))
+                           : Affine();
+    const Affine transform = outer.toDrawing * own;
     if (const pugi::xml_node path = findTextPath(text)) return pathTextBounds(path, style, transform, index);
 
     TextLines lines(outer, transform);
     lines.moveTo(attributes, style);
-    std::vector<Style> around{style};  // of the elements open around the node, by depth
-    int depth = 0;
-    for (pugi::xml_node node = nextNode(text, text, depth); node; node = nextNode(node, text, depth)) {
-        around.resize(static_cast<std::size_t>(depth), style);
-        if (node.type() != pugi::node_element) {
-            lines.add(node.value(), around.back());
-            continue;
-        }
-        attributes.read(node, namespaces);
-        around.push_back(styles.compute(node, attributes, around.back()));
-        lines.moveTo(attributes, around.back());
+    const pugi::xml_node only = text.first_child();
+    if (only && !only.next_sibling() && only.type() != pugi::node_element) {
+        lines.add(only.value(), style);
+    } else {
+        addParts(text, style, styles, lines);
     }
     lines.flush();
     return lines.get();

@@ -9,8 +9,9 @@
 
 namespace svg {
 
-AFRect textBounds(pugi::xml_node text, const Style& style, const View& outer, StyleResolver& styles,
-                  DrawingIndex& index);
+// `attributes` and `style` are the text's own.
+AFRect textBounds(pugi::xml_node text, const AttributeSet& attributes, const Style& style, const View& outer,
+                  StyleResolver& styles, DrawingIndex& index);
 
 // The text path inside a text, null when there is none.
 pugi::xml_node findTextPath(pugi::xml_node text);

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <system_error>
 
 #include "formats/svg/text_scan.h"
@@ -20,6 +21,32 @@ constexpr Unit kAbsoluteUnits[] = {
     {"pt", 96.0 / 72}, {"pc", 16},        {"q", 96 / 101.6},
 };
 
+// Powers of ten that a double holds exactly.
+constexpr double kPowers[] = {1,    1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// Plain decimals of up to 15 digits, which is nearly all of a drawing: digits and power of ten are exact in a
+// double, so one division rounds correctly. Gives the end of the number, null for anything else.
+const char* readPlainDecimal(const char* at, const char* end, double& value) {
+    const bool negative = at != end && *at == '-';
+    if (negative || (at != end && *at == '+')) ++at;
+    std::uint64_t digits = 0;
+    const char* const first = at;
+    while (at != end && isDigit(*at)) digits = digits * 10 + static_cast<unsigned>(*at++ - '0');
+    std::ptrdiff_t count = at - first;
+    std::ptrdiff_t fraction = 0;
+    if (at != end && *at == '.') {
+        const char* const point = ++at;
+        while (at != end && isDigit(*at)) digits = digits * 10 + static_cast<unsigned>(*at++ - '0');
+        fraction = at - point;
+        count += fraction;
+    }
+    if (count == 0 || count > 15 || (at != end && (*at == 'e' || *at == 'E'))) return nullptr;
+    value = static_cast<double>(digits) / kPowers[fraction];
+    if (negative) value = -value;
+    return at;
+}
+
 double percentBase(Axis axis, const LengthContext& context) {
     if (axis == Axis::horizontal) return context.viewportWidth;
     if (axis == Axis::vertical) return context.viewportHeight;
@@ -28,14 +55,13 @@ double percentBase(Axis axis, const LengthContext& context) {
 
 }  // namespace
 
-double finite(double value) {
-    if (std::isnan(value)) return 0;
-    return value > kLargestNumber ? kLargestNumber : value < -kLargestNumber ? -kLargestNumber : value;
-}
-
 bool takeNumber(std::string_view& text, double& value) {
     const char* begin = text.data();
     const char* const end = begin + text.size();
+    if (const char* const rest = readPlainDecimal(begin, end, value)) {
+        text.remove_prefix(static_cast<std::size_t>(rest - begin));
+        return true;
+    }
     if (begin != end && *begin == '+') ++begin;
     // from_chars reads "inf" and "nan" too; in a drawing they are no numbers.
     const char* digits = begin != end && *begin == '-' && begin == text.data() ? begin + 1 : begin;
@@ -54,6 +80,12 @@ bool takeNumber(std::string_view& text, double& value) {
 }
 
 bool parseLength(std::string_view text, Axis axis, const LengthContext& context, double& value) {
+    const char* const end = text.data() + text.size();
+    double plain = 0;
+    if (readPlainDecimal(text.data(), end, plain) == end) {  // nearly always
+        value = plain;
+        return true;
+    }
     text = trim(text);
     double number = 0;
     if (!takeNumber(text, number)) return false;

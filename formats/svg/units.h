@@ -13,7 +13,10 @@ namespace svg {
 constexpr double kLargestNumber = 1e30;
 
 // Cuts to the range of drawings; not-a-number becomes 0.
-double finite(double value);
+inline double finite(double value) {
+    if (value >= -kLargestNumber && value <= kLargestNumber) return value;
+    return value > 0 ? kLargestNumber : value < 0 ? -kLargestNumber : 0;
+}
 
 // Takes a number from the front of the text, false (and the text unchanged) when there is none.
 bool takeNumber(std::string_view& text, double& value);

@@ -32,7 +32,7 @@ public:
         if (text.empty()) return missing;
         for (std::size_t slot = hash(text); m_slots[slot] != 0; slot = (slot + 1) % kSlots) {
             const Word<Id>& word = m_words[m_slots[slot] - 1];
-            if (word.text == text) return word.id;
+            if (equal(word.text, text)) return word.id;
         }
         return missing;
     }
@@ -46,6 +46,15 @@ private:
     static constexpr std::size_t hash(std::string_view text) {
         const auto at = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
         return (text.size() + at(0) * 29U + at(text.size() / 2) * 113U + at(text.size() - 1) * 7U) % kSlots;
+    }
+
+    // Words are short: a loop is faster than a call.
+    static constexpr bool equal(std::string_view a, std::string_view b) {
+        if (a.size() != b.size()) return false;
+        for (std::size_t i = 0; i < a.size(); ++i) {
+            if (a[i] != b[i]) return false;
+        }
+        return true;
     }
 
     std::array<Word<Id>, Count> m_words{};

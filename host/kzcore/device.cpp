@@ -47,20 +47,17 @@ void ADevice::fillContext(const RECT& rect, const AColor& color) {
 void ADevice::Fill(const AColor& color) {
     RECT all{};
     ::GetClipBox(m_context, &all);
-    RECT screen{all.left + m_origin.x, all.top + m_origin.y, all.right + m_origin.x, all.bottom + m_origin.y};
-    Fill(m_screen.screenToDrawing(screen), color);
+    Fill(m_screen.screenToDrawing(
+             {all.left + m_origin.x, all.top + m_origin.y, all.right + m_origin.x, all.bottom + m_origin.y}),
+         color);
 }
 
 void ADevice::Fill(const AFRect& rect, const AColor& color) {
     RECT pixels = contextRect(rect);
     if (isEmpty(pixels)) return;
-    if (color.isOpaque()) {
-        fillContext(pixels, color);
-    } else {
-        RECT screen{pixels.left + m_origin.x, pixels.top + m_origin.y, pixels.right + m_origin.x,
-                    pixels.bottom + m_origin.y};
-        FillPath(APath::rectangle(m_screen.screenToDrawing(screen)), color);
-    }
+    if (color.isOpaque()) return fillContext(pixels, color);
+    // Mixed by the drawing library, but on whole pixels all the same.
+    FillPath(APath::rectangle(m_screen.screenToDrawing(m_screen.drawingToScreen(rect))), color);
 }
 
 void ADevice::CopyBits(const AFRect& target, const ADevice& source, const AFRect& from, DWORD operation) {

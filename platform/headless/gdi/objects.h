@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/headless/guard.h"
-#include "platform/winapi.h"
+#include "platform/headless/include/winapi/image_list.h"
 
 namespace headless {
 

@@ -1,0 +1,1 @@
+kz_fuzzer(svg_fuzz svg_fuzz.cpp LIBS kzsvg)

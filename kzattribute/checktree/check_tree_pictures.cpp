@@ -1,0 +1,160 @@
+// The check tree's pictures.
+#include "checktree/check_tree.h"
+#include "kzcore/device_mgr.h"
+#include "kzcore/refer_item.h"
+#include "res/resource.h"
+
+namespace {
+
+constexpr int kSide = 16;
+constexpr COLORREF kWhite = 0xFFFFFF;
+
+// Pictures are 16 by 16; a strip has one every 16 columns.
+constexpr int kStatePictures[] = {2, 4, 6};
+constexpr int kItemPictures[] = {1, 3, 5};
+
+}  // namespace
+
+bool ACheckTree::loadBitmap(UINT id, CBitmap& bitmap) const {
+    COLORMAP white{kWhite, ::GetSysColor(COLOR_WINDOW)};
+    return bitmap.LoadMappedBitmap(id, 0, &white, 1) != 0;
+}
+
+void ACheckTree::makeDisabledBitmap(const CBitmap& source, CBitmap& target, int first, int end) {
+    BITMAP shape{};
+    source.GetBitmap(&shape);
+    if (end == -1) end = shape.bmWidth;
+    target.DeleteObject();
+    CClientDC window(m_hWnd);
+    CDC from;
+    CDC to;
+    if (!from.CreateCompatibleDC(&window) || !to.CreateCompatibleDC(&window) ||
+        !target.CreateCompatibleBitmap(&window, shape.bmWidth, shape.bmHeight))
+        return;
+    const CSelection fromSelection(from, source);
+    const CSelection toSelection(to, target);
+    to.BitBlt(0, 0, shape.bmWidth, shape.bmHeight, &from, 0, 0, SRCCOPY);
+    const COLORREF face = ::GetSysColor(COLOR_3DFACE);
+    for (int x = first; x < end; ++x) {
+        for (int y = 0; y < shape.bmHeight; ++y) {
+            if (to.GetPixel(x, y) == kWhite) to.SetPixel(x, y, face);
+        }
+    }
+}
+
+// Makes a list of a strip in which these pictures are turned into their disabled forms, and shows it in the
+// tree.
+void ACheckTree::buildList(CImageList& list, UINT bitmapId, const int (&disabled)[3], int which) {
+    list.DeleteImageList();
+    list.Create(kSide, kSide, ILC_COLOR24, 10, 10);
+    list.SetBkColor(::GetSysColor(COLOR_WINDOW));
+    SetImageList(&list, which);
+    CBitmap strips[4];  // each call works on the result of the one before
+    if (!loadBitmap(bitmapId, strips[0])) return;
+    for (int i = 0; i < 3; ++i)
+        makeDisabledBitmap(strips[i], strips[i + 1], disabled[i] * kSide, (disabled[i] + 1) * kSide);
+    list.Add(&strips[3], nullptr);
+}
+
+void ACheckTree::initImageLists() {
+    DeleteAllItems();
+    buildList(m_stateImages, IDB_CHECK_BOXES, kStatePictures, TVSIL_STATE);
+    buildList(m_itemImages, IDB_TREE_PICTURES, kItemPictures, TVSIL_NORMAL);
+}
+
+// Adds the picture and its disabled form, and gives the item the one that the control's state calls for.
+void ACheckTree::addPicture(HTREEITEM item, CBitmap& picture) {
+    const int enabled = m_itemImages.Add(&picture, nullptr);
+    CBitmap form;
+    makeDisabledBitmap(picture, form, 0, -1);
+    const int disabled = m_itemImages.Add(&form, nullptr);
+    setImages(item, IsWindowEnabled() ? enabled : disabled);
+}
+
+void ACheckTree::setItemImage(HTREEITEM item, int image) {
+    if (GetChildItem(item))
+        setImages(item, I_IMAGECALLBACK);
+    else
+        setImages(item, image / 2 * 2 + (IsWindowEnabled() ? 0 : 1));
+}
+
+int ACheckTree::setItemBitmap(HTREEITEM item, UINT id) {
+    if (GetChildItem(item)) {
+        setImages(item, I_IMAGECALLBACK);
+        return 1;
+    }
+    CBitmap picture;
+    if (id == 0 || !loadBitmap(id, picture)) {
+        setItemImage(item, 0);
+        return 0;
+    }
+    addPicture(item, picture);
+    return 1;
+}
+
+namespace {
+
+void drawSample(ADevice& device, const AReferItem* brushOrPen, const RECT& area) {
+    if (const auto* brush = dynamic_cast<const ABrushItem*>(brushOrPen)) {
+        brush->drawSample(device, area);
+    } else if (const auto* pen = dynamic_cast<const APenItem*>(brushOrPen)) {
+        pen->drawSample(device, area);
+    } else {
+        device.DrawStart();
+        device.Fill(AColor(::GetSysColor(COLOR_WINDOW)));
+        device.DrawEnd();
+    }
+}
+
+}  // namespace
+
+void ACheckTree::setItemSwatch(HTREEITEM item, const AReferItem* brushOrPen) {
+    if (GetChildItem(item)) return setImages(item, I_IMAGECALLBACK);
+    // The sample is drawn from (2, 2) and copied from (3, 3) on: the pixel between belongs to the frame,
+    // deliberately.
+    constexpr RECT kDrawn{2, 2, 16, 14};
+    constexpr RECT kCopied{3, 3, 16, 14};
+    CDC display;
+    CDC memory;
+    CBitmap picture;
+    if (!display.CreateDC(_T("DISPLAY"), nullptr, nullptr, nullptr) || !memory.CreateCompatibleDC(&display) ||
+        !loadBitmap(IDB_SWATCH_FRAME, picture))
+        return;
+    const AScreenInfo screen(1.0);
+    const ADevice shown(display, screen);
+    ADevice* offscreen = KzGetDeviceMgr()->GetOffscreenDevice(shown, screen.screenToDrawing(kDrawn), 0);
+    if (!offscreen) return;
+    {
+        const CSelection selection(memory, picture);
+        ADevice device(memory, screen);
+        drawSample(*offscreen, brushOrPen, kDrawn);
+        const AFRect area = screen.screenToDrawing(kCopied);
+        device.DrawStart();
+        device.Fill(area, AColor(::GetSysColor(COLOR_WINDOW)));
+        device.CopyBits(area, *offscreen, area, SRCCOPY);
+        device.DrawEnd();
+    }
+    KzGetDeviceMgr()->ReleaseDevice(offscreen);
+    addPicture(item, picture);
+}
+
+void ACheckTree::setItemColor(HTREEITEM item, COLORREF color) {
+    if (GetChildItem(item)) return setImages(item, I_IMAGECALLBACK);
+    CClientDC window(m_hWnd);
+    CDC memory;
+    CBitmap picture;
+    if (!memory.CreateCompatibleDC(&window) || !picture.CreateCompatibleBitmap(&window, kSide, kSide)) return;
+    {
+        const CSelection selection(memory, picture);
+        const CBrush background(::GetSysColor(COLOR_WINDOW));
+        const CBrush foreground(color);
+        {
+            const CSelection brush(memory, background);
+            memory.PatBlt(0, 0, kSide, kSide, PATCOPY);
+        }
+        const CSelection brush(memory, foreground);
+        // One column wider than the picture, deliberately: the colour runs to the edge.
+        memory.PatBlt(3, 2, 14, 12, PATCOPY);
+    }
+    addPicture(item, picture);
+}

@@ -1,0 +1,127 @@
+#include "checktree/tree_index.h"
+
+#include <array>
+#include <functional>
+
+#include "checktree/check_values.h"
+
+namespace checktree {
+
+namespace {
+
+constexpr int kTextRoom = 1024;  // what one request of a text has room for; a longer text is asked for again
+
+TVITEMW read(HWND tree, HTREEITEM item, UINT mask) {
+    TVITEMW record{};
+    record.mask = mask | TVIF_HANDLE;
+    record.hItem = item;
+    record.stateMask = kStateMask;
+    ::SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&record));
+    return record;
+}
+
+kzutil::WideString textOf(HWND tree, HTREEITEM item) {
+    for (std::size_t room = kTextRoom;; room *= 2) {
+        kzutil::WideString text(room, WCHAR(0));
+        TVITEMW record{};
+        record.mask = TVIF_TEXT | TVIF_HANDLE;
+        record.hItem = item;
+        record.pszText = text.data();
+        record.cchTextMax = static_cast<int>(room);
+        if (!::SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&record)) || !record.pszText)
+            return {};
+        kzutil::WideString found(record.pszText);
+        if (found.size() + 1 < room) return found;
+    }
+}
+
+HTREEITEM parentOf(HWND tree, HTREEITEM item) {
+    return reinterpret_cast<HTREEITEM>(
+        ::SendMessageW(tree, TVM_GETNEXTITEM, TVGN_PARENT, reinterpret_cast<LPARAM>(item)));
+}
+
+}  // namespace
+
+std::size_t TreeIndex::ChildHash::operator()(const Child& child) const {
+    const std::size_t text = std::hash<kzutil::WideView>()(child.text);
+    return text ^ (std::hash<HTREEITEM>()(child.parent) * 0x9e3779b97f4a7c15ULL);
+}
+
+void TreeIndex::attach(HWND tree) {
+    m_tree = tree;
+    forget();
+}
+
+void TreeIndex::forget() {
+    m_known = false;
+    m_dataKnown = false;
+    m_byText.clear();
+    m_nodes.clear();
+    m_byData.clear();
+}
+
+void TreeIndex::learn() {
+    if (m_known) return;
+    forget();
+    m_known = true;
+    forEachItem(m_tree, [this](HTREEITEM item) {
+        inserted(item, parentOf(m_tree, item), textOf(m_tree, item));
+        checkChanged(item, checkOfState(read(m_tree, item, TVIF_STATE).state));
+    });
+}
+
+void TreeIndex::learnData() {
+    if (m_dataKnown) return;
+    m_byData.clear();
+    // emplace keeps the first of several: the one that comes first in pre-order.
+    forEachItem(m_tree, [this](HTREEITEM item) {
+        m_byData.emplace(static_cast<ULONG_PTR>(read(m_tree, item, TVIF_PARAM).lParam), item);
+    });
+    m_dataKnown = true;
+}
+
+HTREEITEM TreeIndex::findChild(HTREEITEM parent, kzutil::WideView text) {
+    learn();
+    const auto found = m_byText.find(Child{parent, kzutil::WideString(text)});
+    return found == m_byText.end() ? nullptr : found->second;
+}
+
+HTREEITEM TreeIndex::findData(ULONG_PTR data) {
+    learnData();
+    const auto found = m_byData.find(data);
+    return found == m_byData.end() ? nullptr : found->second;
+}
+
+int& TreeIndex::counterOf(Node& parent, int check, int& ignored) {
+    return check == kChecked ? parent.checked : check == kUnchecked ? parent.unchecked : ignored;
+}
+
+bool TreeIndex::allChildrenAre(HTREEITEM parent, int check) {
+    learn();
+    Node& node = m_nodes[parent];
+    int partly = node.children - node.checked - node.unchecked;
+    return counterOf(node, check, partly) == node.children;
+}
+
+void TreeIndex::inserted(HTREEITEM item, HTREEITEM parent, kzutil::WideView text) {
+    m_dataKnown = false;
+    if (!m_known) return;
+    m_byText.emplace(Child{parent, kzutil::WideString(text)}, item);
+    m_nodes[item].parent = parent;
+    Node& above = m_nodes[parent];
+    ++above.children;
+    ++above.unchecked;
+}
+
+void TreeIndex::checkChanged(HTREEITEM item, int check) {
+    if (!m_known) return;
+    Node& node = m_nodes[item];
+    if (node.check == check) return;
+    Node& above = m_nodes[node.parent];
+    int ignored = 0;
+    --counterOf(above, node.check, ignored);
+    ++counterOf(above, check, ignored);
+    m_nodes[item].check = check;
+}
+
+}  // namespace checktree
