@@ -79,6 +79,11 @@ inline QualifiedName splitName(const char* name) {
             {colon + 1, static_cast<std::size_t>(end - colon - 1)}};
 }
 
+// The element's kind by its local name alone.
+inline Element kindOf(pugi::xml_node node) {
+    return findElement(splitName(node.name()).local);
+}
+
 // The element's kind; elements of other namespaces are unknown.
 Element elementOf(pugi::xml_node node, const Namespaces& namespaces);
 

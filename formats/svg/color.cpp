@@ -30,30 +30,34 @@ std::uint32_t packed(double r, double g, double b) {
     return channel(r) << 16 | channel(g) << 8 | channel(b);
 }
 
-int hexDigit(char c) {
-    if (isDigit(c)) return c - '0';
-    c = toLower(c);
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
+constexpr std::uint8_t kNoDigit = 0xff;
+
+constexpr auto kHexDigits = [] {
+    std::array<std::uint8_t, 256> table{};
+    table.fill(kNoDigit);
+    for (std::uint8_t i = 0; i < 10; ++i) table['0' + i] = i;
+    for (std::uint8_t i = 0; i < 6; ++i) table['a' + i] = table['A' + i] = static_cast<std::uint8_t>(10 + i);
+    return table;
+}();
 
 bool isNameEnd(std::string_view text, std::size_t at) {
     return at >= text.size() || isSpace(text[at]) || text[at] == ',' || text[at] == ')' || text[at] == '/';
 }
 
 bool takeHex(std::string_view& text, std::uint32_t& rgb) {
-    std::uint32_t digits[8];
+    std::uint32_t value = 0;
     std::size_t count = 0;
-    while (count + 1 < text.size() && hexDigit(text[count + 1]) >= 0) {
-        if (count == 8) return false;
-        digits[count] = static_cast<std::uint32_t>(hexDigit(text[count + 1]));
-        ++count;
+    for (; count + 1 < text.size() && count < 9; ++count) {
+        const std::uint8_t digit = kHexDigits[static_cast<unsigned char>(text[count + 1])];
+        if (digit == kNoDigit) break;
+        value = value << 4 | digit;
     }
     if (!isNameEnd(text, count + 1)) return false;
+    if (count == 4 || count == 8) value >>= count;  // without the opacity: one digit of four, two of eight
     if (count == 3 || count == 4) {
-        rgb = digits[0] * 0x110000 + digits[1] * 0x1100 + digits[2] * 0x11;
+        rgb = (value >> 8 & 0xf) * 0x110000 + (value >> 4 & 0xf) * 0x1100 + (value & 0xf) * 0x11;
     } else if (count == 6 || count == 8) {
-        rgb = 0;
-        for (int i = 0; i < 6; ++i) rgb = rgb << 4 | digits[i];
+        rgb = value;
     } else {
         return false;
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 
 #include "formats/svg/attributes.h"
 #include "formats/svg/text_scan.h"
@@ -12,6 +13,24 @@ namespace {
 
 bool isResource(Element element) {
     return element >= Element::symbol && element <= Element::marker;
+}
+
+// Rules out the most frequent elements; the vocabulary decides about the others.
+bool mayMatter(const char* name) {
+    switch (name[0]) {
+        case 'g':
+            return name[1] != '\0';
+        case 'r':
+            return std::strcmp(name, "rect") != 0;
+        case 'p':
+            return std::strcmp(name, "path") != 0;
+        case 'c':
+            return std::strcmp(name, "circle") != 0;
+        case 't':
+            return std::strcmp(name, "text") != 0 && std::strcmp(name, "tspan") != 0;
+        default:
+            return true;
+    }
 }
 
 const char* idOf(pugi::xml_node node) {
@@ -53,6 +72,7 @@ bool DrawingIndex::build(pugi::xml_node root, pugi::xml_node& culprit) {
         }
         const std::string_view id = idOf(node);
         if (!id.empty() && isDigit(id.back())) noteId(id);
+        if (!mayMatter(name)) continue;
         const Element element = findElement(splitName(name).local);
         if (element == Element::style) m_styles.push_back(node);
         if (isResource(element) && !id.empty()) m_resources.emplace(id, node);

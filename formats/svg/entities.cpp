@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLargestValue = std::size_t{1} << 20;
 constexpr std::size_t kLargestGrowth = std::size_t{64} << 20;
-constexpr int kDeepestNesting = 64;
+constexpr int kDeepestReference = 64;
 
 struct Entity {
     std::string value;
@@ -121,7 +121,7 @@ bool Expander::expand(const std::string& name, Entity& entity, int depth) {
     if (entity.state == Entity::expanded) return true;
     if (entity.state == Entity::inProgress)
         return fail(entity.offset, "the entity " + name + " refers to itself");
-    if (depth > kDeepestNesting) return fail(entity.offset, "entities are nested too deep");
+    if (depth > kDeepestReference) return fail(entity.offset, "entities are nested too deep");
     entity.state = Entity::inProgress;
     std::string value;
     if (!append(entity.value, kLargestValue, depth, false, value)) {

@@ -17,10 +17,6 @@ constexpr std::size_t kRepeatableAtLeast = 100'000;
 constexpr std::size_t kRepeatablePerElement = 100;
 constexpr std::size_t kRepeatableAtMost = 2'000'000;
 
-Element kindOf(pugi::xml_node node) {
-    return findElement(splitName(node.name()).local);
-}
-
 bool isTrue(std::string_view text) {
     return trim(text) == "true";
 }

@@ -29,10 +29,6 @@ std::string_view labelOf(pugi::xml_node node) {
     return node.attribute("id").value();
 }
 
-Element kindOf(pugi::xml_node node) {
-    return findElement(splitName(node.name()).local);
-}
-
 // The stops of a gradient: how many, up to two, and the first.
 int countStops(pugi::xml_node gradient, pugi::xml_node& first) {
     int count = 0;

@@ -51,7 +51,8 @@ std::string_view reasonOf(const pugi::xml_parse_result& result, std::size_t size
     using enum pugi::xml_parse_status;
     if (result.status == status_no_document_element) return "there is no element in it";
     // The parser may stop one short of the end.
-    if (static_cast<std::size_t>(result.offset) + 1 >= size) return "the file ends in the middle of the drawing";
+    if (static_cast<std::size_t>(result.offset) + 1 >= size)
+        return "the file ends in the middle of the drawing";
     switch (result.status) {
         case status_out_of_memory:
             return "out of memory";

@@ -131,8 +131,12 @@ constexpr auto kCharacters = [] {
 // The length of a declaration: up to a semicolon outside quotes and parentheses.
 std::size_t declarationLength(std::string_view text) {
     int depth = 0;
+    const auto kindAt = [text](std::size_t i) { return kCharacters[static_cast<unsigned char>(text[i])]; };
     for (std::size_t i = 0; i < text.size(); ++i) {
-        switch (kCharacters[static_cast<unsigned char>(text[i])]) {
+        while (kindAt(i) == ordinary) {
+            if (++i == text.size()) return i;
+        }
+        switch (kindAt(i)) {
             case semicolon:
                 if (depth <= 0) return i;
                 break;

@@ -11,10 +11,6 @@ constexpr double kCharacterWidth = 0.55;
 constexpr double kAscent = 0.8;
 constexpr double kDescent = 0.2;
 
-Element kindOf(pugi::xml_node node) {
-    return findElement(splitName(node.name()).local);
-}
-
 // Characters as they are drawn: white space at the ends is dropped, further white space counts once.
 std::size_t countCharacters(std::string_view text) {
     std::size_t count = 0;

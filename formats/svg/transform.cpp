@@ -85,8 +85,15 @@ AFRect BoundsBuilder::get() const {
 
 AFRect roundBounds(const Affine& t, AFPoint center, AFPoint core, double rx, double ry) {
     const AFPoint middle = t.apply(center);
-    const double x = std::fabs(t.a * core.x) + std::fabs(t.c * core.y) + std::hypot(t.a * rx, t.c * ry);
-    const double y = std::fabs(t.b * core.x) + std::fabs(t.d * core.y) + std::hypot(t.b * rx, t.d * ry);
+    double x = std::fabs(t.a * core.x) + std::fabs(t.c * core.y);
+    double y = std::fabs(t.b * core.x) + std::fabs(t.d * core.y);
+    if (t.b == 0 && t.c == 0) {  // nearly always, and no square root
+        x += std::fabs(t.a * rx);
+        y += std::fabs(t.d * ry);
+    } else {
+        x += std::hypot(t.a * rx, t.c * ry);
+        y += std::hypot(t.b * rx, t.d * ry);
+    }
     return {finite(middle.x - x), finite(middle.y - y), finite(middle.x + x), finite(middle.y + y)};
 }
 

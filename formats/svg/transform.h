@@ -37,10 +37,10 @@ public:
             m_empty = false;
             return;
         }
-        m_rect.left = std::fmin(m_rect.left, p.x);
-        m_rect.top = std::fmin(m_rect.top, p.y);
-        m_rect.right = std::fmax(m_rect.right, p.x);
-        m_rect.bottom = std::fmax(m_rect.bottom, p.y);
+        if (p.x < m_rect.left) m_rect.left = p.x;
+        if (p.y < m_rect.top) m_rect.top = p.y;
+        if (p.x > m_rect.right) m_rect.right = p.x;
+        if (p.y > m_rect.bottom) m_rect.bottom = p.y;
     }
     void add(const AFRect& rect) {
         add(AFPoint{rect.left, rect.top});

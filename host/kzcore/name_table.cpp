@@ -10,6 +10,11 @@ std::uint64_t hashOf(std::string_view name) {
     return std::hash<std::string_view>()(name);
 }
 
+// The low bits choose the slot, so the tag is taken from the high ones.
+std::uint32_t tagOf(std::uint64_t hash) {
+    return static_cast<std::uint32_t>(hash >> 32);
+}
+
 }  // namespace
 
 ANameTable::ANameTable() : m_slots(64) {}
@@ -17,16 +22,19 @@ ANameTable::ANameTable() : m_slots(64) {}
 // The slot that holds the name, or the free one where it belongs.
 std::size_t ANameTable::slotOf(std::string_view name, std::uint64_t hash) const {
     const std::size_t mask = m_slots.size() - 1;
+    const std::uint32_t tag = tagOf(hash);
     std::size_t slot = hash & mask;
-    while (m_slots[slot] != 0 && get(m_slots[slot]) != name) slot = (slot + 1) & mask;
+    while (m_slots[slot].number != 0 && (m_slots[slot].tag != tag || get(m_slots[slot].number) != name)) {
+        slot = (slot + 1) & mask;
+    }
     return slot;
 }
 
 void ANameTable::grow(std::size_t slots) {
-    std::vector<std::uint32_t> old(slots);
+    std::vector<Slot> old(slots);
     old.swap(m_slots);
-    for (const std::uint32_t number : old) {
-        if (number != 0) m_slots[slotOf(get(number), hashOf(get(number)))] = number;
+    for (const Slot& one : old) {
+        if (one.number != 0) m_slots[slotOf(get(one.number), hashOf(get(one.number)))] = one;
     }
 }
 
@@ -40,13 +48,14 @@ void ANameTable::reserve(std::size_t count) {
 std::uint32_t ANameTable::add(std::string_view name) {
     if (name.empty()) return 0;
     if ((m_names.size() + 1) * 4 > m_slots.size() * 3) grow(m_slots.size() * 2);
-    std::uint32_t& slot = m_slots[slotOf(name, hashOf(name))];
-    if (slot != 0) return 0;
+    const std::uint64_t hash = hashOf(name);
+    Slot& slot = m_slots[slotOf(name, hash)];
+    if (slot.number != 0) return 0;
     char* text = static_cast<char*>(m_text.allocate(name.size(), 1));
     std::memcpy(text, name.data(), name.size());
     m_names.emplace_back(text, name.size());
-    slot = static_cast<std::uint32_t>(m_names.size());
-    return slot;
+    slot = {static_cast<std::uint32_t>(m_names.size()), tagOf(hash)};
+    return slot.number;
 }
 
 std::uint32_t ANameTable::addUnique(std::string_view stem, bool numbered) {
@@ -71,5 +80,5 @@ std::uint32_t ANameTable::addUnique(std::string_view stem, bool numbered) {
 }
 
 std::uint32_t ANameTable::find(std::string_view name) const {
-    return m_slots[slotOf(name, hashOf(name))];
+    return m_slots[slotOf(name, hashOf(name))].number;
 }

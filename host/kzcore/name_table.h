@@ -33,6 +33,11 @@ private:
 
     std::pmr::monotonic_buffer_resource m_text;
     std::vector<std::string_view> m_names;
-    std::vector<std::uint32_t> m_slots;  // open addressing; 0: free, else a name's number
+    // Open addressing. The tag is part of the name's hash: another name's text is hardly ever looked at.
+    struct Slot {
+        std::uint32_t number = 0;  // 0: free
+        std::uint32_t tag = 0;
+    };
+    std::vector<Slot> m_slots;
     std::unordered_map<std::string, std::uint32_t> m_nextSuffix;  // by stem
 };
