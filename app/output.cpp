@@ -13,6 +13,10 @@ namespace {
     throw OutputError{std::string("cannot write the output: ") + std::strerror(errno)};
 }
 
+bool isFollowingByte(char c) {  // of a character of several bytes in UTF-8
+    return (static_cast<unsigned char>(c) & 0xc0) == 0x80;
+}
+
 bool isPlain(char c) {
     return c >= 0x20 && c < 0x7f && c != '"' && c != '\\';
 }
@@ -26,6 +30,10 @@ void print(std::string_view text) {
 void printLine(std::string_view text) {
     print(text);
     print("\n");
+}
+
+void printText(std::string_view text) {
+    printLine(printable(text));
 }
 
 void printJson(const nlohmann::ordered_json& value) {
@@ -49,7 +57,33 @@ void appendJsonString(std::string& out, std::string_view text) {
 
 void printError(std::string_view text) {
     std::fflush(stdout);
-    std::fprintf(stderr, "kzdraw: %.*s\n", static_cast<int>(text.size()), text.data());
+    std::fprintf(stderr, "kzdraw: %s\n", printable(text).c_str());
+}
+
+std::string printable(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        // U+0080 to U+009F: terminals obey these, too.
+        const bool isTwoByteControl =
+            c == 0xc2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xa0;
+        if (isTwoByteControl) ++i;
+        result += c < 0x20 || c == 0x7f || isTwoByteControl ? '?' : text[i];
+    }
+    return result;
+}
+
+std::string inQuotes(std::string_view name) {
+    constexpr std::size_t kLongest = 200;
+    if (name.size() <= kLongest) return '"' + std::string(name) + '"';
+    std::size_t end = kLongest;
+    while (end > kLongest - 3 && isFollowingByte(name[end])) --end;
+    return '"' + std::string(name.substr(0, end)) + "...\"";
+}
+
+void fillUp(std::string& line, std::size_t width) {
+    const auto length = line.size() - static_cast<std::size_t>(std::ranges::count_if(line, isFollowingByte));
+    line.append(length < width ? width - length : 1, ' ');
 }
 
 }  // namespace app

@@ -3,9 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <new>
+#include <optional>
 
 #include "app/commands/commands.h"
 #include "app/output.h"
+#include "app/script/interpreter.h"
 #include "app/session.h"
 
 namespace app {
@@ -14,52 +16,104 @@ namespace {
 
 constexpr int kFailed = 2;
 
+constexpr char kDescription[] =
+    "kzdraw selects the objects of a drawing by their attributes and shows or hides them by color.";
+constexpr char kFooter[] =
+    "kzdraw COMMAND --help tells more of a command.\n"
+    "Exit status: 0 done, 1 nothing matched, 2 wrong usage or unreadable input.\n\n"
+    "Example:\n  kzdraw select harbour.svg --similar-to boat-1";
+
+CLI::App* addCommand(CLI::App& program, const char* name, const char* description, const char* footer) {
+    CLI::App* command = program.add_subcommand(name, description);
+    command->footer(footer)->group("Commands");
+    return command;
+}
+
+CLI::Option* addFile(CLI::App* command, std::string& file, const char* description) {
+    return command->add_option("FILE", file, description)->type_name("");
+}
+
 void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, "Print JSON, one line");
 }
 
-int parseAndRun(std::vector<std::string> arguments) {
-    CLI::App program("Draws and selects by attributes.", "kzdraw");
-    program.set_version_flag("--version", "kzdraw " KZ_VERSION);
+void setUp(CLI::App& program) {
+    program.set_version_flag("--version", "kzdraw " KZ_VERSION, "Print the version and exit");
+    program.set_help_flag("-h,--help", "Print this help and exit");
     program.require_subcommand(1);
+    program.footer(kFooter);
+    program.allow_windows_style_options(false);  // "/folder/file" is a file on every system
+    program.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    program.get_formatter()->label("Positionals", "Arguments");
+    program.get_formatter()->label("REQUIRED", "(required)");
+}
+
+// CLI11 tells of a missing command in its own words, and of an unknown one not at all.
+void expectCommand(const CLI::App& program, const std::vector<std::string>& arguments) {
+    const std::string first = arguments.empty() ? "" : arguments[0];
+    if (program.get_option_no_throw(first)) return;
+    if (first.starts_with('-'))
+        throw Failure{"there is no option " + inQuotes(first) + " (see kzdraw --help)"};
+    std::string names;
+    for (const CLI::App* command : program.get_subcommands({})) {
+        if (command->get_name() == first) return;
+        names += (names.empty() ? "" : ", ") + command->get_name();
+    }
+    throw Failure{(arguments.empty() ? "a command is missing" : "there is no command " + inQuotes(first)) +
+                  ": it is one of " + names + " (see kzdraw --help)"};
+}
+
+std::string helpOf(const CLI::App& program) {
+    std::string command = "kzdraw ";
+    for (const CLI::App* given : program.get_subcommands()) command += given->get_name() + " ";
+    return " (see " + command + "--help)";
+}
+
+int parseAndRun(std::vector<std::string> arguments) {
+    CLI::App program(kDescription, "kzdraw");
+    setUp(program);
     int status = 0;
 
     std::string file;
     bool json = false;
-    CLI::App* info = program.add_subcommand("info", "Tell what a drawing holds");
-    info->add_option("FILE", file, "An SVG drawing")->required();
+    CLI::App* info = addCommand(program, "info", "Tell what a drawing holds: page, layers, objects, colors",
+                                "Example:\n  kzdraw info harbour.svg");
+    addFile(info, file, "An SVG drawing")->required();
     addJson(info, json);
     info->final_callback([&] { status = runInfo(file, json); });
 
-    CLI::App* tools = program.add_subcommand("tools", "List the plug-in's tools");
-    tools->add_option("FILE", file, "A drawing to be open meanwhile");
+    CLI::App* tools =
+        addCommand(program, "tools", "List the plug-in's tools", "Example:\n  kzdraw tools --json");
+    const CLI::Option* toolsFile =
+        addFile(tools, file, "With --json: the SVG drawing that tells which tools are valid");
     addJson(tools, json);
-    tools->final_callback([&] { status = runTools(file, json); });
+    tools->final_callback([&] { status = runTools(*toolsFile ? std::optional(file) : std::nullopt, json); });
 
     SelectOptions options;
-    CLI::App* select = program.add_subcommand("select", "Select objects and tell which");
-    select->add_option("FILE", options.file, "An SVG drawing")->required();
-    select->add_option("--similar-to", options.similarTo, "Every object of the class of the object ID")
+    CLI::App* select = addCommand(program, "select", "Select objects and tell which",
+                                  "Example:\n  kzdraw select harbour.svg --similar-to boat-1");
+    addFile(select, options.file, "An SVG drawing")->required();
+    select->add_option("--similar-to", options.similarTo, "Select every object of the class of the object ID")
         ->required()
         ->type_name("ID");
     addJson(select, options.json);
     select->final_callback([&] { status = runSelect(options); });
 
-    CLI::App* script = program.add_subcommand("script", "Run the commands of a file, - for standard input");
-    script->add_option("FILE", file, "A script")->required();
+    CLI::App* script = addCommand(program, "script", "Run the commands of a script", "");
+    script->footer(scriptHelp() + "\nExample:\n  kzdraw script select-boats.kzs");
+    addFile(script, file, "A script, - for standard input")->required();
     script->final_callback([&] { status = runScript(file); });
 
     try {
+        expectCommand(program, arguments);
         std::ranges::reverse(arguments);  // the order in which CLI11 takes them
         program.parse(std::move(arguments));
     } catch (const CLI::CallForHelp&) {
         print(program.help());
-    } catch (const CLI::CallForAllHelp&) {
-        print(program.help("", CLI::AppFormatMode::All));
     } catch (const CLI::CallForVersion& version) {
         printLine(version.what());
     } catch (const CLI::ParseError& error) {
-        throw Failure{std::string(error.what()) + " (see kzdraw --help)"};
+        throw Failure{error.what() + helpOf(program)};
     }
     return status;
 }

@@ -1,5 +1,6 @@
 #include "app/report.h"
 
+#include <algorithm>
 #include <map>
 
 #include "kzcore/view.h"
@@ -20,6 +21,13 @@ AObList allObjects(ADocument& document) {
     document.getSecondaryDatabase()->getAllObjects(objects, 0);
     document.getDatabase().getAllObjects(objects, 0);
     return objects;
+}
+
+// Gradients, patterns and the like. The solid brush that every color has is not worth counting.
+std::ptrdiff_t countOwnBrushes(ADocument& document) {
+    return std::ranges::count_if(document.getPaint().getBrushes(), [](const ABrushItem* brush) {
+        return dynamic_cast<const ASolidBrushItem*>(brush) == nullptr;
+    });
 }
 
 Json reportLayers(const ADatabase& database, bool master) {
@@ -107,7 +115,7 @@ Json reportInfo(const std::string& file, ADocument& document) {
             {"page", {page.left, page.top, page.Width(), page.Height()}},
             {"objects", document.getObjectCount()},
             {"colors", document.getPaint().getColors().size()},
-            {"brushes", document.getPaint().getBrushes().size()},
+            {"brushes", countOwnBrushes(document)},
             {"layers", std::move(layers)},
             {"classes", std::move(classes)}};
 }

@@ -16,7 +16,7 @@ void printObjects(ADocument& document);
 nlohmann::ordered_json reportTools(const Session& session);
 // {"messages":[…]} shown since the last call.
 nlohmann::ordered_json reportMessages();
-// The page, the layers, and how many objects of each class there are.
+// The page, the layers, how many colors, brushes that are not solid, and objects of each class there are.
 nlohmann::ordered_json reportInfo(const std::string& file, ADocument& document);
 
 // The last segment of the class's display structure, "Rectangle"; the class's own name when it has none.

@@ -1,10 +1,23 @@
 #include "app/session.h"
 
+#include <system_error>
+
+#include "app/output.h"
 #include "formats/svg/reader.h"
 #include "kzcore/tool_runner.h"
 #include "kzcore/view.h"
 
 namespace app {
+
+std::filesystem::path filePath(const std::string& name) {
+    if (name.empty()) throw Failure{"the name of a file is empty"};
+    try {
+        // Made from char8_t, a path takes the text as UTF-8 on every build.
+        return std::filesystem::path(std::u8string(name.begin(), name.end()));
+    } catch (const std::system_error&) {
+        throw Failure{name + ": no file can have this name"};
+    }
+}
 
 Session::Session() {
     AFilePath path;
@@ -22,9 +35,7 @@ Session::~Session() {
 
 void Session::open(const std::string& file) {
     std::string error;
-    // Made from char8_t, a path takes the text as UTF-8 on every build.
-    std::unique_ptr<ADocument> document =
-        svg::readDrawing(std::filesystem::path(std::u8string(file.begin(), file.end())), error);
+    std::unique_ptr<ADocument> document = svg::readDrawing(filePath(file), error);
     if (!document) throw Failure{error};
     m_application.setActiveView(&document->getView());
     m_document = std::move(document);
@@ -37,7 +48,7 @@ ADocument& Session::document() {
 
 std::unique_ptr<ATool> Session::makeTool(const std::string& className) const {
     const APlugInTool* entry = m_plugIn->findTool(AString::fromUtf8(className));
-    if (!entry) throw Failure{"there is no tool \"" + className + "\""};
+    if (!entry) throw Failure{"there is no tool " + inQuotes(className)};
     std::unique_ptr<ATool> tool(entry->factory());
     if (!tool) throw Failure{"not enough memory for the tool " + className};
     return tool;
@@ -66,7 +77,7 @@ void Session::select(const std::vector<std::string>& names) {
     AObList objects(0, 10);
     for (const std::string& name : names) {
         AObject* object = document().findObject(name);
-        if (!object) throw Failure{"there is no object \"" + name + "\""};
+        if (!object) throw Failure{"there is no object " + inQuotes(name)};
         objects.AddTail(object);
     }
     ASelection& selection = *document().getView().m_selection;

@@ -1,6 +1,7 @@
 // A running host: the application, its plug-in and the open drawing.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,9 @@ namespace app {
 struct Failure {
     std::string reason;
 };
+
+// The path of a name in UTF-8. Raises Failure when the name is empty or no path can be made of it.
+std::filesystem::path filePath(const std::string& name);
 
 class Session {
 public:

@@ -2,13 +2,14 @@
 // Failure.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace app {
 
 int runInfo(const std::string& file, bool json);
-// `file` may be empty: then no drawing is open, and no tool that needs one is valid.
-int runTools(const std::string& file, bool json);
+// Without a file no drawing is open, and no tool that needs one is valid.
+int runTools(const std::optional<std::string>& file, bool json);
 
 struct SelectOptions {
     std::string file;

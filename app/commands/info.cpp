@@ -26,7 +26,7 @@ int runInfo(const std::string& file, bool json) {
         return 0;
     }
     const AFRect& page = session.document().getPage();
-    printLine(file + ": " + counted(info["objects"], "object", "objects") + ", " +
+    printText(file + ": " + counted(info["objects"], "object", "objects") + ", " +
               counted(info["colors"], "color", "colors") + ", page " + number(page.Width()) + " x " +
               number(page.Height()));
     for (const auto& layer : info["layers"]) {
@@ -35,11 +35,11 @@ int runInfo(const std::string& file, bool json) {
         if (layer["master"]) line += ", master";
         if (layer["locked"]) line += ", locked";
         if (layer["hidden"]) line += ", hidden";
-        printLine(line);
+        printText(line);
     }
     for (const auto& [className, count] : info["classes"].items()) {
         const AClassInfo* row = findClass(AString::fromUtf8(className).view());
-        printLine("  " + counted(count, displayName(*row), displayName(*row)));
+        printText("  " + counted(count, displayName(*row), displayName(*row)));
     }
     return 0;
 }

@@ -12,10 +12,10 @@ void printForPeople(ADocument& document) {
               (document.getObjectCount() == 1 ? " object selected" : " objects selected"));
     for (const AObject* object : selected) {
         std::string line = "  " + std::string(object->getNameUtf8());
-        line.resize(std::max<std::size_t>(line.size() + 1, 26), ' ');
+        fillUp(line, 26);
         line += displayName(object->getClassInfo());
-        line.resize(std::max<std::size_t>(line.size() + 1, 44), ' ');
-        printLine(line + layerTitle(*object));
+        fillUp(line, 44);
+        printText(line + layerTitle(*object));
     }
 }
 
@@ -24,9 +24,13 @@ void printForPeople(ADocument& document) {
 int runSelect(const SelectOptions& options) {
     Session session;
     session.open(options.file);
-    session.select({options.similarTo});
-    if (!session.runTool("ASelectSimilarTool"))
-        throw Failure{"Select Similar Objects cannot start on \"" + options.similarTo + "\""};
+    try {
+        session.select({options.similarTo});
+        if (!session.runTool("ASelectSimilarTool"))
+            throw Failure{"Select Similar Objects cannot start on " + inQuotes(options.similarTo)};
+    } catch (const Failure& failure) {
+        throw Failure{options.file + ": " + failure.reason};
+    }
     if (options.json)
         printSelection(session.document());
     else

@@ -3,9 +3,9 @@
 
 namespace app {
 
-int runTools(const std::string& file, bool json) {
+int runTools(const std::optional<std::string>& file, bool json) {
     Session session;
-    if (!file.empty()) session.open(file);
+    if (file) session.open(*file);
     const nlohmann::ordered_json report = reportTools(session);
     if (json) {
         printJson(report);
@@ -13,10 +13,10 @@ int runTools(const std::string& file, bool json) {
     }
     for (const auto& tool : report["tools"]) {
         std::string line = tool["class"].get<std::string>();
-        line.resize(std::max<std::size_t>(line.size() + 1, 20), ' ');
+        fillUp(line, 20);
         line += tool["name"].get<std::string>();
-        line.resize(std::max<std::size_t>(line.size() + 1, 46), ' ');
-        printLine(line + tool["description"].get<std::string>());
+        fillUp(line, 46);
+        printText(line + tool["description"].get<std::string>());
     }
     return 0;
 }

@@ -12,4 +12,7 @@ namespace app {
 // reason" at the first line that does not work; what was printed until then stays printed.
 void interpret(Session& session, std::istream& script, const std::string& name);
 
+// What a user needs to know to write one.
+std::string scriptHelp();
+
 }  // namespace app

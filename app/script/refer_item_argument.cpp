@@ -1,5 +1,8 @@
 #include "app/script/refer_item_argument.h"
 
+#include <charconv>
+
+#include "app/output.h"
 #include "app/session.h"
 #include "kzcore/named_colors.h"
 
@@ -7,19 +10,32 @@ namespace app {
 
 namespace {
 
+// Of a CSS name or #rrggbb, in lower case.
+std::optional<std::uint32_t> valueOfColor(const std::string& text) {
+    if (text.size() != 7 || text[0] != '#') return findNamedColor(text);
+    std::uint32_t value = 0;
+    const auto [end, error] = std::from_chars(text.data() + 1, text.data() + 7, value, 16);
+    if (error != std::errc() || end != text.data() + 7) return std::nullopt;
+    return value;
+}
+
 AReferItem* findColor(ADocument& document, const std::string& name) {
-    // A color is called by its canonical name, but found by any of its CSS names.
-    const auto value = findNamedColor(name);
-    const AString wanted = AString::fromUtf8(value ? canonicalColorName(*value) : name);
-    for (AColorItem* color : document.getPaint().getColors()) {
-        if (color->getName().CompareNoCase(wanted) == 0) return color;
+    // A color is called by its canonical name, but found by any of its CSS names and as #rrggbb.
+    std::string canonical = name;
+    for (char& c : canonical) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    if (const auto value = valueOfColor(canonical)) canonical = canonicalColorName(*value);
+    for (const std::string& text : {name, canonical}) {
+        const AString wanted = AString::fromUtf8(text);
+        for (AColorItem* color : document.getPaint().getColors()) {
+            if (color->getName().CompareNoCase(wanted) == 0) return color;
+        }
     }
-    throw Failure{"the drawing has no color \"" + name + "\""};
+    throw Failure{"the drawing has no color " + inQuotes(name)};
 }
 
 AObject& findObject(ADocument& document, const std::string& id) {
     AObject* object = document.findObject(id);
-    if (!object) throw Failure{"there is no object \"" + id + "\""};
+    if (!object) throw Failure{"there is no object " + inQuotes(id)};
     return *object;
 }
 
@@ -29,7 +45,7 @@ AReferItem* findFill(ADocument& document, const std::string& id) {
     if (auto* solid = dynamic_cast<ASolidBrushItem*>(item); solid && solid->getColorItem())
         return solid->getColorItem();
     if (item) return item;
-    throw Failure{"\"" + id + "\" has no fill"};
+    throw Failure{inQuotes(id) + " has no fill"};
 }
 
 AReferItem* findStroke(ADocument& document, const std::string& id) {
@@ -37,7 +53,7 @@ AReferItem* findStroke(ADocument& document, const std::string& id) {
     const APenItem* item = pen ? pen->getPenItem() : nullptr;
     if (item && item->getColorItem()) return item->getColorItem();
     if (item && item->getBrushItem()) return item->getBrushItem();
-    throw Failure{"\"" + id + "\" has no stroke"};
+    throw Failure{inQuotes(id) + " has no stroke"};
 }
 
 }  // namespace
@@ -51,7 +67,7 @@ AReferItem* findReferItem(ADocument& document, const std::string& text) {
          {Kind{"color:", findColor}, Kind{"fill:", findFill}, Kind{"stroke:", findStroke}}) {
         if (text.starts_with(kind.prefix)) return kind.find(document, text.substr(kind.prefix.size()));
     }
-    throw Failure{"\"" + text + "\" is none of color:NAME, fill:ID, stroke:ID"};
+    throw Failure{inQuotes(text) + " is none of color:NAME, fill:ID, stroke:ID"};
 }
 
 }  // namespace app

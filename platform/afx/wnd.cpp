@@ -9,13 +9,10 @@ constexpr const WCHAR* plain_class = _T("AfxWnd");
 BOOL register_plain_class() {
     WNDCLASSEXW description = {};
     description.cbSize = sizeof(description);
-    if (GetClassInfoExW(nullptr, plain_class, &description)) return TRUE;
-    description = {};
-    description.cbSize = sizeof(description);
     description.style = CS_DBLCLKS;
     description.lpfnWndProc = DefWindowProcW;
     description.lpszClassName = plain_class;
-    return RegisterClassExW(&description) != 0;
+    return RegisterClassExW(&description) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
 
 }  // namespace

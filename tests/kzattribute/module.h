@@ -8,6 +8,7 @@
 #include "kzcore/plugin_loader.h"
 #include "kzcore/tool.h"
 #include "support/drawing.h"
+#include "support/program_folder.h"
 #include "support/temp_folder.h"
 
 namespace test {
@@ -17,12 +18,6 @@ inline AFilePath plugInPath() {
     path += _T("Plugins");
     path += _T(KZ_PLUGIN_FILE);
     return path;
-}
-
-// The built program's folder.
-inline std::filesystem::path programFolder() {
-    const std::string text = AFilePath().getPath().toUtf8();
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
 }
 
 // The plug-in, loaded with the base folder as it is now.

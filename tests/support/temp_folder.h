@@ -26,7 +26,7 @@ public:
 
     const std::filesystem::path& path() const { return m_path; }
     AString wide() const { return widePath(m_path); }
-    std::filesystem::path write(const std::string& name, const std::string& bytes) const {
+    std::filesystem::path write(const std::filesystem::path& name, const std::string& bytes) const {
         const std::filesystem::path file = m_path / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary) << bytes;

@@ -181,6 +181,7 @@ bool set_item(Tree& tree, const TVITEMW& record) {
     Item* item = tree.items.find(record.hItem);
     if (!item) return false;
     apply(*item, record);
+    if (record.mask & (TVIF_TEXT | TVIF_STATE)) measure(tree, *item);
     if ((record.mask & TVIF_STATE) && (record.stateMask & TVIS_EXPANDED)) {
         if (record.state & TVIS_EXPANDED)
             tree.items.expand(*item);
@@ -188,7 +189,6 @@ bool set_item(Tree& tree, const TVITEMW& record) {
             tree.items.collapse(*item);
         update_scroll_bars(tree);
     }
-    if (record.mask & (TVIF_TEXT | TVIF_STATE)) measure(tree, *item);
     return true;
 }
 

@@ -1,7 +1,8 @@
 // Random operations on a tree view, and everything that they answer and cause, one line each.
 //
-//   tree_random FIRST_SEED SCENARIOS OPERATIONS
+//   tree_random FIRST_SEED SCENARIOS OPERATIONS [SEED.STEP]
 //
+// With a step, shows the rows before it on standard error.
 // Which operations come depends on the seed alone, so that the same line of two logs tells of the same
 // operation.
 #include <cstdio>
@@ -16,7 +17,7 @@ namespace {
 
 class Scenario {
 public:
-    Scenario(unsigned seed, int operations);
+    Scenario(unsigned seed, int operations, std::string shown_step);
     void run();
 
 private:
@@ -45,9 +46,11 @@ private:
     std::string resize();
     std::string rectangle(HTREEITEM item);
     std::string summary();
+    void show_rows();
 
     unsigned seed_;
     int operations_;
+    std::string shown_step_;
     std::mt19937 random_;
     Recorder recorder_;
     std::vector<HTREEITEM> items_;
@@ -60,9 +63,10 @@ const DWORD styles[] = {
     TVS_LINESATROOT | TVS_HASLINES | TVS_DISABLEDRAGDROP,
 };
 
-Scenario::Scenario(unsigned seed, int operations)
+Scenario::Scenario(unsigned seed, int operations, std::string shown_step)
     : seed_(seed),
       operations_(operations),
+      shown_step_(std::move(shown_step)),
       random_(seed),
       recorder_(styles[seed % 4], {300, 40 + static_cast<int>(seed * 37 % 160)}) {}
 
@@ -278,18 +282,21 @@ std::string Scenario::summary() {
            std::to_string(client.bottom) + " page " + std::to_string(send(TVM_GETVISIBLECOUNT, 0, LPARAM(0)));
 }
 
+void Scenario::show_rows() {
+    fprintf(stderr, "top %s\n", next(TVGN_FIRSTVISIBLE, nullptr).c_str());
+    for (LRESULT item = send(TVM_GETNEXTITEM, TVGN_ROOT, LPARAM(0)); item;
+         item = send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item)) {
+        for (LRESULT up = item; up; up = send(TVM_GETNEXTITEM, TVGN_PARENT, up)) fputs("  ", stderr);
+        fprintf(stderr, "%s\n", recorder_.name(reinterpret_cast<HTREEITEM>(item)).c_str());
+    }
+}
+
 void Scenario::run() {
     recorder_.attach_images(seed_ / 4 % 2, seed_ / 8 % 2);
     for (int step = 0; step < operations_; ++step) {
-        if (getenv("KZ_DUMP") && std::to_string(seed_) + "." + std::to_string(step) == getenv("KZ_DUMP")) {
-            fprintf(stderr, "%s: top %s\n", getenv("KZ_DUMP"), next(TVGN_FIRSTVISIBLE, nullptr).c_str());
-            for (LRESULT item = send(TVM_GETNEXTITEM, TVGN_ROOT, LPARAM(0)); item;
-                 item = send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item)) {
-                for (LRESULT up = item; up; up = send(TVM_GETNEXTITEM, TVGN_PARENT, up)) fputs("  ", stderr);
-                fprintf(stderr, "%s\n", recorder_.name(reinterpret_cast<HTREEITEM>(item)).c_str());
-            }
-        }
-        std::string line = std::to_string(seed_) + "." + std::to_string(step) + " " + operate();
+        const std::string place = std::to_string(seed_) + "." + std::to_string(step);
+        if (place == shown_step_) show_rows();
+        std::string line = place + " " + operate();
         for (const std::string& notice : recorder_.take()) line += " [" + notice + "]";
         puts((line + summary()).c_str());
     }
@@ -299,12 +306,13 @@ void Scenario::run() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 4) {
-        fputs("usage: tree_random FIRST_SEED SCENARIOS OPERATIONS\n", stderr);
+    if (argc != 4 && argc != 5) {
+        fputs("usage: tree_random FIRST_SEED SCENARIOS OPERATIONS [SEED.STEP]\n", stderr);
         return 2;
     }
     const auto first = static_cast<unsigned>(std::atoi(argv[1]));
     const auto count = static_cast<unsigned>(std::atoi(argv[2]));
-    for (unsigned seed = first; seed < first + count; ++seed) Scenario(seed, std::atoi(argv[3])).run();
+    for (unsigned seed = first; seed < first + count; ++seed)
+        Scenario(seed, std::atoi(argv[3]), argc == 5 ? argv[4] : "").run();
     return 0;
 }

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "app/output.h"
+#include "app/script/interpreter.h"
+#include "kzutil/message_box.h"
+#include "process.h"
+#include "sea.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+constexpr char kEveryRectangle[] = "{\"selection\":[\"hull\",\"sail\",\"cap\"]}\n";
+
+class Script : public testing::Test {
+protected:
+    test::TempFolder folder;
+    app::Session session;
+    std::string failure;  // of the last run
+
+    void SetUp() override {
+        takeKeptMessages();
+        folder.write("sea.svg", test::kSea);
+    }
+    // A line that opens the drawing.
+    std::string openSea() { return "open '" + test::utf8(folder.path() / "sea.svg") + "'\n"; }
+    // What the script, called S, prints.
+    std::string run(const std::string& text) {
+        std::istringstream script(text);
+        failure.clear();
+        testing::internal::CaptureStdout();
+        try {
+            app::interpret(session, script, "S");
+        } catch (const app::Failure& raised) {
+            failure = raised.reason;
+        }
+        std::string out = testing::internal::GetCapturedStdout();
+        std::erase(out, '\r');
+        return out;
+    }
+    std::string runToItsEnd(const std::string& text) {
+        const std::string out = run(text);
+        EXPECT_EQ(failure, "");
+        return out;
+    }
+    std::string failureOf(const std::string& text) {
+        run(text);
+        return failure;
+    }
+};
+
+}  // namespace
+
+TEST_F(Script, PrintsEveryObjectWithItsPlaceAndPaint) {
+    EXPECT_EQ(
+        runToItsEnd(openSea() + "print objects\n"),
+        R"({"objects":[)"
+        R"({"id":"hull","class":"ARectangle","layer":"Sea","parent":null,"fill":"red","stroke":"black"},)"
+        R"({"id":"sail","class":"ARectangle","layer":"Sea","parent":null,"fill":null,"stroke":"blue"},)"
+        R"({"id":"sun","class":"AOval","layer":"Sea","parent":null,"fill":"glow","stroke":null},)"
+        R"({"id":"crew","class":"AGroup","layer":"Sea","parent":null,"fill":null,"stroke":null},)"
+        R"({"id":"cap","class":"ARectangle","layer":"Sea","parent":"crew","fill":"red","stroke":"glow"},)"
+        R"({"id":"cloud","class":"ARectangle","layer":"Sky","parent":null,"fill":"#123456","stroke":null})"
+        "]}\n");
+}
+
+TEST_F(Script, RunsATool) {
+    EXPECT_EQ(runToItsEnd(openSea() + "select hull\ntool ASelectSimilarTool\nprint selection\n"),
+              kEveryRectangle);
+}
+
+TEST_F(Script, TellsThatAToolIsNotValidAndGoesOn) {
+    EXPECT_EQ(runToItsEnd(openSea() + "tool ASelectSimilarTool\nprint selection\n"),
+              "{\"tool\":\"ASelectSimilarTool\",\"valid\":false}\n{\"selection\":[]}\n");
+    EXPECT_EQ(runToItsEnd("select hull sun\ntool ASelectSimilarTool\nprint selection\n"),
+              "{\"tool\":\"ASelectSimilarTool\",\"valid\":false}\n{\"selection\":[\"hull\",\"sun\"]}\n")
+        << "objects of two classes";
+}
+
+TEST_F(Script, UndoesAndRedoesATool) {
+    EXPECT_EQ(runToItsEnd(openSea() + "select sail\ntool ASelectSimilarTool\nundo\nprint selection\nredo\n"
+                                      "print selection\n"),
+              std::string("{\"selection\":[\"sail\"]}\n") + kEveryRectangle);
+    EXPECT_EQ(failureOf("redo\n"), "S:1: there is nothing to redo");
+    EXPECT_EQ(failureOf("undo\nundo\n"), "S:2: there is nothing to undo");
+}
+
+TEST_F(Script, ForgetsTheHistoryOfTheDrawingBefore) {
+    runToItsEnd(openSea() + "select sail\ntool ASelectSimilarTool\n");
+    EXPECT_EQ(failureOf(openSea() + "undo\n"), "S:2: there is nothing to undo");
+}
+
+TEST_F(Script, SelectsInTheOrderGivenAndNoneTwice) {
+    EXPECT_EQ(runToItsEnd(openSea() + "select sun hull sun\nprint selection\nselect none\nprint selection\n"),
+              "{\"selection\":[\"sun\",\"hull\"]}\n{\"selection\":[]}\n");
+}
+
+TEST_F(Script, SelectsAnObjectThatIsCalledNone) {
+    folder.write("none.svg", "<svg xmlns='http://www.w3.org/2000/svg'><rect id='none'/></svg>");
+    EXPECT_EQ(
+        runToItsEnd("open '" + test::utf8(folder.path() / "none.svg") + "'\nselect none\nprint selection"),
+        "{\"selection\":[\"none\"]}\n");
+}
+
+TEST_F(Script, KeepsTheSelectionWhenOneOfTheObjectsIsMissing) {
+    EXPECT_EQ(failureOf(openSea() + "select hull\nselect sun zz\n"), "S:3: there is no object \"zz\"");
+    EXPECT_EQ(runToItsEnd("print selection"), "{\"selection\":[\"hull\"]}\n");
+}
+
+TEST_F(Script, KeepsTheDrawingWhenAnotherOneCannotBeOpened) {
+    runToItsEnd(openSea() + "select hull\n");
+    const std::string missing = test::utf8(folder.path() / "missing.svg");
+    EXPECT_EQ(failureOf("open '" + missing + "'"), "S:1: " + missing + ": there is no such file");
+    EXPECT_EQ(runToItsEnd("print selection"), "{\"selection\":[\"hull\"]}\n");
+}
+
+TEST_F(Script, PrintsTheMessagesShownSinceTheLastTime) {
+    KzMessageBox(64001, 0);
+    KzMessageBox(64002, 0x80000000);
+    EXPECT_EQ(runToItsEnd("print messages\nprint messages\n"),
+              "{\"messages\":[\"#64001\",\"#64002\"]}\n{\"messages\":[]}\n");
+}
+
+TEST_F(Script, SaysOfATheToolsWhichAreValidNow) {
+    const std::string similar = R"({"class":"ASelectSimilarTool","name":"Select Similar Objects",)"
+                                R"("description":"Selects all objects of the same type","flags":0,"valid":)";
+    EXPECT_NE(runToItsEnd(openSea() + "print tools\n").find(similar + "false}"), std::string::npos);
+    EXPECT_NE(runToItsEnd("select hull\nprint tools\n").find(similar + "true}"), std::string::npos);
+}
+
+TEST_F(Script, StopsAtTheFirstLineThatFailsAndKeepsWhatWasPrinted) {
+    EXPECT_EQ(run(openSea() + "\n# the next line is wrong\nprint selection\n  frobnicate\nprint selection\n"),
+              "{\"selection\":[]}\n");
+    EXPECT_EQ(failure, "S:5: unknown command \"frobnicate\"");
+}
+
+TEST_F(Script, TellsWhatIsWrongWithALine) {
+    runToItsEnd(openSea());
+    const struct {
+        const char* line;
+        const char* failure;
+    } table[] = {
+        {"Open x", "S:1: unknown command \"Open\""},
+        {"''", "S:1: unknown command \"\""},
+        {"open", "S:1: usage: open FILE"},
+        {"open ''", "S:1: the name of a file is empty"},
+        {"open a b", "S:1: usage: open FILE"},
+        {"select", "S:1: usage: select ID... | select none"},
+        {"select none hull", "S:1: there is no object \"none\""},
+        {"undo 2", "S:1: usage: undo"},
+        {"redo 2", "S:1: usage: redo"},
+        {"print", "S:1: usage: print selection | objects | tools | messages"},
+        {"print objects tools", "S:1: usage: print selection | objects | tools | messages"},
+        {"print weather", "S:1: cannot print \"weather\""},
+        {"print 'x", "S:1: a single quote is not closed"},
+        {"tool", "S:1: usage: tool CLASS [color:NAME | fill:ID | stroke:ID]"},
+        {"tool ANoTool", "S:1: there is no tool \"ANoTool\""},
+        {"tool ANoTool color:red", "S:1: there is no tool \"ANoTool\""},
+        {"tool aselectsimilartool", "S:1: there is no tool \"aselectsimilartool\""},
+        {"tool ASelectSimilarTool color:red", "S:1: the tool ASelectSimilarTool takes no item"},
+        {"tool AShowThisTool red", "S:1: \"red\" is none of color:NAME, fill:ID, stroke:ID"},
+        {"tool AShowThisTool color:pink", "S:1: the drawing has no color \"pink\""},
+        {"tool AHideThisTool fill:sail", "S:1: \"sail\" has no fill"},
+        {"tool AHideThisTool stroke:sun", "S:1: \"sun\" has no stroke"},
+    };
+    for (const auto& row : table) EXPECT_EQ(failureOf(row.line), row.failure) << row.line;
+}
+
+TEST_F(Script, NeedsADrawingForMostThings) {
+    for (const char* line : {"select hull", "select none", "undo", "redo", "print selection", "print objects",
+                             "tool ASelectSimilarTool", "tool AShowThisTool color:red"})
+        EXPECT_EQ(failureOf(line), "S:1: no drawing is open") << line;
+    EXPECT_EQ(failureOf("print tools\nprint messages"), "");
+}
+
+TEST_F(Script, MayBeEmptyOrWithoutAnEndOfItsLastLine) {
+    EXPECT_EQ(runToItsEnd(""), "");
+    EXPECT_EQ(runToItsEnd("\n\n"), "");
+    EXPECT_EQ(runToItsEnd("print messages"), "{\"messages\":[]}\n");
+}
+
+TEST_F(Script, MayHaveAByteOrderMarkAndWindowsLineEnds) {
+    EXPECT_EQ(runToItsEnd("\xEF\xBB\xBF"
+                          "print messages\r\n\r\nprint messages\r\n"),
+              "{\"messages\":[]}\n{\"messages\":[]}\n");
+    EXPECT_EQ(failureOf("print messages\n\xEF\xBB\xBFprint messages\n"),
+              "S:2: unknown command \"\xEF\xBB\xBFprint\"");
+}
+
+TEST_F(Script, OfOneEndlessLineIsRefused) {
+    EXPECT_EQ(failureOf("print messages\n" + std::string((64u << 20) + 1, 'x')), "S:2: the line is too long");
+}
+
+TEST_F(Script, CutsALongNameInAMessage) {
+    EXPECT_EQ(failureOf(std::string(300, 'x')), "S:1: unknown command \"" + std::string(200, 'x') + "...\"");
+    EXPECT_EQ(failureOf(std::string(199, 'x') + "\xC3\xB6yz"),
+              "S:1: unknown command \"" + std::string(199, 'x') + "...\"")
+        << "a character is not cut in two";
+}

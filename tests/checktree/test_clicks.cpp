@@ -1,0 +1,106 @@
+// Clicks, keys, enabling.
+#include "checktree/fixture.h"
+
+using test::CheckTree;
+using Calls = std::vector<std::string>;
+
+TEST_F(CheckTree, AClickOnTheBoxToggles) {
+    insert("A", 1);
+    insert("B", 2);
+    installCallback();
+    tree.SelectItem(at("B"));
+    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    EXPECT_EQ(tree.getCheck(at("A")), 3);
+    EXPECT_EQ(takeCalls(), (Calls{"A 1", "end"}));
+    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    EXPECT_EQ(tree.getCheck(at("A")), 1);
+    EXPECT_EQ(takeCalls(), (Calls{"A 0", "end"}));
+    EXPECT_EQ(tree.GetSelectedItem(), at("B")) << "the click does not select";
+}
+
+TEST_F(CheckTree, AClickOnAPartlyCheckedItemUnchecksItsSubtree) {
+    for (const char* path : {"A/x", "A/B/y", "A/B/z"}) insert(path, 1);
+    tree.expandAll(1);
+    tree.setCheck(at("A/B/y"), 1);
+    EXPECT_EQ(tree.getCheck(at("A")), 5);
+    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    EXPECT_EQ(checkedData(0), std::vector<DWORD>{});
+    for (const char* path : {"A", "A/x", "A/B", "A/B/y", "A/B/z"})
+        EXPECT_EQ(tree.getCheck(at(path)), 1) << path;
+}
+
+TEST_F(CheckTree, AClickBesideTheBoxChangesNoCheck) {
+    insert("A/x", 1);
+    installCallback();
+    for (const UINT part : {TVHT_ONITEMLABEL, TVHT_ONITEMICON, TVHT_ONITEMBUTTON}) {
+        ASSERT_TRUE(user::click(tree, at("A"), part)) << part;
+        EXPECT_EQ(tree.getCheck(at("A")), 1);
+    }
+    EXPECT_EQ(takeCalls(), Calls{});
+    EXPECT_EQ(tree.GetSelectedItem(), at("A"));
+    EXPECT_NE(tree.GetItemState(at("A"), TVIS_EXPANDED), 0U) << "the button expands as ever";
+}
+
+TEST_F(CheckTree, ADoubleClickOnTheBoxTogglesTwice) {
+    insert("A/x", 1);
+    installCallback();
+    ASSERT_TRUE(user::double_click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    EXPECT_EQ(tree.getCheck(at("A")), 1);
+    EXPECT_EQ(takeCalls(), (Calls{"A 1", "x 1", "end", "A 0", "x 0", "end"}));
+    EXPECT_EQ(tree.GetItemState(at("A"), TVIS_EXPANDED), 0U) << "and does not expand";
+}
+
+TEST_F(CheckTree, KeysToggleNothing) {
+    insert("A", 1);
+    tree.SelectItem(at("A"));
+    tree.SetFocus();
+    user::press(tree, VK_SPACE);
+    EXPECT_EQ(tree.getCheck(at("A")), 1);
+}
+
+TEST_F(CheckTree, DisablingTurnsBoxesAndPicturesIntoTheirOtherForms) {
+    insert("A", 1);
+    insert("B", 2);
+    insert("G/x", 3);
+    insert("G/y", 4);
+    tree.setCheck(at("A"), 1);
+    tree.setCheck(at("G/x"), 1);
+    tree.setItemImage(at("B"), 2);
+    tree.setItemImage(at("G/x"), 4);
+    const auto states = [this] {
+        std::vector<UINT> found;
+        for (const char* path : {"A", "B", "G", "G/x", "G/y"}) found.push_back(stateImage(path));
+        return found;
+    };
+    EXPECT_EQ(states(), (std::vector<UINT>{3, 1, 5, 3, 1}));
+    tree.EnableWindow(FALSE);
+    EXPECT_EQ(states(), (std::vector<UINT>{4, 2, 6, 4, 2}));
+    EXPECT_EQ(image("A"), 1);
+    EXPECT_EQ(image("B"), 3);
+    EXPECT_EQ(image("G/x"), 5);
+    EXPECT_EQ(tree.getCheck(at("G")), 5);
+    tree.EnableWindow(TRUE);
+    EXPECT_EQ(states(), (std::vector<UINT>{3, 1, 5, 3, 1}));
+    EXPECT_EQ(image("A"), 0);
+    EXPECT_EQ(image("B"), 2);
+    EXPECT_EQ(image("G/x"), 4);
+}
+
+TEST_F(CheckTree, AGroupKeepsTheAnsweredPictureAfterItWasDisabled) {
+    insert("G/x", 1);
+    tree.EnableWindow(FALSE);
+    // The owner answered 3 for the disabled collapsed group, which is odd already.
+    EXPECT_EQ(image("G"), 3);
+    tree.EnableWindow(TRUE);
+    EXPECT_EQ(image("G"), 2);
+    tree.Expand(at("G"), TVE_EXPAND);
+    EXPECT_EQ(image("G"), 4) << "still asked of the owner";
+}
+
+TEST_F(CheckTree, DeepBranchesAreReachedWhenTheControlIsDisabled) {
+    insert("A/B/C/x", 1);
+    insert("D", 2);
+    tree.EnableWindow(FALSE);
+    EXPECT_EQ(stateImage("D"), 2U) << "this walk climbs as many levels as needed";
+    EXPECT_EQ(stateImage("A/B/C/x"), 2U);
+}
