@@ -25,12 +25,16 @@ void Namespaces::cut(std::size_t size) {
     m_default = find({});
 }
 
-Element elementOf(pugi::xml_node node, const Namespaces& namespaces) {
+bool isDrawing(pugi::xml_node node, const Namespaces& namespaces) {
     const char* const name = node.name();
-    const Element element = kindOfName(name);
-    const char* const colon = element != Element::unknown ? std::strchr(name, ':') : nullptr;
+    const char* const colon = std::strchr(name, ':');
     const std::string_view prefix(name, colon != nullptr ? static_cast<std::size_t>(colon - name) : 0);
-    return namespaces.ofElement(prefix) == Namespace::svg ? element : Element::unknown;
+    return namespaces.ofElement(prefix) == Namespace::svg;
+}
+
+Element elementOf(pugi::xml_node node, const Namespaces& namespaces) {
+    const Element element = kindOf(node);
+    return element != Element::unknown && isDrawing(node, namespaces) ? element : Element::unknown;
 }
 
 void AttributeSet::read(pugi::xml_node element, Namespaces& namespaces) {

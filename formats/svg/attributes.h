@@ -103,6 +103,9 @@ inline Element kindOf(pugi::xml_node node) {
     return kindOfName(node.name());
 }
 
+// Whether the element's name is of the namespace of drawings.
+bool isDrawing(pugi::xml_node node, const Namespaces& namespaces);
+
 // The element's kind; elements of other namespaces are unknown.
 Element elementOf(pugi::xml_node node, const Namespaces& namespaces);
 

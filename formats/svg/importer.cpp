@@ -81,7 +81,7 @@ void Importer::read(pugi::xml_node node) {
     if (!isDrawn(element) && !(element == Element::symbol && inUse)) return;
     const std::size_t namespaces = m_namespaces.size();
     m_attributes.read(node, m_namespaces);
-    if (elementOf(node, m_namespaces) == element) {
+    if (isDrawing(node, m_namespaces)) {
         const bool layer = frame.container == nullptr && element == Element::g &&
                            m_attributes.get(Attribute::groupMode) == "layer";
         if (layer) {

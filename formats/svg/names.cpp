@@ -1,6 +1,8 @@
 #include "formats/svg/names.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstring>
 
 #include "formats/svg/encoding.h"
 #include "kzutil/utf.h"
@@ -17,21 +19,35 @@ void setNumbered(std::string& out, std::string_view stem, std::uint32_t number) 
     out.append(digits, static_cast<std::size_t>(end - digits));
 }
 
+constexpr std::uint64_t kEveryByte = 0x0101010101010101U;
+constexpr std::uint64_t kHighBits = kEveryByte * 0x80;
+
+// Whether all is ASCII and nothing is a slash, eight characters at a time.
+bool isPlain(std::string_view text) {
+    std::uint64_t odd = 0;
+    for (std::size_t at = 0; at < text.size(); at += 8) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + at, std::min<std::size_t>(8, text.size() - at));
+        const std::uint64_t noSlash = word ^ kEveryByte * '/';
+        // A borrow marks the byte that was zero; above it other bytes may be marked too, never without it.
+        odd |= word | (noSlash - kEveryByte);
+    }
+    return (odd & kHighBits) == 0;
+}
+
+bool hasWide(std::string_view text) {
+    return std::any_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
 }  // namespace
 
 std::string_view cleanName(std::string_view text, std::string& buffer) {
-    bool slash = false;
-    bool wide = false;
-    for (const char c : text) {
-        slash |= c == '/';
-        wide |= static_cast<unsigned char>(c) >= 0x80;
-    }
-    if (wide && !isValidUtf8(text)) {
+    if (isPlain(text)) return text;
+    if (hasWide(text) && !isValidUtf8(text)) {
         buffer = kzutil::narrow(kzutil::widen(text));
-    } else if (slash) {
-        buffer = text;
     } else {
-        return text;
+        buffer = text;
     }
     constexpr std::string_view kDivisionSlash = "\xE2\x88\x95";
     for (std::size_t at = 0; (at = buffer.find('/', at)) != buffer.npos; at += kDivisionSlash.size()) {

@@ -45,6 +45,8 @@ PaintResolver::PaintResolver(APaintTable& table, DrawingIndex& index, StyleResol
     : m_table(table), m_index(index), m_styles(styles) {}
 
 APen* PaintResolver::pen(const Paint& paint, std::uint32_t currentColor) {
+    if (paint.kind == PaintKind::none) return nullptr;
+    if (paint.kind == PaintKind::rgb) return m_table.rgbPen(paint.rgb);
     const Resolved resolved = resolve(paint, currentColor);
     if (resolved.color != nullptr) return m_table.pen(resolved.color);
     return resolved.brush != nullptr ? m_table.brushPen(resolved.brush->getBrushItem()) : nullptr;

@@ -16,6 +16,8 @@ public:
 
     // Null for no paint.
     ABrush* brush(const Paint& paint, std::uint32_t currentColor) {
+        if (paint.kind == PaintKind::none) return nullptr;
+        if (paint.kind == PaintKind::rgb) return m_table.rgbBrush(paint.rgb);
         return resolve(paint, currentColor).brush;
     }
     APen* pen(const Paint& paint, std::uint32_t currentColor);

@@ -25,9 +25,9 @@ const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& 
         applyProperty(style, parent, property, attributes.get(presentationAttribute(property)));
     }
     bool important = false;
-    for (const Declaration& declaration : m_fromSheet) {
-        important |= declaration.important;
-        if (!declaration.important) applyDeclaration(style, parent, declaration);
+    for (const Declaration* one : m_fromSheet) {
+        important |= one->important;
+        if (!one->important) applyDeclaration(style, parent, *one);
     }
     const std::string_view own = attributes.get(Attribute::style);
     bool ownImportant = false;
@@ -37,8 +37,8 @@ const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& 
         if (!declaration.important) applyDeclaration(style, parent, declaration);
     }
     if (important) {
-        for (const Declaration& one : m_fromSheet) {
-            if (one.important) applyDeclaration(style, parent, one);
+        for (const Declaration* one : m_fromSheet) {
+            if (one->important) applyDeclaration(style, parent, *one);
         }
     }
     if (ownImportant) {

@@ -24,7 +24,7 @@ public:
 
 private:
     StyleSheet m_sheet;
-    std::vector<Declaration> m_fromSheet;  // scratch
+    std::vector<const Declaration*> m_fromSheet;  // scratch
 };
 
 // The text of a style element; empty when it is in another language than CSS.

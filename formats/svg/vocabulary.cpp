@@ -120,6 +120,7 @@ Element findElement(std::string_view localName) {
 }
 
 Element kindOfName(const char* qualifiedName) {
+    if (*qualifiedName == '\0') return Element::unknown;  // text
     const char* rest = qualifiedName;
     const std::uint64_t key = packWord(rest);
     if (*rest == '\0') {

@@ -17,22 +17,22 @@ ANameTable::ANameTable() : m_slots(64) {}
 
 // The slot that holds the name, or the free one where it belongs.
 std::size_t ANameTable::slotOf(std::string_view name, std::uint32_t hash) const {
-    const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t index = hash & mask;; index = (index + 1) & mask) {
-        const Slot& slot = m_slots[index];
-        if (slot.number == 0 || (slot.hash == hash && get(slot.number) == name)) return index;
+    const std::uint32_t low = mask();
+    for (std::uint32_t index = hash & low;; index = (index + 1) & low) {
+        const std::uint32_t slot = m_slots[index];
+        if (slot == 0 || (((slot ^ hash) & ~low) == 0 && get(slot & low) == name)) return index;
     }
 }
 
 void ANameTable::grow(std::size_t slots) {
-    std::vector<Slot> old(slots);
-    old.swap(m_slots);
-    const std::size_t mask = slots - 1;
-    for (const Slot& slot : old) {
-        if (slot.number == 0) continue;
-        std::size_t index = slot.hash & mask;
-        while (m_slots[index].number != 0) index = (index + 1) & mask;
-        m_slots[index] = slot;
+    std::vector<std::uint32_t> fresh(slots);
+    fresh.swap(m_slots);
+    const std::uint32_t low = mask();
+    for (std::uint32_t number = 1; number <= m_names.size(); ++number) {
+        const std::uint32_t hash = hashOf(get(number));
+        std::uint32_t index = hash & low;
+        while (m_slots[index] != 0) index = (index + 1) & low;
+        m_slots[index] = (hash & ~low) | number;
     }
 }
 
@@ -47,13 +47,14 @@ std::uint32_t ANameTable::add(std::string_view name) {
     if (name.empty()) return 0;
     if ((m_names.size() + 1) * 4 > m_slots.size() * 3) grow(m_slots.size() * 2);
     const std::uint32_t hash = hashOf(name);
-    Slot& slot = m_slots[slotOf(name, hash)];
-    if (slot.number != 0) return 0;
+    std::uint32_t& slot = m_slots[slotOf(name, hash)];
+    if (slot != 0) return 0;
     char* text = static_cast<char*>(m_text.allocate(name.size(), 1));
     std::memcpy(text, name.data(), name.size());
     m_names.emplace_back(text, name.size());
-    slot = {hash, static_cast<std::uint32_t>(m_names.size())};
-    return slot.number;
+    const auto number = static_cast<std::uint32_t>(m_names.size());
+    slot = (hash & ~mask()) | number;
+    return number;
 }
 
 std::uint32_t ANameTable::addUnique(std::string_view stem, bool numbered) {
@@ -78,5 +79,5 @@ std::uint32_t ANameTable::addUnique(std::string_view stem, bool numbered) {
 }
 
 std::uint32_t ANameTable::find(std::string_view name) const {
-    return m_slots[slotOf(name, hashOf(name))].number;
+    return m_slots[slotOf(name, hashOf(name))] & mask();
 }

@@ -28,18 +28,15 @@ public:
     void reserve(std::size_t count);
 
 private:
-    // Open addressing, never more than three quarters full. The hash stands beside the number, so that other
-    // names are passed over, and moved to a larger table, without a look at their text.
-    struct Slot {
-        std::uint32_t hash = 0;
-        std::uint32_t number = 0;  // 0: free
-    };
-
     std::size_t slotOf(std::string_view name, std::uint32_t hash) const;
+    std::uint32_t mask() const { return static_cast<std::uint32_t>(m_slots.size()) - 1; }
     void grow(std::size_t slots);
 
     std::pmr::monotonic_buffer_resource m_text;
     std::vector<std::string_view> m_names;
-    std::vector<Slot> m_slots;
+    // Open addressing, never more than three quarters full. The low bits of a slot are a name's number, 0:
+    // free; the bits that numbers do not need are those of the name's hash, so that the text of another name
+    // is hardly ever looked at. Small on purpose: every object costs an access to a random place of it.
+    std::vector<std::uint32_t> m_slots;
     std::unordered_map<std::string, std::uint32_t> m_nextSuffix;  // by stem
 };

@@ -83,14 +83,19 @@ APaintTable::~APaintTable() {
 }
 
 AColorItem* APaintTable::rgb(std::uint32_t value) {
-    if (const std::uint32_t number = m_impl->rgb.find(value)) return m_impl->colors[number - 1];
+    return m_impl->colors[rgbNumber(value) - 1];
+}
+
+// The number of the RGB colour, made when it is new.
+std::uint32_t APaintTable::rgbNumber(std::uint32_t value) {
+    if (const std::uint32_t number = m_impl->rgb.find(value)) return number;
     static const AClassInfo& rgbClass = *findClass(_T("ARGBColorItem"));
     const auto part = [value](int shift) { return static_cast<float>((value >> shift) & 0xff) / 255.0F; };
     m_impl->rgb.makeRoom();  // a colour must not be kept and then not be found
     AColorItem* color = m_impl->keepColor(Counted<AColorItem>(
         new AColorItem(rgbClass, AString(), {part(16), part(8), part(0), 0}, colorRef(value))));
     m_impl->rgb.insert(value, color->m_number);
-    return color;
+    return color->m_number;
 }
 
 AColorItem* APaintTable::color(const AClassInfo& colorClass, std::string_view name,
@@ -105,6 +110,21 @@ AColorItem* APaintTable::color(const AClassInfo& colorClass, std::string_view na
 
 ABrush* APaintTable::solidBrush(AColorItem* color) {
     return m_impl->brush(m_impl->holdersOf(color).brush, [=] { return new ASolidBrushItem(color); });
+}
+
+// The holders are looked at before the colour itself: mostly they are all that is needed.
+ABrush* APaintTable::rgbBrush(std::uint32_t value) {
+    const std::size_t index = rgbNumber(value) - 1;
+    return m_impl->brush(m_impl->colorHolders[index].brush,
+                         [&] { return new ASolidBrushItem(m_impl->colors[index]); });
+}
+
+APen* APaintTable::rgbPen(std::uint32_t value) {
+    const std::size_t index = rgbNumber(value) - 1;
+    Impl::Holders& holders = m_impl->colorHolders[index];
+    if (holders.pen.getPenItem() != nullptr) return &holders.pen;
+    solidBrush(m_impl->colors[index]);
+    return pen(m_impl->colors[index]);
 }
 
 ABrush* APaintTable::gradientBrush(std::string_view name) {

@@ -25,6 +25,10 @@ public:
 
     // Holders. The solid brush of a colour; a brush of its own class, by name.
     ABrush* solidBrush(AColorItem* color);
+    // The same for the RGB Color item of a value, the shortest way for the paint of a million objects. The
+    // pen comes with its colour's brush.
+    ABrush* rgbBrush(std::uint32_t value);
+    APen* rgbPen(std::uint32_t value);
     ABrush* gradientBrush(std::string_view name);
     ABrush* patternBrush(std::string_view name);
     APen* pen(AColorItem* color);
@@ -35,6 +39,8 @@ public:
     const std::vector<ABrushItem*>& getBrushes() const;
 
 private:
+    std::uint32_t rgbNumber(std::uint32_t value);
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

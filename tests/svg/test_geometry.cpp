@@ -213,13 +213,37 @@ TEST(TextBounds, AreEstimatedFromLengthAndFontSize) {
     EXPECT_EQ(boundsOf(*document, "e"), AFRect());
 }
 
-TEST(Bounds, OfCurvesAreLeftUntilAskedFor) {
-    const auto document = readBody("<path id='a' d='M0 0h1v1'/><rect id='b'/>");
-    const AObject* path = document->findObject("a");
-    EXPECT_TRUE(path->getObjectFlags(kObjectBoundsPending));
-    EXPECT_FALSE(document->findObject("b")->getObjectFlags(kObjectBoundsPending));
-    boundsOf(*document, "a");
-    EXPECT_FALSE(path->getObjectFlags(kObjectBoundsPending));
+TEST(Bounds, OfShapesAreLeftUntilAskedFor) {
+    const auto document = readBody("<path id='a' d='M0 0h1v1'/><rect id='b' width='2' height='1'/>");
+    for (const char* name : {"a", "b"}) {
+        const AObject* shape = document->findObject(name);
+        EXPECT_TRUE(shape->getObjectFlags(kObjectBoundsPending)) << name;
+        EXPECT_NE(boundsOf(*document, name), AFRect()) << name;
+        EXPECT_FALSE(shape->getObjectFlags(kObjectBoundsPending)) << name;
+    }
+}
+
+TEST(Bounds, OfShapesInEmOfTheirOwnAreThoseOfTheirStyle) {
+    const auto document = readBody(
+        "<rect id='a' font-size='10' width='2em' height='1'/><g style='font-size:5px'><g><circle id='b' "
+        "r='2em'/></g></g><rect id='c' width='2em' height='1'/>");
+    expectBounds(boundsOf(*document, "a"), {0, 0, 20, 1});
+    expectBounds(boundsOf(*document, "b"), {-10, -10, 10, 10});
+    expectBounds(boundsOf(*document, "c"), {0, 0, 32, 1});
+}
+
+// However a start tag is written, the box that is computed from it alone is the same.
+TEST(Bounds, OfShapesDoNotDependOnHowTheTagIsWritten) {
+    const auto document = readBody(
+        "<rect id='a' x='1' y='2' width='3' height='4'/>"
+        "<rect\n\tid = \"b\"\r\n x\n=\n'1' y =\"2\" title='a > b \"c\"' width= '3' height ='4' />"
+        "<rect id='c' data-a='&lt;&amp;' x='&#49;' y='2' width='3' height='4'></rect>"
+        "<rect width='3' id='d' height='4' x=' 1 ' y='2'\n></rect>"
+        "<rect id='e' other:width='9' x='1' y='2' width='3' height='4'/>");
+    for (const char* name : {"a", "b", "c", "d", "e"}) {
+        SCOPED_TRACE(name);
+        expectBounds(boundsOf(*document, name), {1, 2, 4, 6});
+    }
 }
 
 TEST(Bounds, AreFiniteWhateverTheNumbers) {

@@ -141,7 +141,7 @@ void StyleSheet::collectFrom(const Index& index, std::string_view key, pugi::xml
 }
 
 void StyleSheet::collect(pugi::xml_node element, std::string_view id, std::string_view classes,
-                         std::vector<Declaration>& declarations) {
+                         std::vector<const Declaration*>& declarations) {
     m_found.clear();
     collectFrom(m_universal, element);
     if (!m_byType.isEmpty()) collectFrom(m_byType, splitName(element.name()).local, element);
@@ -156,7 +156,7 @@ void StyleSheet::collect(pugi::xml_node element, std::string_view id, std::strin
     }
     for (const std::size_t rule : m_found) {
         for (std::size_t i = m_rules[rule].firstDeclaration; i < m_rules[rule].endDeclaration; ++i) {
-            declarations.push_back(m_declarations[i]);
+            declarations.push_back(&m_declarations[i]);
         }
     }
 }

@@ -26,7 +26,7 @@ public:
     // The declarations for an element, those that count more coming later; important ones among them are
     // marked.
     void collect(pugi::xml_node element, std::string_view id, std::string_view classes,
-                 std::vector<Declaration>& declarations);
+                 std::vector<const Declaration*>& declarations);
 
 private:
     struct Rule {
