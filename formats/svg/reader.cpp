@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <new>
+#include <optional>
 #include <system_error>
 
 #include <pugixml.hpp>
@@ -28,11 +30,15 @@ const bool kHasLargeXmlMemory = useLargeXmlMemory();
 
 // The bytes of a file, in memory that is not cleared first.
 struct Buffer {
-    explicit Buffer(std::size_t bytes) : data(std::make_unique_for_overwrite<char[]>(bytes)), size(bytes) {
-        if (size >= 2 * kzutil::kLargePage) kzutil::preferLargePages(data.get(), size);
+    struct Free {
+        void operator()(char* block) const { kzutil::freeLarge(block); }
+    };
+
+    explicit Buffer(std::size_t bytes) : data(static_cast<char*>(kzutil::allocateLarge(bytes))), size(bytes) {
+        if (!data) throw std::bad_alloc();
     }
 
-    std::unique_ptr<char[]> data;
+    std::unique_ptr<char[], Free> data;
     std::size_t size;
 };
 
@@ -131,7 +137,7 @@ pugi::xml_node secondRoot(pugi::xml_node root) {
 
 // The parser cuts its buffer into pieces, so it works on a copy of the text, which is gone when the document
 // is made. `copy` holds the bytes once more, or nothing.
-std::unique_ptr<ADocument> readText(std::string bytes, Buffer copy, std::string_view name,
+std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> copy, std::string_view name,
                                     std::string& error) {
     if (bytes.empty()) return fail(error, name, "the file is empty");
     if (bytes.size() > kLargestFile) return fail(error, name, kTooLarge);
@@ -143,13 +149,13 @@ std::unique_ptr<ADocument> readText(std::string bytes, Buffer copy, std::string_
     if (!expandEntities(bytes, entityError))
         return failAt(error, name, bytes, entityError.offset, entityError.reason);
 
-    if (bytes.data() != original || bytes.size() != copy.size) {  // converted, or there was no copy
-        copy = Buffer(bytes.size());
-        std::memcpy(copy.data.get(), bytes.data(), bytes.size());
+    if (!copy || bytes.data() != original || bytes.size() != copy->size) {  // none, or converted since
+        copy.emplace(bytes.size());
+        std::memcpy(copy->data.get(), bytes.data(), bytes.size());
     }
     pugi::xml_document xml;
     const pugi::xml_parse_result result =
-        xml.load_buffer_inplace(copy.data.get(), copy.size, pugi::parse_default, pugi::encoding_utf8);
+        xml.load_buffer_inplace(copy->data.get(), copy->size, pugi::parse_default, pugi::encoding_utf8);
     if (!result) {
         const bool nothing = result.status == pugi::status_no_document_element;
         const std::size_t offset = nothing ? 0 : static_cast<std::size_t>(result.offset);
@@ -177,7 +183,7 @@ std::unique_ptr<ADocument> readText(std::string bytes, Buffer copy, std::string_
 }  // namespace
 
 std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view name, std::string& error) {
-    return readText(std::move(bytes), Buffer(0), name, error);
+    return readText(std::move(bytes), std::nullopt, name, error);
 }
 
 std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::string& error) {
@@ -195,15 +201,16 @@ std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::s
         const std::string reason = errno != 0 ? std::generic_category().message(errno) : "it does not open";
         return fail(error, name, "cannot be read: " + reason);
     }
-    Buffer buffer(0);
+    std::string bytes;
+    std::optional<Buffer> buffer;
     if (status.type() == std::filesystem::file_type::regular) {
         const std::uintmax_t size = std::filesystem::file_size(file, failure);
         if (!failure && size > kLargestFile) return fail(error, name, kTooLarge);
-        if (!failure) buffer = Buffer(size);
-        stream.read(buffer.data.get(), static_cast<std::streamsize>(buffer.size));
-        buffer.size = static_cast<std::size_t>(stream.gcount());
+        buffer.emplace(failure ? 0 : static_cast<std::size_t>(size));
+        stream.read(buffer->data.get(), static_cast<std::streamsize>(buffer->size));
+        buffer->size = static_cast<std::size_t>(stream.gcount());
+        bytes = copyOf(*buffer);
     }
-    std::string bytes = copyOf(buffer);
     // A pipe, or a file that grows while it is read.
     char piece[1 << 16];
     while (stream && bytes.size() <= kLargestFile) {

@@ -6,7 +6,8 @@
 #include "kzcore/view.h"
 
 ADocument::ADocument()
-    : m_database(std::make_unique<ADatabase>(*this)),
+    : m_arena(std::in_place, &kzutil::largeBlocks()),
+      m_database(std::make_unique<ADatabase>(*this)),
       m_secondary(std::make_unique<ADatabase>(*this)),
       m_view(std::make_unique<ADocView>(*this)) {}
 
@@ -23,7 +24,7 @@ const AString& ADocument::getClassName() const {
 
 template <class T>
 T* ADocument::place(const AClassInfo& classInfo) {
-    void* room = m_arena.allocate(sizeof(T), alignof(T));
+    void* room = m_arena->allocate(sizeof(T), alignof(T));
     if constexpr (std::is_base_of_v<AParent, T>) {
         m_containers.push_back(nullptr);
         T* object = new (room) T(classInfo);
@@ -56,6 +57,8 @@ AObject* ADocument::placeObject(const AClassInfo& classInfo) {
 void ADocument::reserve(std::size_t objects) {
     m_objects.reserve(objects);
     m_names.reserve(objects);
+    const bool untouched = m_objects.empty() && m_containers.empty();
+    if (untouched && objects > 0) m_arena.emplace(objects * sizeof(AObject), &kzutil::largeBlocks());
 }
 
 AObject* ADocument::createObject(const AClassInfo& classInfo, std::string_view name) {

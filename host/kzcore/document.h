@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <memory_resource>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,7 +49,7 @@ public:
     AObject* createObject(const AClassInfo& classInfo, std::string_view name);
     // The same for a name that may not be new: null when it is taken or empty.
     AObject* tryCreateObject(const AClassInfo& classInfo, std::string_view name);
-    // Takes room for so many objects at once.
+    // Takes room for so many objects at once, before the first of them is made.
     void reserve(std::size_t objects);
     // Makes a layer at the end of one of the two databases.
     ALayer* createLayer(ADatabase& database, const AClassInfo& layerClass, AString title);
@@ -73,7 +74,7 @@ private:
     T* place(const AClassInfo& classInfo);
     AObject* placeObject(const AClassInfo& classInfo);
 
-    std::pmr::monotonic_buffer_resource m_arena{&kzutil::largeBlocks()};
+    std::optional<std::pmr::monotonic_buffer_resource> m_arena;  // holds all objects
     std::vector<AObject*> m_objects;
     std::vector<AParent*> m_containers;  // these hold lists, so their destructors must run
     ANameTable m_names;

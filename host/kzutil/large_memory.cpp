@@ -48,6 +48,7 @@ void preferLargePages(void* memory, std::size_t size) noexcept {
 
 void* allocateLarge(std::size_t size) noexcept {
     if (size > SIZE_MAX - kLargePage) return nullptr;
+    if (size < kLargePage) return std::aligned_alloc(kLargePage, kLargePage);
     const std::size_t rounded = (size + kLargePage - 1) / kLargePage * kLargePage;
     void* const block = std::aligned_alloc(kLargePage, rounded);
     if (block != nullptr) preferLargePages(block, rounded);
