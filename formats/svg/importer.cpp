@@ -143,6 +143,7 @@ AObject* Importer::createObject(const AClassInfo& row, pugi::xml_node node, Elem
 }
 
 void Importer::readObject(pugi::xml_node node, Element element) {
+    if (m_attributes.has(Attribute::id)) m_document.getNames().prefetch(m_attributes.get(Attribute::id));
     const Style& style = m_styles.compute(node, m_attributes, m_frames.back().style, m_ownStyle);
     const auto refersTo = [&](std::string_view text, Element kind) {
         std::string_view id;

@@ -36,6 +36,10 @@ void ANameTable::grow(std::size_t slots) {
     }
 }
 
+void ANameTable::prefetch(std::string_view name) const {
+    __builtin_prefetch(&m_slots[hashOf(name) & mask()]);
+}
+
 void ANameTable::reserve(std::size_t count) {
     m_names.reserve(count);
     std::size_t slots = m_slots.size();

@@ -22,6 +22,9 @@ public:
     std::uint32_t addUnique(std::string_view stem, bool numbered);
     // The number of a name, 0 when there is none.
     std::uint32_t find(std::string_view name) const;
+    // Says that the name is about to be added or looked for: its place in a large table is far from the
+    // processor until then, and other work can be done meanwhile.
+    void prefetch(std::string_view name) const;
     std::string_view get(std::uint32_t number) const { return m_names[number - 1]; }
     std::size_t size() const { return m_names.size(); }
     // Takes room for so many names at once.
