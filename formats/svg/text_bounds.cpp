@@ -120,7 +120,7 @@ AFRect pathTextBounds(pugi::xml_node textPath, const Style& style, const Affine&
 }  // namespace
 
 pugi::xml_node findTextPath(pugi::xml_node text) {
-    for (const pugi::xml_node child : text.children()) {
+    for (pugi::xml_node child = text.first_child(); child; child = child.next_sibling()) {
         if (kindOf(child) == Element::textPath) return child;
     }
     return {};
@@ -132,12 +132,14 @@ AFRect textBounds(pugi::xml_node text, const AttributeSet& attributes, const Sty
                            ? parseTransform(attributes.get(Attribute::transform))
                            : Affine();
     const Affine transform = outer.toDrawing * own;
-    if (const pugi::xml_node path = findTextPath(text)) return pathTextBounds(path, style, transform, index);
+    const pugi::xml_node only = text.first_child();
+    const bool plain = only && !only.next_sibling() && only.type() != pugi::node_element;
+    const pugi::xml_node path = plain ? pugi::xml_node() : findTextPath(text);
+    if (path) return pathTextBounds(path, style, transform, index);
 
     TextLines lines(outer, transform);
     lines.moveTo(attributes, style);
-    const pugi::xml_node only = text.first_child();
-    if (only && !only.next_sibling() && only.type() != pugi::node_element) {
+    if (plain) {
         lines.add(only.value(), style);
     } else {
         addParts(text, style, styles, lines);
