@@ -21,7 +21,8 @@ constexpr char kDescription[] =
 constexpr char kFooter[] =
     "kzdraw COMMAND --help tells more of a command.\n"
     "Exit status: 0 done, 1 nothing matched, 2 wrong usage or unreadable input.\n\n"
-    "Example:\n  kzdraw select harbour.svg --similar-to boat-1";
+    "Examples:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
+    "  kzdraw select harbour.svg --same-color-as trawler-hull";
 
 CLI::App* addCommand(CLI::App& program, const char* name, const char* description, const char* footer) {
     CLI::App* command = program.add_subcommand(name, description);
@@ -91,11 +92,15 @@ int parseAndRun(std::vector<std::string> arguments) {
 
     SelectOptions options;
     CLI::App* select = addCommand(program, "select", "Select objects and tell which",
-                                  "Example:\n  kzdraw select harbour.svg --similar-to boat-1");
+                                  "Examples:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
+                                  "  kzdraw select harbour.svg --same-color-as trawler-hull");
     addFile(select, options.file, "An SVG drawing")->required();
-    select->add_option("--similar-to", options.similarTo, "Select every object of the class of the object ID")
-        ->required()
+    CLI::Option_group* what = select->add_option_group("What to select", "One of");
+    what->add_option("--similar-to", options.similarTo, "Every object of the class of the object ID")
         ->type_name("ID");
+    what->add_option("--same-color-as", options.sameColorAs, "Every object with the fill of the object ID")
+        ->type_name("ID");
+    what->require_option(1);
     addJson(select, options.json);
     select->final_callback([&] { status = runSelect(options); });
 

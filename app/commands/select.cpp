@@ -22,12 +22,16 @@ void printForPeople(ADocument& document) {
 }  // namespace
 
 int runSelect(const SelectOptions& options) {
+    const bool byColor = !options.sameColorAs.empty();
+    const std::string& reference = byColor ? options.sameColorAs : options.similarTo;
     Session session;
     session.open(options.file);
     try {
-        session.select({options.similarTo});
-        if (!session.runTool("ASelectSimilarTool"))
-            throw Failure{"Select Similar Objects cannot start on " + inQuotes(options.similarTo)};
+        session.select({reference});
+        if (!session.runTool(byColor ? "ASelectColorTool" : "ASelectSimilarTool")) {
+            throw Failure{byColor ? inQuotes(reference) + " has no fill"
+                                  : "Select Similar Objects cannot start on " + inQuotes(reference)};
+        }
     } catch (const Failure& failure) {
         throw Failure{options.file + ": " + failure.reason};
     }

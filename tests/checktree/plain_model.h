@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/winapi.h"
+
 namespace test {
 
 struct PlainItem {
@@ -24,7 +26,7 @@ public:
     bool enabled = true;
     std::vector<std::string> calls;
 
-    void insert(const std::string& path, std::uint32_t data) {
+    void insert(const std::string& path, DWORD data) {
         PlainItem* parent = &m_root;
         std::vector<std::string> segments{""};
         for (const char c : path) {
@@ -71,14 +73,13 @@ public:
         calls.push_back("end");
     }
 
-    void setChecks(const std::vector<std::uint32_t>& check, bool uncheckFirst,
-                   const std::vector<std::uint32_t>* uncheck) {
+    void setChecks(const std::vector<DWORD>& check, bool uncheckFirst, const std::vector<DWORD>* uncheck) {
         if (uncheckFirst) setAllChecks(false);
-        for (const std::uint32_t data : check) {
+        for (const DWORD data : check) {
             if (PlainItem* item = withData(data)) setCheck(*item, true);
         }
         if (uncheck) {
-            for (const std::uint32_t data : *uncheck) {
+            for (const DWORD data : *uncheck) {
                 if (PlainItem* item = withData(data)) setCheck(*item, false);
             }
         }
@@ -95,8 +96,8 @@ public:
     }
 
     // wanted: 3 for checked data, 1 for unchecked.
-    std::vector<std::uint32_t> collect(int wanted, bool stop) const {
-        std::vector<std::uint32_t> data;
+    std::vector<DWORD> collect(int wanted, bool stop) const {
+        std::vector<DWORD> data;
         const PlainItem* item = m_root.children.empty() ? nullptr : m_root.children.front().get();
         while (item) {
             const PlainItem* down = item->children.empty() ? nullptr : item->children.front().get();
@@ -104,7 +105,7 @@ public:
                 down = nullptr;
             } else if (item->check == wanted && item->data != 0) {
                 if (stop || !down) {
-                    data.push_back(static_cast<std::uint32_t>(item->data));
+                    data.push_back(static_cast<DWORD>(item->data));
                     down = nullptr;
                 }
             }
@@ -117,13 +118,13 @@ public:
         return data;
     }
 
-    void update(std::vector<std::uint32_t>& list) const {
+    void update(std::vector<DWORD>& list) const {
         if (!enabled) return;
         for (std::size_t i = list.size(); i-- > 0;) {
             const PlainItem* item = withData(list[i]);
             if (item && item->check != 3) list.erase(list.begin() + static_cast<std::ptrdiff_t>(i));
         }
-        for (const std::uint32_t data : collect(3, true)) {
+        for (const DWORD data : collect(3, true)) {
             if (std::ranges::find(list, data) == list.end()) list.push_back(data);
         }
     }
