@@ -6,7 +6,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string error;
-    const auto document = svg::readDrawingBytes({reinterpret_cast<const char*>(data), size}, "fuzz.svg", error);
+    const auto document =
+        svg::readDrawingBytes({reinterpret_cast<const char*>(data), size}, "fuzz.svg", error);
     // Either a drawing, or one line that says why not.
     if ((document == nullptr) == error.empty() || error.find('\n') != error.npos) __builtin_trap();
     if (!document) return 0;

@@ -43,8 +43,8 @@ public:
     // Non-zero: the object is locked, tools pass over it.
     virtual int isUnselectable() const { return (m_flags & kObjectLocked) != 0; }
     virtual int hasOption(int option) const;
-    // This object as a container, null for one that has no children: the run-time type test of AParent, at the price
-    // of a virtual call, since walks make it for each of a million objects.
+    // This object as a container, null for one that has no children: the run-time type test of AParent, at
+    // the price of a virtual call, since walks make it for each of a million objects.
     virtual AParent* asParent() { return nullptr; }
     // The fill and the pen, null for an object that has none. Groups, effects and bitmaps have neither.
     virtual ABrush* getBrush() const { return m_brush; }

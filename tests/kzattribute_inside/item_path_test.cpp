@@ -40,7 +40,8 @@ TEST(ItemPath, CountsAndGivesItsSegments) {
         EXPECT_EQ(path.getSegmentCount(), count) << path.toUtf8();
         for (int i = 0; i < count; ++i)
             EXPECT_EQ(segment(path, i), expected.segments[static_cast<std::size_t>(i)]) << path.toUtf8();
-        for (const int behind : {count, count + 1, 1000}) EXPECT_EQ(segment(path, behind), "") << path.toUtf8();
+        for (const int behind : {count, count + 1, 1000})
+            EXPECT_EQ(segment(path, behind), "") << path.toUtf8();
         EXPECT_EQ(withoutFirst(path), expected.rest) << path.toUtf8();
     }
 }
