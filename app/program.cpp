@@ -21,7 +21,7 @@ constexpr char kDescription[] =
 constexpr char kFooter[] =
     "kzdraw COMMAND --help tells more of a command.\n"
     "Exit status: 0 done, 1 nothing matched, 2 wrong usage or unreadable input.\n\n"
-    "Examples:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
+    "Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
     "  kzdraw select harbour.svg --same-color-as trawler-hull";
 
 CLI::App* addCommand(CLI::App& program, const char* name, const char* description, const char* footer) {
@@ -92,17 +92,26 @@ int parseAndRun(std::vector<std::string> arguments) {
 
     SelectOptions options;
     CLI::App* select = addCommand(program, "select", "Select objects and tell which",
-                                  "Examples:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
+                                  "Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
                                   "  kzdraw select harbour.svg --same-color-as trawler-hull");
     addFile(select, options.file, "An SVG drawing")->required();
-    CLI::Option_group* what = select->add_option_group("What to select", "One of");
-    what->add_option("--similar-to", options.similarTo, "Every object of the class of the object ID")
-        ->type_name("ID");
-    what->add_option("--same-color-as", options.sameColorAs, "Every object with the fill of the object ID")
-        ->type_name("ID");
-    what->require_option(1);
+    const CLI::Option* similar =
+        select->add_option("--similar-to", options.reference, "Every object of the class of the object ID")
+            ->type_name("ID");
+    std::string colored;
+    const CLI::Option* color =
+        select->add_option("--same-color-as", colored, "Every object with the fill of the object ID")
+            ->type_name("ID");
     addJson(select, options.json);
-    select->final_callback([&] { status = runSelect(options); });
+    select->final_callback([&] {
+        if (similar->count() + color->count() != 1)
+            throw Failure{"one of --similar-to and --same-color-as is needed" + helpOf(program)};
+        if (color->count() == 1) {
+            options.by = SelectBy::color;
+            options.reference = colored;
+        }
+        status = runSelect(options);
+    });
 
     CLI::App* script = addCommand(program, "script", "Run the commands of a script", "");
     script->footer(scriptHelp() + "\nExample:\n  kzdraw script select-boats.kzs");

@@ -11,11 +11,11 @@ int runInfo(const std::string& file, bool json);
 // Without a file no drawing is open, and no tool that needs one is valid.
 int runTools(const std::optional<std::string>& file, bool json);
 
-// One of similarTo and sameColorAs names the object to go by; the other one is empty.
+enum class SelectBy { similarObjects, color };
 struct SelectOptions {
     std::string file;
-    std::string similarTo;
-    std::string sameColorAs;
+    SelectBy by = SelectBy::similarObjects;
+    std::string reference;  // the object to go by
     bool json = false;
 };
 int runSelect(const SelectOptions& options);

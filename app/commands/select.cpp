@@ -22,15 +22,14 @@ void printForPeople(ADocument& document) {
 }  // namespace
 
 int runSelect(const SelectOptions& options) {
-    const bool byColor = !options.sameColorAs.empty();
-    const std::string& reference = byColor ? options.sameColorAs : options.similarTo;
+    const bool byColor = options.by == SelectBy::color;
     Session session;
     session.open(options.file);
     try {
-        session.select({reference});
+        session.select({options.reference});
         if (!session.runTool(byColor ? "ASelectColorTool" : "ASelectSimilarTool")) {
-            throw Failure{byColor ? inQuotes(reference) + " has no fill"
-                                  : "Select Similar Objects cannot start on " + inQuotes(reference)};
+            throw Failure{byColor ? inQuotes(options.reference) + " has no fill to go by"
+                                  : "Select Similar Objects cannot start on " + inQuotes(options.reference)};
         }
     } catch (const Failure& failure) {
         throw Failure{options.file + ": " + failure.reason};

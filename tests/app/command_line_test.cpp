@@ -111,6 +111,23 @@ TEST_F(CommandLine, SelectSaysWithStatusOneThatNothingMatched) {
               (Outcome{1, "{\"selection\":[]}\n", ""}));
 }
 
+TEST_F(CommandLine, SelectTellsWhatHasTheSameColor) {
+    const std::string file = test::utf8(folder.write("colors.svg", R"(<svg xmlns="http://www.w3.org/2000/svg">
+        <style>.hot{fill:#f00}</style>
+        <rect id="a" width="9" height="9" fill="red"/>
+        <g id="g" fill="rgb(255,0,0)"><circle id="b" r="5"/><rect id="c" width="9" height="9" fill="blue"/></g>
+        <path id="d" class="hot" d="M0 0h9v9z"/>
+        <rect id="e" width="9" height="9" style="fill:none;stroke:red"/></svg>)"));
+    EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "a", "--json"}),
+              (Outcome{0, "{\"selection\":[\"a\",\"b\",\"d\"]}\n", ""}));
+    EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "g", "--json"}),
+              (Outcome{0, "{\"selection\":[\"a\",\"b\",\"d\"]}\n", ""}))
+        << "a group stands for its first filled descendant";
+    EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "e"}), refused(file + ": \"e\" has no fill to go by"));
+    EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "z"}),
+              refused(file + ": there is no object \"z\""));
+}
+
 TEST_F(CommandLine, ScriptComesFromAFileOrFromStandardInput) {
     const std::string text = "open '" + sea + "'\nselect hull # and no more\nprint selection\n";
     const Outcome expected{0, "{\"selection\":[\"hull\"]}\n", ""};
@@ -146,7 +163,11 @@ TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
         {{"info", "--wrong", sea},
          "The following argument was not expected: --wrong (see kzdraw info --help)"},
         {{"script"}, "FILE is required (see kzdraw script --help)"},
-        {{"select", sea}, "--similar-to is required (see kzdraw select --help)"},
+        {{"select", sea}, "one of --similar-to and --same-color-as is needed (see kzdraw select --help)"},
+        {{"select", sea, "--similar-to", "cap", "--same-color-as", "cap"},
+         "one of --similar-to and --same-color-as is needed (see kzdraw select --help)"},
+        {{"select", sea, "--same-color-as"},
+         "--same-color-as: 1 required ID missing (see kzdraw select --help)"},
         {{"select", sea, "--similar-to"}, "--similar-to: 1 required ID missing (see kzdraw select --help)"},
     };
     for (const auto& row : table) EXPECT_EQ(runKzdraw(row.arguments), refused(row.reason));
