@@ -112,12 +112,12 @@ TEST_F(CommandLine, SelectSaysWithStatusOneThatNothingMatched) {
 }
 
 TEST_F(CommandLine, SelectTellsWhatHasTheSameColor) {
-    const std::string file = test::utf8(folder.write("colors.svg", R"(<svg xmlns="http://www.w3.org/2000/svg">
+    const std::string file = test::utf8(folder.write("colors.svg", R"svg(<svg xmlns="http://www.w3.org/2000/svg">
         <style>.hot{fill:#f00}</style>
         <rect id="a" width="9" height="9" fill="red"/>
         <g id="g" fill="rgb(255,0,0)"><circle id="b" r="5"/><rect id="c" width="9" height="9" fill="blue"/></g>
         <path id="d" class="hot" d="M0 0h9v9z"/>
-        <rect id="e" width="9" height="9" style="fill:none;stroke:red"/></svg>)"));
+        <rect id="e" width="9" height="9" style="fill:none;stroke:red"/></svg>)svg"));
     EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "a", "--json"}),
               (Outcome{0, "{\"selection\":[\"a\",\"b\",\"d\"]}\n", ""}));
     EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "g", "--json"}),
