@@ -112,7 +112,8 @@ TEST_F(CommandLine, SelectSaysWithStatusOneThatNothingMatched) {
 }
 
 TEST_F(CommandLine, SelectTellsWhatHasTheSameColor) {
-    const std::string file = test::utf8(folder.write("colors.svg", R"svg(<svg xmlns="http://www.w3.org/2000/svg">
+    const std::string file =
+        test::utf8(folder.write("colors.svg", R"svg(<svg xmlns="http://www.w3.org/2000/svg">
         <style>.hot{fill:#f00}</style>
         <rect id="a" width="9" height="9" fill="red"/>
         <g id="g" fill="rgb(255,0,0)"><circle id="b" r="5"/><rect id="c" width="9" height="9" fill="blue"/></g>
@@ -123,7 +124,8 @@ TEST_F(CommandLine, SelectTellsWhatHasTheSameColor) {
     EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "g", "--json"}),
               (Outcome{0, "{\"selection\":[\"a\",\"b\",\"d\"]}\n", ""}))
         << "a group stands for its first filled descendant";
-    EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "e"}), refused(file + ": \"e\" has no fill to go by"));
+    EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "e"}),
+              refused(file + ": \"e\" has no fill to go by"));
     EXPECT_EQ(runKzdraw({"select", file, "--same-color-as", "z"}),
               refused(file + ": there is no object \"z\""));
 }
