@@ -1,4 +1,5 @@
-// The test program's bitmaps. All whole ones hold the same picture (see bitmaps.rc); the one of 1 bit has its own.
+// The test program's bitmaps. All whole ones hold the same picture (see bitmaps.rc); the one of 1 bit has its
+// own.
 #pragma once
 
 #define IDB_1_BIT 101
