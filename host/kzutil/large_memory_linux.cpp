@@ -1,17 +1,13 @@
-#include "kzutil/large_memory.h"
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <cstdlib>
 #include <new>
 
-#ifdef __linux__
-#include <sys/mman.h>
-#include <unistd.h>
-#endif
+#include "kzutil/large_memory.h"
 
 namespace kzutil {
-
-#ifdef __linux__
 
 namespace {
 
@@ -63,23 +59,5 @@ std::pmr::memory_resource& largeBlocks() {
     static LargeBlocks resource;
     return resource;
 }
-
-#else
-
-void preferLargePages(void*, std::size_t) noexcept {}
-
-void* allocateLarge(std::size_t size) noexcept {
-    return ::operator new (size, std::align_val_t{kLargePage}, std::nothrow);
-}
-
-void freeLarge(void* block) noexcept {
-    ::operator delete (block, std::align_val_t{kLargePage});
-}
-
-std::pmr::memory_resource& largeBlocks() {
-    return *std::pmr::new_delete_resource();
-}
-
-#endif
 
 }  // namespace kzutil

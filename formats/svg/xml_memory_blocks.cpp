@@ -1,21 +1,13 @@
-#include "formats/svg/xml_memory.h"
-
 #include <atomic>
 #include <cstdint>
 #include <new>
-
 #include <pugixml.hpp>
 
+#include "formats/svg/xml_memory.h"
 #include "kzutil/large_memory.h"
-
-// Only where it gains something, and not under a sanitizer, which has to see every piece by itself.
-#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__)
-#define KZ_LARGE_XML_MEMORY
-#endif
 
 namespace svg {
 
-#ifdef KZ_LARGE_XML_MEMORY
 namespace {
 
 // The head of a block. Pieces are cut from its front and never used again; a block is found by rounding the
@@ -72,12 +64,9 @@ void deallocate(void* piece) {
 }
 
 }  // namespace
-#endif
 
 bool useLargeXmlMemory() {
-#ifdef KZ_LARGE_XML_MEMORY
     pugi::set_memory_management_functions(allocate, deallocate);
-#endif
     return true;
 }
 

@@ -1,0 +1,11 @@
+// The library's own memory: where large blocks gain nothing, and under a sanitizer, which has to see every
+// piece by itself.
+#include "formats/svg/xml_memory.h"
+
+namespace svg {
+
+bool useLargeXmlMemory() {
+    return true;
+}
+
+}  // namespace svg
