@@ -1,6 +1,9 @@
 // What every tool tells of itself, whichever way it was made.
+#include <new>
 #include "kzutil/archive.h"
+
 #include "module.h"
+#include "support/failing_new.h"
 
 using test::Drawing;
 
@@ -133,4 +136,21 @@ TEST_F(Tools, OverrideExactlyOneStartOperation) {
             EXPECT_EQ(tool->onToolStart(AFPoint(), nullptr), 0) << expected.className;
         EXPECT_FALSE(tool->hasEnded());
     }
+}
+
+TEST_F(Tools, TheFactoryGivesNullWithoutMemoryForTheToolAndRaisesWithoutMemoryForItsTexts) {
+    const APlugInTool* entry = plugIn->findTool(_T("ASelectSimilarTool"));
+    int raised = 0;
+    for (int n = 1;; ++n) {
+        const AllocationFailure failing = failAllocation(n);
+        try {
+            const std::unique_ptr<ATool> tool(entry->factory());
+            EXPECT_EQ(tool == nullptr, n == 1);
+        } catch (const std::bad_alloc&) {
+            EXPECT_TRUE(failing.happened());
+            ++raised;
+        }
+        if (!failing.happened()) break;
+    }
+    EXPECT_GT(raised, 0);
 }

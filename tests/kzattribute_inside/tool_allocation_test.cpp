@@ -16,20 +16,6 @@ TEST(ToolAllocation, CreateInstanceGivesNullWhenThereIsNoMemoryForTheTool) {
     EXPECT_TRUE(failing.happened());
 }
 
-TEST(ToolAllocation, WhatAConstructorRaisesReachesTheHostAndNothingLeaks) {
-    const ASelectSimilarTool tool;
-    for (int n = 2;; ++n) {
-        const AllocationFailure failing = failAllocation(n);
-        try {
-            delete tool.createInstance();
-        } catch (const std::bad_alloc&) {
-            EXPECT_TRUE(failing.happened());
-        }
-        if (!failing.happened()) break;
-    }
-    SUCCEED();
-}
-
 TEST(ToolAllocation, SelectSimilarLeavesTheSelectionWhenTheWalkRunsOutOfMemory) {
     Drawing drawing;
     ALayer* layer = drawing.layer();
