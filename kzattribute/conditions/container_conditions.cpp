@@ -2,17 +2,9 @@
 
 #include "kzcore/object.h"
 
-namespace {
-
-bool isLayer(AObject& object) {
-    return object.asParent() && dynamic_cast<ALayer*>(&object);
-}
-
-}  // namespace
-
 BOOL AEffectCondition::isMatch(ARoot* item) const {
     for (auto* object = dynamic_cast<AObject*>(item); object; object = AObject::getParent(object)) {
-        if (isLayer(*object)) return FALSE;
+        if (object->asLayer()) return FALSE;
         if (hasClass(object->getClassName())) return TRUE;
     }
     return FALSE;
@@ -20,7 +12,7 @@ BOOL AEffectCondition::isMatch(ARoot* item) const {
 
 BOOL ALayerCondition::isMatch(ARoot* item) const {
     for (auto* object = dynamic_cast<AObject*>(item); object; object = AObject::getParent(object)) {
-        if (isLayer(*object)) return hasClass(object->getClassName());
+        if (object->asLayer()) return hasClass(object->getClassName());
     }
     return FALSE;
 }
