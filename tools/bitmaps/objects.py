@@ -159,8 +159,9 @@ def text():
 
 
 def arc_text():
-    arch = border(oval(1, 9, 14, 22)) & rectangle(1, 9, 14, 14)
-    return Icon().paint(arch, "r").paint(letter(5, 1, *SMALL_A), "n")
+    arch = border(oval(1, 9, 14, 22)) & rectangle(1, 9, 14, 13)
+    icon = Icon().paint(arch | {(x, y + 1) for x, y in arch}, "r")
+    return icon.paint(symmetric(letter(4, 1, "...#", "..##", "..##", ".##.", ".###", "##..", "##..")), "n")
 
 
 def combine_path_text():
