@@ -1,7 +1,7 @@
-"""The icons of the drawing objects: blue shapes, black letters, red measures."""
+"""The icons of the drawing objects: blue shapes and letters, red measures."""
 
 from .icon import BLUE, PAPER, YELLOW, Icon
-from .regions import (border, dotted, letter, line, oval, path, polygon, rectangle, rounded, symmetric,
+from .regions import (border, both_halves, dotted, letter, line, oval, path, polygon, rectangle, rounded, symmetric,
                       turned)
 
 
@@ -19,8 +19,7 @@ def polygon_icon():
 
 def starburst():
     quarter = polygon((7, 1), (5, 4), (2, 2), (4, 5), (1, 7), (7, 7))
-    upper = symmetric(quarter)
-    return Icon().solid(upper | {(x, 15 - y) for x, y in upper}, BLUE)
+    return Icon().solid(both_halves(symmetric(quarter)), BLUE)
 
 
 def fan():
@@ -29,7 +28,7 @@ def fan():
 
 def arrow():
     upper = polygon((1, 5), (7, 5), (7, 1), (8, 1), (14, 7), (1, 7))
-    return Icon().solid(upper | {(x, 15 - y) for x, y in upper}, BLUE)
+    return Icon().solid(both_halves(upper), BLUE)
 
 
 # The grip by which a parameter is dragged.

@@ -75,6 +75,11 @@ def symmetric(region):
     return region | {(SIDE - 1 - x, y) for x, y in region}
 
 
+def both_halves(upper):
+    """With its mirror image: top and bottom are the same."""
+    return upper | {(x, SIDE - 1 - y) for x, y in upper}
+
+
 def letter(left, top, *rows):
     """The pixels that are marked in rows of text."""
     return {(left + x, top + y) for y, row in enumerate(rows) for x, mark in enumerate(row) if mark != "."}
