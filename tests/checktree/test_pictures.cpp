@@ -1,5 +1,6 @@
 // Pictures, pixel by pixel.
 #include "checktree/fixture.h"
+#include "kzcore/config.h"
 #include "kzcore/refer_item.h"
 #include "support/pixels.h"
 
@@ -138,6 +139,21 @@ TEST_F(CheckTreePictures, ABitmapResourceBecomesAPicture) {
     EXPECT_EQ(image("A"), 6);
     EXPECT_EQ(shown("A").at(2, 3), test::kBlack);
     EXPECT_EQ(pixelsOf(pictures(), 7), whiteReplaced(pixelsOf(pictures(), 6), kFace));
+}
+
+TEST_F(CheckTreePictures, EveryClassIconBecomesAPictureThatDiffersFromItsDisabledForm) {
+    const AConfig config;
+    for (int i = 0; i < config.getDBClassTableSize(); ++i) {
+        const AString name = config.getDBClassNameByIndex(i);
+        const std::string path = name.toUtf8();
+        insert(path.c_str(), static_cast<DWORD>(i + 1));
+        EXPECT_EQ(tree.setItemBitmap(at(path), config.getClassIconID(name, 1)), 1) << path;
+        const int picture = image(path);
+        EXPECT_EQ(picture, 6 + 2 * i) << path;
+        const Pixels enabled = pixelsOf(pictures(), picture);
+        EXPECT_EQ(enabled.at(0, 0), test::kWhite) << path;
+        EXPECT_EQ(pixelsOf(pictures(), picture + 1), whiteReplaced(enabled, kFace)) << path;
+    }
 }
 
 TEST_F(CheckTreePictures, AMissingBitmapFallsBackToTheBuiltInPicture) {

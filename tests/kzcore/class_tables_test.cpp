@@ -4,6 +4,7 @@
 
 #include "kzcore/config.h"
 #include "support/drawing.h"
+#include "support/pixels.h"
 
 namespace {
 
@@ -67,6 +68,24 @@ constexpr Row kColors[] = {
     {"ASpotColorItem", "Spot Color"},
 };
 
+// Every class that users see.
+std::vector<AString> shownClasses() {
+    const AConfig config;
+    std::vector<AString> names;
+    for (int i = 0; i < config.getDBClassTableSize(); ++i)
+        names.emplace_back(config.getDBClassNameByIndex(i));
+    for (int i = 0; i < config.getColorItemClassTableSize(); ++i)
+        names.emplace_back(config.getColorItemClassNameByIndex(i));
+    return names;
+}
+
+test::Pixels iconOf(const AString& name, COLORREF window) {
+    CBitmap icon;
+    COLORMAP white{test::kWhite, window};
+    icon.LoadMappedBitmap(AConfig().getClassIconID(name, 1), 0, &white, 1);
+    return test::pixelsOf(icon);
+}
+
 }  // namespace
 
 TEST(ClassTables, ListTheDatabaseClassesInTheirOrderWithTheirStructures) {
@@ -116,6 +135,48 @@ TEST(ClassTables, HostStringIdsShareNoBlockWithThePlugIns) {
         ids.insert(config.getClassNameID(config.getDBClassNameByIndex(i), 1));
     EXPECT_EQ(ids.size(), std::size(kRows));
     for (const UINT id : ids) EXPECT_FALSE(plugInBlocks.contains(id / 16)) << id;
+}
+
+TEST(ClassTables, EveryClassHasAnIconOfItsOwn) {
+    std::set<UINT> ids;
+    std::vector<std::pair<std::string, test::Pixels>> icons;
+    for (const AString& name : shownClasses()) {
+        const UINT id = AConfig().getClassIconID(name, 1);
+        EXPECT_NE(id, 0U) << name.toUtf8();
+        EXPECT_TRUE(ids.insert(id).second) << name.toUtf8();
+        icons.emplace_back(name.toUtf8(), iconOf(name, test::kWhite));
+    }
+    EXPECT_EQ(icons.size(), std::size(kRows) + std::size(kColors));
+    for (std::size_t i = 0; i < icons.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j)
+            EXPECT_NE(icons[i].second, icons[j].second) << icons[i].first << " looks like " << icons[j].first;
+    }
+}
+
+TEST(ClassTables, IconsAre16By16WithAirAroundInTheWindowsColor) {
+    constexpr COLORREF kWindow = RGB(255, 250, 230);
+    for (const AString& name : shownClasses()) {
+        const test::Pixels icon = iconOf(name, kWindow);
+        ASSERT_EQ(icon.width, 16) << name.toUtf8();
+        ASSERT_EQ(icon.height, 16) << name.toUtf8();
+        for (int i = 0; i < 16; ++i) {
+            for (const COLORREF edge : {icon.at(i, 0), icon.at(i, 15), icon.at(0, i), icon.at(15, i)})
+                EXPECT_EQ(edge, kWindow) << name.toUtf8() << " at " << i;
+        }
+        EXPECT_EQ(std::count(icon.colors.begin(), icon.colors.end(), test::kWhite), 0) << name.toUtf8();
+    }
+}
+
+// As many pixels as a check box has are dark or deeply coloured: that shows on white and on a control's face.
+TEST(ClassTables, IconsStandOutFromTheWindow) {
+    constexpr int kCheckBoxOutline = 4 * 10;
+    for (const AString& name : shownClasses()) {
+        const test::Pixels icon = iconOf(name, test::kWhite);
+        const auto dark = std::count_if(icon.colors.begin(), icon.colors.end(), [](COLORREF color) {
+            return std::min({color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF}) < 160;
+        });
+        EXPECT_GE(dark, kCheckBoxOutline) << name.toUtf8();
+    }
 }
 
 TEST(ClassTables, UnknownClassesHaveNeitherNameNorIconNorStructure) {
