@@ -14,13 +14,6 @@ bool contains(const AStringArray& names, const AString& name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-void removeDuplicates(AStringArray& names) {
-    for (int i = names.GetSize() - 1; i > 0; --i) {
-        const auto end = names.begin() + i;
-        if (std::find(names.begin(), end, names[i]) != end) names.RemoveAt(i);
-    }
-}
-
 }  // namespace
 
 ACondition::ACondition(const AString& itemPath, const WCHAR* className) : m_serial(++lastSerial) {
@@ -51,12 +44,10 @@ HTREEITEM ACondition::addToTree(ACheckTree& tree) const {
     return item;
 }
 
+// What is missing is appended: as the list has no duplicates before, it has the order of first occurrence.
 BOOL ACondition::merge(const ACondition& other) {
-    removeDuplicates(m_classNames);
-    if (&other != this) {
-        for (const AString& name : other.m_classNames) {
-            if (!contains(m_classNames, name)) m_classNames.Add(name);
-        }
+    for (const AString& name : other.m_classNames) {
+        if (!contains(m_classNames, name)) m_classNames.Add(name);
     }
     inDocument = inDocument || other.inDocument;
     inSelection = inSelection || other.inSelection;

@@ -47,8 +47,8 @@ public:
     virtual BOOL isMatch(ARoot* item) const;
     // Inserts the condition's item and gives it its picture; null when the tree takes no item.
     virtual HTREEITEM addToTree(ACheckTree& tree) const;
-    // Takes in the class names and presence flags of another condition of the same kind and path; the class
-    // names hold no duplicates afterwards, in the order of first occurrence. The new inDocument.
+    // Takes in the class names and presence flags of another condition of the same kind and path; its other
+    // fields are ignored. The new inDocument.
     virtual BOOL merge(const ACondition& other);
     // Whether the other condition is about the same as this one. The base asks for a class name in common:
     // two empty lists have none.
@@ -65,7 +65,8 @@ public:
 
     // From 1 on. The check tree keeps its low 32 bits as the item's data.
     std::uint64_t getSerial() const { return m_serial; }
-    // The host classes that the condition accepts. None is how "No fill" and "No stroke" are told.
+    // The host classes that the condition accepts, each once, in the order in which they came. None is how
+    // "No fill" and "No stroke" are told.
     const AStringArray& getClassNames() const { return m_classNames; }
 
     // What the owner keeps here while it fills a page: 1 when an object of the document, or a selected one,

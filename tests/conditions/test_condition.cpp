@@ -8,12 +8,39 @@
 #include "conditions/object_condition.h"
 #include "conditions/stroke_condition.h"
 #include "support.h"
+#include "support/virtual_slots.h"
 
 using test::cloneOf;
 using test::Foreign;
 using test::Names;
 using test::namesOf;
 using test::ofClasses;
+using test::slotOf;
+
+// Declared by the framework only; nobody looks into them.
+class CArchive {};
+class CDumpContext {};
+
+namespace {
+
+// Before any test, and with it any other condition of this program, is made.
+const std::uint64_t firstSerial = ACondition(nullptr, nullptr).getSerial();
+
+// The rule, told as plain loops: append, then compare each entry from the last with all before it.
+Names mergedByTheRule(Names names, const Names& others) {
+    names.insert(names.end(), others.begin(), others.end());
+    for (std::size_t i = names.size(); i-- > 1;) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (names[i] == names[j]) {
+                names.erase(names.begin() + static_cast<std::ptrdiff_t>(i));
+                break;
+            }
+        }
+    }
+    return names;
+}
+
+}  // namespace
 
 TEST(Condition, ANewOneHasItsPathItsClassAndNoFlags) {
     const ACondition condition(_T("Object/Oval"), _T("AOval"));
@@ -188,20 +215,6 @@ TEST(Condition, MergingKeepsPathSerialTreeFlagsAndTheKindsOwnFields) {
     EXPECT_EQ(condition.expectedId, 7u);
 }
 
-// The rule, told as plain loops: append, then compare each entry from the last with all before it.
-static Names mergedByTheRule(Names names, const Names& others) {
-    names.insert(names.end(), others.begin(), others.end());
-    for (std::size_t i = names.size(); i-- > 1;) {
-        for (std::size_t j = 0; j < i; ++j) {
-            if (names[i] == names[j]) {
-                names.erase(names.begin() + static_cast<std::ptrdiff_t>(i));
-                break;
-            }
-        }
-    }
-    return names;
-}
-
 TEST(Condition, MergingRandomListsFollowsThePlainLoops) {
     std::mt19937 random(20);
     const Names pool{"AOval", "aoval", "AFan", "AText", "", "ALabel", "ALabel2", "ABitmap"};
@@ -225,13 +238,36 @@ TEST(Condition, MergingRandomListsFollowsThePlainLoops) {
     }
 }
 
-TEST(Condition, NoKindRegistersAClassOfItsOwn) {
-    const AFillCondition fill(_T("a"), nullptr);
-    EXPECT_EQ(fill.getClassName(), _T("ARoot"));
-    EXPECT_EQ(fill.getDisplayNameID(), 0u);
-    EXPECT_EQ(fill.getDisplayIconID(), 0u);
+TEST(Condition, TheFirstOfAProcessHasSerial1) {
+    EXPECT_EQ(firstSerial, 1u);
+}
+
+TEST(Condition, ItIsARootThatNobodyStores) {
+    AFillCondition fill(_T("a"), nullptr);
+    const ARoot root;
+    EXPECT_EQ(fill.getClassName(), root.getClassName()) << "no kind registers a class of its own";
+    EXPECT_EQ(fill.getDisplayNameID(), root.getDisplayNameID());
+    EXPECT_EQ(fill.getDisplayIconID(), root.getDisplayIconID());
+    EXPECT_EQ(fill.getVersion(), root.getVersion());
+    EXPECT_EQ(fill.GetRuntimeClass(), root.GetRuntimeClass());
     EXPECT_EQ(fill.createInstance(), nullptr);
     EXPECT_EQ(fill.deepCopy(), nullptr);
     EXPECT_EQ(fill.convertToOutline(), nullptr);
     EXPECT_EQ(fill.shouldConvertToOutline(), 0);
+    CArchive archive;
+    CDumpContext context;
+    const std::uint64_t serial = fill.getSerial();
+    fill.Serialize(archive);
+    fill.AssertValid();
+    fill.Dump(context);
+    EXPECT_EQ(fill.getSerial(), serial);
+    EXPECT_EQ(fill.path.toUtf8(), "a");
+}
+
+TEST(Condition, ItsOperationsStandBehindThoseOfTheRootInTheStatedOrder) {
+    const std::ptrdiff_t slots[] = {slotOf(&ACondition::clone), slotOf(&ACondition::isMatch),
+                                    slotOf(&ACondition::addToTree), slotOf(&ACondition::merge),
+                                    slotOf(&ACondition::hasCommonClass)};
+    std::ptrdiff_t expected = slotOf(&ARoot::shouldConvertToOutline) + 1;
+    for (const std::ptrdiff_t slot : slots) EXPECT_EQ(slot, expected++);
 }

@@ -32,11 +32,16 @@ TEST(ObjectCondition, AcceptsObjectsOfItsClassesAndWhatTheClassifierAnswersAsExp
         BOOL matches;
     };
     const Case cases[] = {
-        {{"AOval"}, nullptr, 0, TRUE},     {{"AFan", "AOval"}, nullptr, 0, TRUE},
+        {{"AOval"}, nullptr, 0, TRUE},
+        {{"AFan", "AOval"}, nullptr, 0, TRUE},
         {{"AOval"}, nullptr, 7, TRUE},  // without a classifier the id says nothing
-        {{"AOval"}, alwaysSeven, 7, TRUE}, {{"AOval"}, alwaysSeven, 8, FALSE},
-        {{"AFan"}, alwaysSeven, 7, FALSE}, {{"aoval"}, nullptr, 0, FALSE},
-        {{""}, nullptr, 0, FALSE},         {{}, nullptr, 0, FALSE},
+        {{"AOval"}, alwaysSeven, 7, TRUE},
+        {{"AOval"}, alwaysSeven, 8, FALSE},
+        {{"AOval"}, alwaysSeven, 0, FALSE},
+        {{"AFan"}, alwaysSeven, 7, FALSE},
+        {{"aoval"}, nullptr, 0, FALSE},
+        {{""}, nullptr, 0, FALSE},
+        {{}, nullptr, 0, FALSE},
         {{}, alwaysSeven, 7, FALSE},
     };
     AObject oval(row(_T("AOval")));

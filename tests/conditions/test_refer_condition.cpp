@@ -1,7 +1,9 @@
 // Colour and brush items, and the references that are counted on them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <random>
 
 #include "conditions/refer_condition.h"
 #include "kzcore/object.h"
@@ -76,7 +78,55 @@ private:
     bool& m_gone;
 };
 
+// An item whose equality test says the same of every item.
+class Opinionated : public AReferItem {
+public:
+    Opinionated(const WCHAR* name, int equal)
+        : AReferItem(*findClass(_T("APatternBrushItem")), name), m_equal(equal) {}
+    int isEqual(const AReferItem*) const override { return m_equal; }
+
+private:
+    int m_equal;
+};
+test::Held<Opinionated> makeOpinionated(const WCHAR* name, int equal) {
+    return test::Held<Opinionated>(new Opinionated(name, equal));
+}
+
 }  // namespace
+
+TEST_F(ReferCondition, TheVerySameItemIsNotCompared) {
+    const auto item = makeOpinionated(_T("a"), 0);
+    const AReferCondition condition(nullptr, item.get());
+    EXPECT_TRUE(condition.isMatch(item.get()));
+    EXPECT_TRUE(condition.hasCommonClass(AReferCondition(nullptr, item.get())));
+}
+
+TEST_F(ReferCondition, ItsOwnItemIsAskedAndOnlyForItemsOfTheSameName) {
+    struct Case {
+        const WCHAR* mine;
+        int equal;
+        const WCHAR* others;
+        BOOL matches;
+    };
+    const Case cases[] = {
+        {_T("a"), 1, _T("a"), TRUE}, {_T("a"), 0, _T("a"), FALSE}, {_T("a"), 1, _T("A"), FALSE},
+        {_T(""), 1, _T(""), TRUE},   {_T(""), 1, _T("a"), FALSE},  {_T("a"), 1, _T(""), FALSE},
+    };
+    for (const Case& test : cases) {
+        const auto mine = makeOpinionated(test.mine, test.equal);
+        const auto other = makeOpinionated(test.others, !test.equal);
+        const AReferCondition condition(nullptr, mine.get());
+        EXPECT_EQ(condition.isMatch(other.get()), test.matches) << &test - cases;
+        EXPECT_EQ(condition.hasCommonClass(AReferCondition(nullptr, other.get())), test.matches)
+            << &test - cases;
+    }
+}
+
+TEST_F(ReferCondition, AClassThatIsNotTheItemsOwnAcceptsOnlyWhatTheItemIsEqualTo) {
+    AReferCondition condition(nullptr, red.get());
+    condition.merge(AReferCondition(nullptr, _T("ASpotColorItem")));
+    EXPECT_EQ(acceptedBy(condition), (Names{"red", "same"}));
+}
 
 TEST_F(ReferCondition, AClassAcceptsEveryItemOfIt) {
     EXPECT_EQ(acceptedBy(AReferCondition(_T("a"), _T("ARGBColorItem"))),
@@ -251,4 +301,44 @@ TEST_F(ReferCondition, ResetToAnItemThatOnlyTheOldOneHoldsKeepsIt) {
     EXPECT_EQ(acceptedBy(condition), (Names{"red", "same"}));
     condition.reset(nullptr, _T(""));
     EXPECT_TRUE(gone);
+}
+
+TEST_F(ReferCondition, RandomTakingAndDroppingNeverMiscounts) {
+    std::mt19937 random(21);
+    AReferItem* const pool[] = {red.get(), same.get(), solid.get(), gradient.get()};
+    int before[4];
+    for (std::size_t i = 0; i < 4; ++i) before[i] = pool[i]->getReferenceCount();
+    std::vector<std::unique_ptr<ACondition>> held;
+    for (int round = 0; round < 5000; ++round) {
+        AReferItem* item = pool[random() % 4];
+        auto* some =
+            held.empty() ? nullptr : static_cast<AReferCondition*>(held[random() % held.size()].get());
+        switch (random() % 6) {
+            case 0:
+                held.push_back(std::make_unique<AReferCondition>(nullptr, item));
+                break;
+            case 1:
+                if (some) held.push_back(cloneOf(*some));
+                break;
+            case 2:
+                if (some) some->reset(nullptr, item);
+                break;
+            case 3:
+                if (some) some->reset(nullptr, _T("ARGBColorItem"));
+                break;
+            case 4:
+                if (some) some->merge(AReferCondition(nullptr, item));
+                break;
+            default:
+                if (some) held.erase(held.begin() + static_cast<std::ptrdiff_t>(random() % held.size()));
+        }
+        for (std::size_t i = 0; i < 4; ++i) {
+            const auto holders = std::count_if(held.begin(), held.end(), [&](const auto& condition) {
+                return static_cast<AReferCondition&>(*condition).getReferItem() == pool[i];
+            });
+            ASSERT_EQ(pool[i]->getReferenceCount(), before[i] + holders) << round;
+        }
+    }
+    held.clear();
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(pool[i]->getReferenceCount(), before[i]);
 }
