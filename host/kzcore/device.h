@@ -12,7 +12,7 @@
 // (device_mgr.h).
 #pragma once
 
-#include "kzcore/device_raster.h"
+#include "kzcore/canvas.h"
 #include "kzcore/screen_info.h"
 
 class APixelSection;
@@ -41,6 +41,10 @@ public:
     void FillPath(const APath& path, const AColor& color, EFillRule rule = EFillRule::nonZero);
     // The width is in drawing units.
     void StrokePath(const APath& path, const AColor& color, double width);
+
+    // For everything else that can be drawn, in pixels of the context. It holds until a whole-pixel operation
+    // or the outermost DrawEnd, behind which the context has what was drawn. Raises bad_alloc.
+    ACanvas& canvas();
 
 protected:
     // `origin`: the screen pixel that the context's first pixel stands for.

@@ -1,4 +1,4 @@
-#include "kzcore/device_raster.h"
+#include "kzcore/canvas.h"
 
 #include <algorithm>
 #include <cmath>

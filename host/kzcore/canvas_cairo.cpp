@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "kzcore/device_raster.h"
+#include "kzcore/canvas.h"
 
 namespace {
 
