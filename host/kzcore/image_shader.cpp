@@ -16,7 +16,7 @@ int within(int at, int size, EBeyond beyond) {
 }
 
 // Brings a coordinate near to the image, without changing what shows there, so that it can be an integer.
-double near(double at, int size, EBeyond beyond) {
+double nearby(double at, int size, EBeyond beyond) {
     if (!std::isfinite(at)) return 0;
     if (beyond == EBeyond::edge) return std::clamp(at, -1.0, size + 1.0);
     return at - std::floor(at / size) * size;
@@ -71,14 +71,14 @@ private:
     }
 
     std::uint32_t nearestPixel(AFPoint at) const {
-        return pixel(static_cast<int>(std::floor(near(at.x, m_image.width(), m_beyond))),
-                     static_cast<int>(std::floor(near(at.y, m_image.height(), m_beyond))));
+        return pixel(static_cast<int>(std::floor(nearby(at.x, m_image.width(), m_beyond))),
+                     static_cast<int>(std::floor(nearby(at.y, m_image.height(), m_beyond))));
     }
 
     // Of the four pixels whose middles are around the point.
     std::uint32_t mixedPixel(AFPoint at) const {
-        const double x = near(at.x - 0.5, m_image.width(), m_beyond);
-        const double y = near(at.y - 0.5, m_image.height(), m_beyond);
+        const double x = nearby(at.x - 0.5, m_image.width(), m_beyond);
+        const double y = nearby(at.y - 0.5, m_image.height(), m_beyond);
         const int left = static_cast<int>(std::floor(x));
         const int top = static_cast<int>(std::floor(y));
         const auto right = static_cast<std::uint32_t>(std::lround((x - left) * 256));
@@ -134,8 +134,8 @@ Sum sumOf(std::uint32_t pixel) {
 }
 
 std::uint32_t pixelOf(const Sum& sum) {
-    const auto byte = [](double value) { return static_cast<std::uint32_t>(std::min(value + 0.5, 255.0)); };
-    return byte(sum.alpha) << 24 | byte(sum.red) << 16 | byte(sum.green) << 8 | byte(sum.blue);
+    const auto rounded = [](double value) { return static_cast<std::uint32_t>(std::min(value + 0.5, 255.0)); };
+    return rounded(sum.alpha) << 24 | rounded(sum.red) << 16 | rounded(sum.green) << 8 | rounded(sum.blue);
 }
 
 // Calls back with every old pixel that a new one covers and its part of the new one.

@@ -105,6 +105,12 @@ private:
     double m_left = 0;
 };
 
+void finishDot(std::vector<Points>& dashes, AFPoint along, double dot) {
+    const AFPoint at = dashes.back().front();
+    dashes.back().push_back({at.x + along.x * dot, at.y + along.y * dot});
+    if (!(dot > 0)) dashes.pop_back();
+}
+
 void dashFigure(APath& result, const Figure& figure, Pattern pattern, double dot) {
     Points points = figure.points;
     if (figure.closed) add(points, points.front());
@@ -123,8 +129,7 @@ void dashFigure(APath& result, const Figure& figure, Pattern pattern, double dot
             const AFPoint at = between(from, to, done / length);
             if (drawing) {
                 add(dashes.back(), at);
-                if (dashes.back().size() == 1)
-                    dashes.back().push_back({at.x + along.x * dot, at.y + along.y * dot});
+                if (dashes.back().size() == 1) finishDot(dashes, along, dot);
             }
             pattern.next();
             drawing = pattern.draws();
@@ -138,7 +143,8 @@ void dashFigure(APath& result, const Figure& figure, Pattern pattern, double dot
         dashes.pop_back();
         drawing = false;
     }
-    if (figure.closed && startsDrawn && drawing && dashes.size() > 1) {
+    if (figure.closed && startsDrawn && drawing && dashes.size() > 1 &&
+        isSame(dashes.front().front(), points.front())) {
         Points& last = dashes.back();
         last.insert(last.end(), dashes.front().begin() + 1, dashes.front().end());
         dashes.front() = std::move(last);
@@ -155,6 +161,7 @@ bool isDot(const Figure& figure) {
 }
 
 void appendDot(APath& path, AFPoint at, double dot) {
+    if (!(dot > 0)) return;
     path.moveTo(at);
     path.lineTo({at.x + dot, at.y});
 }

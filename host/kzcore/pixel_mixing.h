@@ -33,9 +33,9 @@ inline std::uint32_t over(std::uint32_t above, std::uint32_t below) {
 
 // `red`, `green` and `blue` from 0 to 255, not yet multiplied; `opacity` from 0 to 1.
 inline std::uint32_t multipliedPixel(double red, double green, double blue, double opacity) {
-    const auto byte = [](double value) { return static_cast<std::uint32_t>(value + 0.5); };
-    return byte(opacity * 255) << 24 | byte(red * opacity) << 16 | byte(green * opacity) << 8 |
-           byte(blue * opacity);
+    const auto rounded = [](double value) { return static_cast<std::uint32_t>(value + 0.5); };
+    return rounded(opacity * 255) << 24 | rounded(red * opacity) << 16 | rounded(green * opacity) << 8 |
+           rounded(blue * opacity);
 }
 
 inline std::uint32_t multipliedPixel(const AColor& color, double opacity) {
