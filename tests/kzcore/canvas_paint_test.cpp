@@ -205,13 +205,13 @@ TEST(CanvasTile, RepeatsInBothDirections) {
 }
 
 TEST(CanvasTile, StartsWhereItsTransformPutsIt) {
-    for (double far : {0.0, 2e6, -2e6}) {
-        const ATile tile{imageOf("rg\nb.\n"), AAffine::translation(1 + far, 1)};
+    for (double distance : {0.0, 2e6, -2e6}) {
+        const ATile tile{imageOf("rg\nb.\n"), AAffine::translation(1 + distance, 1)};
         APaint paint;
         paint.tile = &tile;
         Picture picture(5, 3);
         picture.canvas.fill(APath::rectangle({0, 0, 5, 2}), kAsIs, paint, EFillRule::nonZero);
-        EXPECT_EQ(picture.rows(), ".b.b.\ngrgrg\n.....\n") << far;
+        EXPECT_EQ(picture.rows(), ".b.b.\ngrgrg\n.....\n") << distance;
     }
 }
 

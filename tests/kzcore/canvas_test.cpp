@@ -351,35 +351,35 @@ TEST(Canvas, WhatIsNotFiniteDrawsNothingAndHarmsNothing) {
 
 TEST(Canvas, FiguresFarLargerThanThePictureAreCutNotBent) {
     // A diagonal band and its halves, through the picture from farther than pixels are counted.
-    for (double far : {1e5, 1e7, 1e9, 1e12}) {
+    for (double distance : {1e5, 1e7, 1e9, 1e12}) {
         Picture picture(6, 4);
-        fill(picture.canvas, box(-far, -far, 3, far), kRed);
-        EXPECT_EQ(picture.rows(), "rrr...\nrrr...\nrrr...\nrrr...\n") << far;
-        APath around = box(-far, -far, far, far);
+        fill(picture.canvas, box(-distance, -distance, 3, distance), kRed);
+        EXPECT_EQ(picture.rows(), "rrr...\nrrr...\nrrr...\nrrr...\n") << distance;
+        APath around = box(-distance, -distance, distance, distance);
         append(around, {1, 1, 5, 3});
         picture.canvas.fill(around, kAsIs, kBlue, EFillRule::evenOdd);
-        EXPECT_EQ(picture.rows(), "bbbbbb\nbrr..b\nbrr..b\nbbbbbb\n") << far;
+        EXPECT_EQ(picture.rows(), "bbbbbb\nbrr..b\nbrr..b\nbbbbbb\n") << distance;
     }
 }
 
 TEST(Canvas, StrokesFarLongerThanThePictureAreCutNotBent) {
-    for (double far : {1e5, 1e7, 1e9}) {
+    for (double distance : {1e5, 1e7, 1e9}) {
         Picture picture(6, 4);
-        picture.canvas.stroke(lines({{-far, 2}, {far, 2}}), kAsIs, kRed, wide(2));
-        EXPECT_EQ(picture.rows(), "......\nrrrrrr\nrrrrrr\n......\n") << far;
+        picture.canvas.stroke(lines({{-distance, 2}, {distance, 2}}), kAsIs, kRed, wide(2));
+        EXPECT_EQ(picture.rows(), "......\nrrrrrr\nrrrrrr\n......\n") << distance;
         Picture corner(6, 4);
-        corner.canvas.stroke(box(1, 1, far, far), kAsIs, kRed, wide(2));
-        EXPECT_EQ(corner.rows(), "rrrrrr\nrrrrrr\nrr....\nrr....\n") << far;
+        corner.canvas.stroke(box(1, 1, distance, distance), kAsIs, kRed, wide(2));
+        EXPECT_EQ(corner.rows(), "rrrrrr\nrrrrrr\nrr....\nrr....\n") << distance;
     }
 }
 
 TEST(Canvas, DashesOfFarLongerLinesKeepTheirPlaces) {
     AStrokeStyle style = wide(2);
     style.dashes = {2, 1};
-    for (double far : {3e3, 3e5, 3e7}) {
+    for (double distance : {3e3, 3e5, 3e7}) {
         Picture picture(7, 2);
-        picture.canvas.stroke(lines({{-far, 1}, {far, 1}}), kAsIs, kRed, style);
-        EXPECT_EQ(picture.rows(), "rr.rr.r\nrr.rr.r\n") << far;
+        picture.canvas.stroke(lines({{-distance, 1}, {distance, 1}}), kAsIs, kRed, style);
+        EXPECT_EQ(picture.rows(), "rr.rr.r\nrr.rr.r\n") << distance;
     }
 }
 
