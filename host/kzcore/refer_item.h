@@ -98,11 +98,6 @@ private:
     AColorItem* m_color;
 };
 
-struct AGradientStop {
-    double offset;  // 0 to 1
-    AColor color;
-};
-
 class AGradientBrushItem : public ABrushItem {
 public:
     explicit AGradientBrushItem(AString name);
