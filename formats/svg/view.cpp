@@ -13,35 +13,12 @@ namespace {
 constexpr double kDefaultWidth = 300;
 constexpr double kDefaultHeight = 150;
 
-bool parseViewBox(std::string_view text, AFRect& box) {
-    double v[4];
-    text = trimFront(text);
-    for (double& number : v) {
-        if (!takeNumber(text, number)) return false;
-        text = skipSeparator(text);
-    }
-    if (!(v[2] > 0 && v[3] > 0)) return false;
-    box = {v[0], v[1], v[0] + v[2], v[1] + v[3]};
-    return true;
-}
-
 // "xMidYMid": 0, 0.5 or 1 of the room that is left.
 double alignment(std::string_view word, std::string_view axis) {
     const std::size_t at = word.find(axis);
     if (at == word.npos) return 0.5;
     const std::string_view which = word.substr(at + axis.size(), 3);
     return which == "Min" ? 0 : which == "Max" ? 1 : 0.5;
-}
-
-// From view box to a viewport of that size at the origin.
-Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect) {
-    double x = width / box.Width();
-    double y = height / box.Height();
-    const std::string_view align = takeWord(aspect);
-    if (align != "none") x = y = takeWord(aspect) == "slice" ? std::max(x, y) : std::min(x, y);
-    const double left = align == "none" ? 0 : (width - box.Width() * x) * alignment(align, "x");
-    const double top = align == "none" ? 0 : (height - box.Height() * y) * alignment(align, "Y");
-    return {x, 0, 0, y, left - box.left * x, top - box.top * y};
 }
 
 LengthContext contextOf(const View& view, double fontSize = 16) {
@@ -88,6 +65,28 @@ AFRect rectangleBounds(const AttributeSet& attributes, const Affine& transform,
 }
 
 }  // namespace
+
+bool parseViewBox(std::string_view text, AFRect& box) {
+    double v[4];
+    text = trimFront(text);
+    for (double& number : v) {
+        if (!takeNumber(text, number)) return false;
+        text = skipSeparator(text);
+    }
+    if (!(v[2] > 0 && v[3] > 0)) return false;
+    box = {v[0], v[1], v[0] + v[2], v[1] + v[3]};
+    return true;
+}
+
+Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect) {
+    double x = width / box.Width();
+    double y = height / box.Height();
+    const std::string_view align = takeWord(aspect);
+    if (align != "none") x = y = takeWord(aspect) == "slice" ? std::max(x, y) : std::min(x, y);
+    const double left = align == "none" ? 0 : (width - box.Width() * x) * alignment(align, "x");
+    const double top = align == "none" ? 0 : (height - box.Height() * y) * alignment(align, "Y");
+    return {x, 0, 0, y, left - box.left * x, top - box.top * y};
+}
 
 double length(const AttributeSet& attributes, Attribute attribute, Axis axis, const LengthContext& context,
               double missing) {
