@@ -30,20 +30,6 @@ Affine ownTransform(const AttributeSet& attributes) {
                                                 : Affine();
 }
 
-// The inside of a nested drawing or of a symbol in use.
-View enterViewport(const View& outer, const Affine& transform, double width, double height,
-                   const AttributeSet& attributes) {
-    View inner{outer.toDrawing * transform, width, height};
-    AFRect box;
-    if (attributes.has(Attribute::viewBox) && parseViewBox(attributes.get(Attribute::viewBox), box)) {
-        const std::string_view aspect = attributes.get(Attribute::preserveAspectRatio);
-        inner.toDrawing = inner.toDrawing * fitViewBox(box, width, height, aspect);
-        inner.width = box.Width();
-        inner.height = box.Height();
-    }
-    return inner;
-}
-
 double positive(double value) {
     return std::max(0.0, value);
 }
@@ -111,6 +97,17 @@ View rootView(const AttributeSet& root, AFRect& page) {
     return view;
 }
 
+View viewportOf(const View& outer, const AttributeSet& attributes) {
+    const LengthContext context = contextOf(outer);
+    double width = length(attributes, Attribute::width, Axis::horizontal, context, outer.width);
+    double height = length(attributes, Attribute::height, Axis::vertical, context, outer.height);
+    if (outer.useWidth >= 0) width = outer.useWidth;
+    if (outer.useHeight >= 0) height = outer.useHeight;
+    const Affine offset = translation(length(attributes, Attribute::x, Axis::horizontal, context),
+                                      length(attributes, Attribute::y, Axis::vertical, context));
+    return {outer.toDrawing * ownTransform(attributes) * offset, width, height};
+}
+
 View enter(const View& outer, Element element, const AttributeSet& attributes) {
     const LengthContext context = contextOf(outer);
     View inner = outer;
@@ -123,14 +120,16 @@ View enter(const View& outer, Element element, const AttributeSet& attributes) {
         inner.useHeight = length(attributes, Attribute::height, Axis::vertical, context, -1);
         return inner;
     }
-    if (element == Element::svg || element == Element::symbol) {
-        double width = length(attributes, Attribute::width, Axis::horizontal, context, outer.width);
-        double height = length(attributes, Attribute::height, Axis::vertical, context, outer.height);
-        if (outer.useWidth >= 0) width = outer.useWidth;
-        if (outer.useHeight >= 0) height = outer.useHeight;
-        const Affine offset = translation(length(attributes, Attribute::x, Axis::horizontal, context),
-                                          length(attributes, Attribute::y, Axis::vertical, context));
-        return enterViewport(outer, ownTransform(attributes) * offset, width, height, attributes);
+    if (isViewport(element)) {
+        inner = viewportOf(outer, attributes);
+        AFRect box;
+        if (!attributes.has(Attribute::viewBox) || !parseViewBox(attributes.get(Attribute::viewBox), box))
+            return inner;
+        const std::string_view aspect = attributes.get(Attribute::preserveAspectRatio);
+        inner.toDrawing = inner.toDrawing * fitViewBox(box, inner.width, inner.height, aspect);
+        inner.width = box.Width();
+        inner.height = box.Height();
+        return inner;
     }
     if (attributes.has(Attribute::transform)) inner.toDrawing = outer.toDrawing * ownTransform(attributes);
     return inner;

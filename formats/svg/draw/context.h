@@ -24,7 +24,17 @@ namespace svg {
 struct DrawCache {
     virtual ~DrawCache() = default;
 };
-enum class CacheOf : std::uint8_t { gradients, clips, tiles, images, markers, filters, texts, count };
+enum class CacheOf : std::uint8_t {
+    gradients,
+    brushes,
+    clips,
+    tiles,
+    images,
+    markers,
+    filters,
+    texts,
+    count
+};
 
 // An element that is being drawn.
 struct DrawnElement {
@@ -70,8 +80,11 @@ public:
     // draw itself for ever), references lead too deep, or the picture has repeated too much.
     class Visit {
     public:
-        Visit(DrawContext& context, pugi::xml_node node);
-        ~Visit();
+        Visit(DrawContext& context, pugi::xml_node node)
+            : m_context(context), m_entered(context.enterReference(node)) {}
+        ~Visit() {
+            if (m_entered) m_context.leaveReference();
+        }
         Visit(const Visit&) = delete;
         Visit& operator=(const Visit&) = delete;
         explicit operator bool() const { return m_entered; }
@@ -80,12 +93,16 @@ public:
         DrawContext& m_context;
         bool m_entered;
     };
+    // The same for those that keep the order themselves.
+    bool enterReference(pugi::xml_node node);
+    void leaveReference() { m_visited.pop_back(); }
     // Takes elements (or a similar amount of work) from what may still be repeated; false when there is no
     // more.
     bool spend(std::size_t elements);
 
     // The style of an element as it stands in the tree, with what it inherits there: for patterns, markers,
-    // masks and clip paths, which do not inherit from what refers to them.
+    // masks and clip paths, which do not inherit from what refers to them. It counts as displayed, as
+    // definitions show wherever they stand.
     DrawStyle styleAt(pugi::xml_node element);
     const View& rootView() const { return m_root; }
 
