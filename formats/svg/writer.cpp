@@ -144,7 +144,9 @@ private:
     }
 
     // The element with the outcome of a "use" that repeats it, or as it is.
-    std::string copy(std::uint32_t number, Outcome outcome, bool withIds, const std::string& rootId = {}) {
+    // `edits`: what is changed besides.
+    std::string copy(std::uint32_t number, Outcome outcome, bool withIds, const std::string& rootId = {},
+                     std::vector<TextEdit> edits = {}) {
         const Content& content = m_leftOut.contentOf(outcome);
         auto next = content.begin();
         return copyWith(
@@ -153,17 +155,16 @@ private:
                 while (next != content.end() && next->element < element) ++next;
                 return next != content.end() && next->element == element ? next->outcome : kStays;
             },
-            withIds, rootId);
+            withIds, rootId, std::move(edits));
     }
 
     std::string copyAsShown(std::uint32_t number) {
-        return copyWith(number, [&](std::uint32_t element) { return m_leftOut.at(element); }, false, {});
+        return copyWith(number, [&](std::uint32_t element) { return m_leftOut.at(element); }, false, {}, {});
     }
 
-    std::string copyWith(std::uint32_t number, auto outcomeOfElement, bool withIds,
-                         const std::string& rootId) {
+    std::string copyWith(std::uint32_t number, auto outcomeOfElement, bool withIds, const std::string& rootId,
+                         std::vector<TextEdit> edits) {
         const SourceElement& root = m_source.elements[number];
-        std::vector<TextEdit> edits;
         for (std::uint32_t i = number; i < root.next; ++i) {
             const Outcome outcome = outcomeOfElement(i);
             change(i, outcome, edits);
@@ -219,14 +220,24 @@ private:
         }
     }
 
+    // What a style sheet says of the target's id has to hold for the copy, which is why the old id stays on
+    // an element of its own: around the copy, or around the content of what may not stand in a group.
     std::string variantText(const Variant& one) {
         const SourceElement& target = m_source.elements[one.target];
-        const bool hasStyleById = m_source.sheetIds.contains(target.id);
-        if (!hasStyleById || target.kind == Element::symbol || target.kind == Element::svg)
-            return copy(one.target, one.outcome, false, one.id);
+        if (!m_source.sheetIds.contains(target.id)) return copy(one.target, one.outcome, false, one.id);
         const std::string prefix(prefixOf(m_text, target));
-        return '<' + prefix + "g id=\"" + one.id + "\">" + copy(one.target, one.outcome, false) + "</" +
-               prefix + "g>";
+        const auto open = [&](std::string_view id) {
+            return '<' + prefix + "g id=\"" + std::string(id) + "\">";
+        };
+        const std::string close = "</" + prefix + "g>";
+        if (target.kind != Element::symbol && target.kind != Element::svg)
+            return open(one.id) + copy(one.target, one.outcome, false) + close;
+        std::vector<TextEdit> edits;
+        if (target.content != target.end) {
+            edits.push_back({target.content, 0, open(target.id)});
+            edits.push_back({m_text.rfind("</", target.end - 1), 0, close});
+        }
+        return copy(one.target, one.outcome, false, one.id, std::move(edits));
     }
 
     bool isDefinitions(const SourceElement& element) const {

@@ -13,8 +13,8 @@
 // a changed copy of its own, behind the original and without ids. What clip paths, texts on a path and the
 // like refer to stays for them, inside "defs".
 //
-// One gap: a rule of a style sheet that tells elements by the name "use", "symbol" or "defs" around them, or
-// by ">", may miss a copy.
+// Gaps: a rule of a style sheet with ">" may miss a copy, around which new elements stand; and what repeats
+// itself, which is an error, may be repeated once more.
 #pragma once
 
 #include <optional>
