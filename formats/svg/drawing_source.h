@@ -23,6 +23,7 @@ public:
     DrawingSource(std::string text, const View& root) : m_text(std::move(text)), m_root(root) {}
 
     AFRect computeBounds(const AObject& object) const override;
+    std::unique_ptr<AObjectPainter> startPainting(ACanvas& canvas, const AAffine& toPixels) const override;
 
     // UTF-8 without byte order mark, the drawing's own entities replaced.
     const std::string& text() const { return m_text; }

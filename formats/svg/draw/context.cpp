@@ -1,0 +1,99 @@
+#include "formats/svg/draw/context.h"
+
+#include <algorithm>
+
+#include "formats/svg/draw/bounding_box.h"
+#include "formats/svg/draw/element_walk.h"
+
+namespace svg {
+
+namespace {
+
+// What references may repeat in one picture, like what "use" may repeat while a drawing is read.
+constexpr std::size_t kRepeatedAtLeast = 100'000;
+constexpr std::size_t kRepeatedPerElement = 100;
+constexpr std::size_t kRepeatedAtMost = 2'000'000;
+// References within references.
+constexpr std::size_t kDeepestReference = 48;
+
+}  // namespace
+
+DrawContext::DrawContext(const std::string& text, const View& root, ACanvas& canvas)
+    : m_tree(text),
+      m_root(root),
+      m_canvas(&canvas),
+      m_clipBounds(canvas.clipBounds()),
+      m_repeatable(
+          std::min(kRepeatedAtLeast + kRepeatedPerElement * m_tree.elementCount(), kRepeatedAtMost)) {
+    for (const pugi::xml_node style : m_tree.styles()) m_styles.sheet().add(styleText(style));
+}
+
+DrawContext::~DrawContext() = default;
+
+void DrawContext::pushClip(const APath& path, const AAffine& toPixels, EFillRule rule) {
+    m_canvas->pushClip(path, toPixels, rule);
+    m_clipBounds = m_canvas->clipBounds();
+}
+
+void DrawContext::popClip() {
+    m_canvas->popClip();
+    m_clipBounds = m_canvas->clipBounds();
+}
+
+DrawContext::OnCanvas::OnCanvas(DrawContext& context, ACanvas& canvas)
+    : m_context(context), m_before(context.m_canvas), m_boundsBefore(context.m_clipBounds) {
+    context.m_canvas = &canvas;
+    context.m_clipBounds = canvas.clipBounds();
+}
+
+DrawContext::OnCanvas::~OnCanvas() {
+    m_context.m_canvas = m_before;
+    m_context.m_clipBounds = m_boundsBefore;
+}
+
+bool DrawContext::enterReference(pugi::xml_node node) {
+    if (!node || m_visited.size() >= kDeepestReference || !spend(1)) return false;
+    if (std::find(m_visited.begin(), m_visited.end(), node) != m_visited.end()) return false;
+    m_visited.push_back(node);
+    return true;
+}
+
+bool DrawContext::spend(std::size_t elements) {
+    const bool enough = m_repeatable >= elements;
+    m_repeatable = enough ? m_repeatable - elements : 0;
+    return enough;
+}
+
+DrawStyle DrawContext::styleAt(pugi::xml_node element) {
+    std::vector<pugi::xml_node> chain;
+    for (pugi::xml_node at = element; at.type() == pugi::node_element; at = at.parent()) chain.push_back(at);
+    DrawStyle style;
+    DrawStyle room;
+    DrawAttributes attributes;
+    for (std::size_t i = chain.size(); i-- > 0;) {
+        attributes.read(chain[i]);
+        const DrawStyle& own = m_styles.compute(chain[i], attributes, style, m_root, room);
+        if (&own != &style) style = own;
+    }
+    style.displayed = true;
+    return style;
+}
+
+void DrawContext::paintElement(pugi::xml_node element, const DrawStyle& style, const View& view) {
+    ElementWalk(*this, style, view).paint(element, {});
+}
+
+void DrawContext::paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) {
+    ElementWalk(*this, style, view).paintChildren(parent, {});
+}
+
+AFRect DrawContext::boundsOf(const DrawnElement& element) {
+    return boundsOfContent(*this, element);
+}
+
+bool boxUnits(const AFRect& box, AAffine& fromUnits) {
+    fromUnits = {box.Width(), 0, 0, box.Height(), box.left, box.top};
+    return box.Width() > 0 && box.Height() > 0;
+}
+
+}  // namespace svg
