@@ -82,19 +82,20 @@ ConditionIndex::Keys ConditionIndex::keysOf(const ACondition& condition) {
     return keys;
 }
 
-ConditionIndex::Keys ConditionIndex::candidateKeys(const ACondition& other) {
-    Keys keys;
+ConditionIndex::Key ConditionIndex::candidateKey(const ACondition& other, int index) {
     const auto* refers = dynamic_cast<const AReferCondition*>(&other);
-    if (!refers) return keys;
-    if (const AReferItem* item = refers->getReferItem()) {
-        anyItemKey(*item, [&](Key key) {
-            keys.push_back(key);
-            return false;
-        });
-    } else {
-        for (const AString& name : other.getClassNames()) keys.push_back(classKey(name));
+    if (!refers) return 0;
+    const AReferItem* item = refers->getReferItem();
+    if (!item) {
+        const AStringArray& names = other.getClassNames();
+        return index < names.GetSize() ? classKey(names[index]) : 0;
     }
-    return keys;
+    Key found = 0;
+    anyItemKey(*item, [&](Key key) {
+        found = index == 0 ? key : 0;
+        return index-- == 0;
+    });
+    return found;
 }
 
 void ConditionIndex::add(const ACondition& condition) {

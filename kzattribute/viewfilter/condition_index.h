@@ -27,7 +27,8 @@ public:
 
     // Makes nothing but the name of a colour that has none yet.
     bool anyMatch(AReferItem& item) const;
-    // A condition that the test accepts, of those whose hasCommonClass with the other may be TRUE.
+    // A condition that the test accepts, of those whose hasCommonClass with the other may be TRUE. Makes no
+    // more than anyMatch does.
     template <class Test>
     const ACondition* findAbout(const ACondition& other, Test test) const;
 
@@ -40,7 +41,8 @@ private:
     using Keys = std::vector<Key>;
 
     static Keys keysOf(const ACondition& condition);
-    static Keys candidateKeys(const ACondition& other);
+    // The key at the index, of those under which conditions about the same may be filed; 0 behind the last.
+    static Key candidateKey(const ACondition& other, int index);
     void makeRoom(std::size_t count);
     void insert(Slot slot);
 
@@ -63,7 +65,8 @@ private:
 template <class Test>
 const ACondition* ConditionIndex::findAbout(const ACondition& other, Test test) const {
     if (m_used > 0) {
-        for (const Key key : candidateKeys(other)) {
+        Key key = 0;
+        for (int i = 0; (key = candidateKey(other, i)) != 0; ++i) {
             if (const ACondition* found = find(key, test)) return found;
         }
     }
