@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <map>
 #include <new>
 #include <optional>
 
@@ -22,7 +23,8 @@ constexpr char kFooter[] =
     "kzdraw COMMAND --help tells more of a command.\n"
     "Exit status: 0 done, 1 nothing matched, 2 wrong usage or unreadable input.\n\n"
     "Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
-    "  kzdraw select harbour.svg --same-color-as trawler-hull";
+    "  kzdraw select harbour.svg --same-color-as trawler-hull\n"
+    "  kzdraw view harbour.svg --hide crimson -o without.png";
 
 CLI::App* addCommand(CLI::App& program, const char* name, const char* description, const char* footer) {
     CLI::App* command = program.add_subcommand(name, description);
@@ -34,8 +36,40 @@ CLI::Option* addFile(CLI::App* command, std::string& file, const char* descripti
     return command->add_option("FILE", file, description)->type_name("");
 }
 
+CLI::Option* addSize(CLI::App* command, std::string& size) {
+    return command
+        ->add_option("--size", size, "The picture's size in pixels, WIDTHxHEIGHT or WIDTH; else the page's")
+        ->type_name("SIZE");
+}
+
 void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, "Print JSON, one line");
+}
+
+// The four options of "view", each of which starts a tool.
+struct ToolOption {
+    const char* name;
+    const char* tool;
+    const char* description;
+};
+constexpr ToolOption kToolOptions[] = {
+    {"--hide", "AHideThisTool", "Hide what has this color"},
+    {"--show", "AShowThisTool", "Show what has this color"},
+    {"--only", "AHideAllExceptTool", "Hide what has any other color"},
+    {"--except", "AShowAllExceptTool", "Show what has any other color"},
+};
+
+// Each may be given often; their order among each other counts, which only parse_order() tells.
+std::vector<ViewStep> stepsOf(const CLI::App& view) {
+    std::vector<ViewStep> steps;
+    std::map<const CLI::Option*, std::size_t> taken;
+    for (const CLI::Option* option : view.parse_order()) {
+        for (const ToolOption& one : kToolOptions) {
+            if (!option->check_name(one.name)) continue;
+            steps.push_back({one.tool, option->results().at(taken[option]++)});
+        }
+    }
+    return steps;
 }
 
 void setUp(CLI::App& program) {
@@ -112,6 +146,40 @@ int parseAndRun(std::vector<std::string> arguments) {
         }
         status = runSelect(options);
     });
+
+    ViewOptions viewing;
+    std::vector<std::string> colors;  // read by stepsOf
+    std::string out, size;
+    CLI::App* view =
+        addCommand(program, "view", "Show and hide colors; write what is left, or tell",
+                   "A COLOR is the name of a color or #rrggbb; fill:ID and stroke:ID are what the "
+                   "object ID has.\n\n"
+                   "Example:\n  kzdraw view harbour.svg --hide crimson -o without.png\n"
+                   "  kzdraw view harbour.svg --only fill:trawler-hull -o hull.svg");
+    addFile(view, viewing.file, "An SVG drawing")->required();
+    for (const ToolOption& one : kToolOptions) {
+        view->add_option(one.name, colors, one.description)->type_name("COLOR")->allow_extra_args(false);
+    }
+    const CLI::Option* viewOut =
+        view->add_option("-o,--output", out,
+                         "Write a picture, .png, or a drawing, .svg, without what is hidden")
+            ->type_name("FILE");
+    const CLI::Option* viewSize = addSize(view, size);
+    addJson(view, viewing.json);
+    view->final_callback([&] {
+        viewing.steps = stepsOf(*view);
+        if (*viewOut) viewing.out = out;
+        if (*viewSize) viewing.size = size;
+        status = runView(viewing);
+    });
+
+    CLI::App* render = addCommand(program, "render", "Draw a picture of a drawing",
+                                  "Example:\n  kzdraw render harbour.svg -o harbour.png --size 1600x1200");
+    addFile(render, file, "An SVG drawing")->required();
+    render->add_option("-o,--output", out, "The picture, a PNG file")->type_name("FILE")->required();
+    const CLI::Option* renderSize = addSize(render, size);
+    render->final_callback(
+        [&] { status = runRender(file, out, *renderSize ? std::optional(size) : std::nullopt); });
 
     CLI::App* script = addCommand(program, "script", "Run the commands of a script", "");
     script->footer(scriptHelp() + "\nExample:\n  kzdraw script select-boats.kzs");

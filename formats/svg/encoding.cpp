@@ -96,7 +96,8 @@ void convertToUtf8(std::string& bytes) {
     if (converted) {
         bytes = fromWide(bytes, wide);
     } else if (bytes.starts_with("\xEF\xBB\xBF")) {
-        bytes.erase(0, 3);
+        bytes.erase(0, 3);  // the mark was right where the declaration says something else
+        converted = isLatin1(declaredEncoding(bytes));
     } else if (isLatin1(declaredEncoding(bytes))) {
         converted = true;
         std::string out;
