@@ -137,6 +137,29 @@ Gdiplus::LineJoin joinOf(ELineJoin join) {
     return kJoins[static_cast<std::size_t>(join)];
 }
 
+// Discs at the corners of the outline: Wine widens round joins as if they were bevels.
+std::unique_ptr<Gdiplus::GraphicsPath> discsAtJoins(const Gdiplus::GraphicsPath& outline, float radius) {
+    auto discs = std::make_unique<Gdiplus::GraphicsPath>(Gdiplus::FillModeWinding);
+    Gdiplus::PathData data;
+    if (outline.GetPathData(&data) != Gdiplus::Ok) return discs;
+    const auto kind = [&](INT i) { return data.Types[i] & Gdiplus::PathPointTypePathTypeMask; };
+    const auto add = [&](INT i) {
+        const Gdiplus::PointF& at = data.Points[i];
+        discs->AddEllipse(at.X - radius, at.Y - radius, radius * 2, radius * 2);
+    };
+    INT first = 0;
+    for (INT i = 0; i < data.Count; ++i) {
+        if (kind(i) == Gdiplus::PathPointTypeStart) first = i;
+        // The control points of a curve are no corners.
+        if (kind(i) == Gdiplus::PathPointTypeBezier) i += 2;
+        if (i >= data.Count) break;
+        if (data.Types[i] & Gdiplus::PathPointTypeCloseSubpath) add(first);
+        const bool isEnd = i == first || i + 1 == data.Count || kind(i + 1) == Gdiplus::PathPointTypeStart;
+        if (!isEnd || (i != first && (data.Types[i] & Gdiplus::PathPointTypeCloseSubpath))) add(i);
+    }
+    return discs;
+}
+
 bool keepsShapes(const AAffine& t) {
     return (t.a == t.d && t.b == -t.c) || (t.a == -t.d && t.b == t.c);
 }
@@ -214,7 +237,10 @@ struct AOutlineCoverage::Library {
     }
 
     void sample(const Shape& shape) {
+        std::unique_ptr<Gdiplus::GraphicsPath> discs;
         if (shape.pen) {
+            if (shape.pen->GetLineJoin() == Gdiplus::LineJoinRound)
+                discs = discsAtJoins(*shape.path, shape.pen->GetWidth() / 2);
             constexpr float kFlatness = 0.5;
             check(shape.path->Widen(shape.pen, nullptr, kFlatness));
             shape.path->SetFillMode(Gdiplus::FillModeWinding);
@@ -223,8 +249,12 @@ struct AOutlineCoverage::Library {
         const Gdiplus::Matrix matrix(static_cast<float>(t.a), static_cast<float>(t.b),
                                      static_cast<float>(t.c), static_cast<float>(t.d), 0, 0);
         shape.path->Transform(&matrix);
-        const Gdiplus::Region region(shape.path.get());
+        Gdiplus::Region region(shape.path.get());
         check(region.GetLastStatus());
+        if (discs && discs->GetPointCount() > 0) {
+            discs->Transform(&matrix);
+            check(region.Union(discs.get()));
+        }
         const Gdiplus::Matrix asItIs;
         std::vector<Gdiplus::Rect> boxes(region.GetRegionScansCount(&asItIs));
         auto count = static_cast<INT>(boxes.size());
