@@ -10,9 +10,8 @@
 //     }   // the pixels are complete here, or after flush()
 //
 // Coordinates are pixels, the first pixel reaching from 0 to 1; every call brings its own transform to them.
-// Edges are antialiased (Wine's GDI+ does without); edges that lie on pixel edges are exact everywhere. What
-// is not finite draws nothing. Groups with an opacity, masks and filters are made of canvases on images of
-// their own.
+// Edges are antialiased, and exact where they lie on pixel edges. What is not finite draws nothing. Groups
+// with an opacity, masks and filters are made of canvases on images of their own.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,6 @@
-// Outlines are drawn white on black, square by square, and the white is read.
+// Where GDI+ antialiases, outlines are drawn white on black, square by square, and the white is read. Where
+// it does not (Wine), the outline's region is taken many times as large, and what falls into each pixel is
+// added up: exact to a sample, and far quicker there than drawing.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -18,12 +20,16 @@ using std::min;
 
 namespace {
 
-// The side of a square in samples: what single-precision coordinates still place well.
+// The side of a square in pixels: what single-precision coordinates still place well.
 constexpr int kSide = 2048;
 // Where an outline is cut, in samples: GDI+ counts no farther than 2^27 sixteenths.
-constexpr double kFar = 1 << 16;
+constexpr double kFar = 1 << 18;
 // Samples of a pixel in each direction, where GDI+ does not antialias.
-constexpr int kSamples = 4;
+constexpr int kSamples = 8;
+// The thinnest line, in samples: GDI+ draws none thinner than a pixel, and regions have corners on whole
+// samples. A thinner line becomes a fainter one.
+constexpr double kThinnestDrawn = 1;
+constexpr double kThinnestSampled = 2;
 
 void check(Gdiplus::Status status) {
     if (status == Gdiplus::OutOfMemory) throw std::bad_alloc();
@@ -61,10 +67,12 @@ public:
         }
     }
 
-    bool empty() const { return m_points.empty(); }
-    const Gdiplus::PointF* points() const { return m_points.data(); }
-    const BYTE* types() const { return m_types.data(); }
-    INT size() const { return static_cast<INT>(m_points.size()); }
+    // Null without figures.
+    std::unique_ptr<Gdiplus::GraphicsPath> path(Gdiplus::FillMode mode = Gdiplus::FillModeWinding) const {
+        if (m_points.empty()) return nullptr;
+        return std::make_unique<Gdiplus::GraphicsPath>(m_points.data(), m_types.data(),
+                                                       static_cast<INT>(m_points.size()), mode);
+    }
 
 private:
     void add(AFPoint at, BYTE type) {
@@ -79,9 +87,10 @@ private:
 
 // The pixels of one square, one byte of each being the coverage.
 struct Square {
-    Square(int width, int height)
-        : pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)),
-          stride(static_cast<std::size_t>(width)),
+    Square(int across, int down)
+        : width(across),
+          height(down),
+          pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)),
           bitmap(width, height, width * 4, PixelFormat32bppRGB, reinterpret_cast<BYTE*>(pixels.data())),
           graphics(&bitmap) {
         check(bitmap.GetLastStatus());
@@ -91,13 +100,16 @@ struct Square {
         graphics.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
     }
 
-    void clear(int width, int height) {
-        for (int y = 0; y < height; ++y) std::fill_n(row(y), width, 0u);
+    void clear(int across, int down) {
+        for (int y = 0; y < down; ++y) std::fill_n(row(y), across, 0u);
     }
-    std::uint32_t* row(int y) { return &pixels[static_cast<std::size_t>(y) * stride]; }
+    std::uint32_t* row(int y) {
+        return pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
+    }
 
+    int width;
+    int height;
     std::vector<std::uint32_t> pixels;
-    std::size_t stride;
     Gdiplus::Bitmap bitmap;
     Gdiplus::Graphics graphics;
 };
@@ -125,6 +137,29 @@ Gdiplus::LineJoin joinOf(ELineJoin join) {
     return kJoins[static_cast<std::size_t>(join)];
 }
 
+// Discs at the corners of the outline: Wine widens round joins as if they were bevels.
+std::unique_ptr<Gdiplus::GraphicsPath> discsAtJoins(const Gdiplus::GraphicsPath& outline, float radius) {
+    auto discs = std::make_unique<Gdiplus::GraphicsPath>(Gdiplus::FillModeWinding);
+    Gdiplus::PathData data;
+    if (outline.GetPathData(&data) != Gdiplus::Ok) return discs;
+    const auto kind = [&](INT i) { return data.Types[i] & Gdiplus::PathPointTypePathTypeMask; };
+    const auto add = [&](INT i) {
+        const Gdiplus::PointF& at = data.Points[i];
+        discs->AddEllipse(at.X - radius, at.Y - radius, radius * 2, radius * 2);
+    };
+    INT first = 0;
+    for (INT i = 0; i < data.Count; ++i) {
+        if (kind(i) == Gdiplus::PathPointTypeStart) first = i;
+        // The control points of a curve are no corners.
+        if (kind(i) == Gdiplus::PathPointTypeBezier) i += 2;
+        if (i >= data.Count) break;
+        if (data.Types[i] & Gdiplus::PathPointTypeCloseSubpath) add(first);
+        const bool isEnd = i == first || i + 1 == data.Count || kind(i + 1) == Gdiplus::PathPointTypeStart;
+        if (!isEnd || (i != first && (data.Types[i] & Gdiplus::PathPointTypeCloseSubpath))) add(i);
+    }
+    return discs;
+}
+
 bool keepsShapes(const AAffine& t) {
     return (t.a == t.d && t.b == -t.c) || (t.a == -t.d && t.b == t.c);
 }
@@ -132,62 +167,125 @@ bool keepsShapes(const AAffine& t) {
 }  // namespace
 
 struct AOutlineCoverage::Library {
+    // An outline in samples of a square.
+    struct Shape {
+        std::unique_ptr<Gdiplus::GraphicsPath> path;  // null: nothing to see
+        const Gdiplus::Pen* pen = nullptr;            // null: filled
+        AAffine transform{};                          // of path and pen, linear
+    };
+
     Library() {
         ensureGdiplus();
         static const bool smooth = antialiases();
+        isSmooth = smooth;
         samples = smooth ? 1 : kSamples;
     }
 
-    // Calls `draw` for every square, with the transform from pixels to the square's samples, and tells what
-    // it drew. `strength`: what white stands for, from 0 to 1.
-    template <class Draw>
-    void eachSquare(const RECT& area, double strength, const Told& told, Draw draw) {
-        const int side = kSide / samples;
-        for (int top = area.top; top < area.bottom; top += side) {
-            for (int left = area.left; left < area.right; left += side) {
-                const int width = std::min<int>(side, area.right - left);
-                const int height = std::min<int>(side, area.bottom - top);
-                reserve(width * samples, height * samples);
-                square->clear(width * samples, height * samples);
-                draw(square->graphics, AAffine::scaling(samples) * AAffine::translation(-left, -top));
-                square->graphics.Flush(Gdiplus::FlushIntentionSync);
+    // Calls `shapeIn` for every square, with the transform from pixels to the square's samples, and tells
+    // what the shape covers. `strength`: what covering a pixel counts for, from 0 to 1.
+    template <class ShapeIn>
+    void eachSquare(const RECT& area, double strength, const Told& told, ShapeIn shapeIn) {
+        for (int top = area.top; top < area.bottom; top += kSide) {
+            for (int left = area.left; left < area.right; left += kSide) {
+                width = std::min<int>(kSide, area.right - left);
+                height = std::min<int>(kSide, area.bottom - top);
+                Shape shape = shapeIn(AAffine::scaling(samples) * AAffine::translation(-left, -top));
+                if (!shape.path) continue;
+                check(shape.path->GetLastStatus());
+                sums.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+                isSmooth ? draw(shape) : sample(shape);
                 covered.resize(static_cast<std::size_t>(width));
                 for (int y = 0; y < height; ++y) {
-                    readRow(y, strength);
+                    const double scale = strength * 255 / (isSmooth ? 255 : samples * samples);
+                    std::transform(sumRow(y), sumRow(y) + width, covered.begin(), [&](std::uint8_t sum) {
+                        return static_cast<std::uint8_t>(sum * scale + 0.5);
+                    });
                     told(left, top + y, covered);
                 }
             }
         }
     }
 
-    void reserve(int width, int height) {
-        if (width <= reservedWidth && height <= reservedHeight) return;
-        width = std::max(width, reservedWidth);
-        height = std::max(height, reservedHeight);
-        square.reset();
-        reservedWidth = reservedHeight = 0;
-        square = std::make_unique<Square>(width, height);
-        reservedWidth = width;
-        reservedHeight = height;
+    std::uint8_t* sumRow(int y) {
+        return sums.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
     }
 
-    void readRow(int y, double strength) {
-        sums.assign(covered.size(), 0);
-        for (int line = 0; line < samples; ++line) {
-            const std::uint32_t* sample = square->row(y * samples + line);
-            for (std::uint32_t& sum : sums)
-                for (int i = 0; i < samples; ++i) sum += *sample++ & 0xff;
+    void draw(const Shape& shape) {
+        reserve();
+        square->clear(width, height);
+        Gdiplus::Graphics& graphics = square->graphics;
+        const AAffine& t = shape.transform;
+        const Gdiplus::Matrix matrix(static_cast<float>(t.a), static_cast<float>(t.b),
+                                     static_cast<float>(t.c), static_cast<float>(t.d), 0, 0);
+        graphics.SetTransform(&matrix);
+        const Gdiplus::SolidBrush brush(white());
+        check(shape.pen ? graphics.DrawPath(shape.pen, shape.path.get())
+                        : graphics.FillPath(&brush, shape.path.get()));
+        graphics.Flush(Gdiplus::FlushIntentionSync);
+        for (int y = 0; y < height; ++y) {
+            std::transform(square->row(y), square->row(y) + width, sumRow(y),
+                           [](std::uint32_t pixel) { return static_cast<std::uint8_t>(pixel); });
         }
-        const double scale = strength / (samples * samples);
-        std::transform(sums.begin(), sums.end(), covered.begin(),
-                       [&](std::uint32_t sum) { return static_cast<std::uint8_t>(sum * scale + 0.5); });
     }
 
+    void reserve() {
+        if (square && width <= square->width && height <= square->height) return;
+        const int across = std::max(width, square ? square->width : 0);
+        const int down = std::max(height, square ? square->height : 0);
+        square.reset();
+        square = std::make_unique<Square>(across, down);
+    }
+
+    void sample(const Shape& shape) {
+        std::unique_ptr<Gdiplus::GraphicsPath> discs;
+        if (shape.pen) {
+            if (shape.pen->GetLineJoin() == Gdiplus::LineJoinRound)
+                discs = discsAtJoins(*shape.path, shape.pen->GetWidth() / 2);
+            constexpr float kFlatness = 0.5;
+            check(shape.path->Widen(shape.pen, nullptr, kFlatness));
+            shape.path->SetFillMode(Gdiplus::FillModeWinding);
+        }
+        const AAffine& t = shape.transform;
+        const Gdiplus::Matrix matrix(static_cast<float>(t.a), static_cast<float>(t.b),
+                                     static_cast<float>(t.c), static_cast<float>(t.d), 0, 0);
+        shape.path->Transform(&matrix);
+        Gdiplus::Region region(shape.path.get());
+        check(region.GetLastStatus());
+        if (discs && discs->GetPointCount() > 0) {
+            discs->Transform(&matrix);
+            check(region.Union(discs.get()));
+        }
+        const Gdiplus::Matrix asItIs;
+        std::vector<Gdiplus::Rect> boxes(region.GetRegionScansCount(&asItIs));
+        auto count = static_cast<INT>(boxes.size());
+        if (count == 0 || region.GetRegionScans(&asItIs, boxes.data(), &count) != Gdiplus::Ok) return;
+        for (const Gdiplus::Rect& box : boxes) addSamples(box);
+    }
+
+    void addSamples(const Gdiplus::Rect& box) {
+        const int left = std::max(box.X, 0);
+        const int top = std::max(box.Y, 0);
+        const int right = std::min(box.X + box.Width, width * samples);
+        const int bottom = std::min(box.Y + box.Height, height * samples);
+        // How many of its samples the pixel has between two samples.
+        const auto within = [this](int pixel, int first, int last) {
+            return std::min(last, (pixel + 1) * samples) - std::max(first, pixel * samples);
+        };
+        for (int y = top / samples; y * samples < bottom && top < bottom; ++y) {
+            const int lines = within(y, top, bottom);
+            std::uint8_t* sum = sumRow(y);
+            for (int x = left / samples; x * samples < right && left < right; ++x)
+                sum[x] = static_cast<std::uint8_t>(sum[x] + lines * within(x, left, right));
+        }
+    }
+
+    bool isSmooth = true;
     int samples = 1;
     std::unique_ptr<Square> square;
-    int reservedWidth = 0;
-    int reservedHeight = 0;
-    std::vector<std::uint32_t> sums;
+    // Of the present square, in pixels.
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> sums;  // how many samples are covered; or the white that was drawn
     std::vector<std::uint8_t> covered;
 };
 
@@ -196,56 +294,39 @@ AOutlineCoverage::~AOutlineCoverage() = default;
 
 void AOutlineCoverage::fill(const APath& path, const AAffine& toPixels, EFillRule rule, const RECT& area,
                             const Told& told) {
-    const Gdiplus::SolidBrush brush(white());
     const Gdiplus::FillMode mode =
         rule == EFillRule::evenOdd ? Gdiplus::FillModeAlternate : Gdiplus::FillModeWinding;
-    m_library->eachSquare(area, 1, told, [&](Gdiplus::Graphics& graphics, const AAffine& toSamples) {
+    m_library->eachSquare(area, 1, told, [&](const AAffine& toSamples) -> Library::Shape {
         APath placed = transformed(path, toSamples * toPixels);
-        if (!placed.isFinite()) return;
+        if (!placed.isFinite()) return {};
         const AFRect box = placed.bounds();
         if (box.left < -kFar || box.top < -kFar || box.right > kFar || box.bottom > kFar)
             placed = cutForFill(placed, AAffine(), {-kFar, -kFar, kFar, kFar});
-        const Outline outline(placed);
-        if (outline.empty()) return;
-        const Gdiplus::GraphicsPath drawn(outline.points(), outline.types(), outline.size(), mode);
-        check(drawn.GetLastStatus());
-        check(graphics.FillPath(&brush, &drawn));
+        return {Outline(placed).path(mode)};
     });
 }
 
 void AOutlineCoverage::stroke(const APath& path, const AAffine& toPixels, const AStrokeStyle& pen,
                               const RECT& area, const Told& told) {
-    const double pixelWidth = pen.width * toPixels.scale();
-    const double sampleWidth = pixelWidth * m_library->samples;
-    // GDI+ draws no line thinner than a pixel: a thinner one becomes a fainter one.
-    const double strength = std::min(sampleWidth, 1.0);
-    const double width = std::max(sampleWidth, 1.0);
-    Gdiplus::Pen drawing(white(), static_cast<float>(width));
+    const double thinnest = m_library->isSmooth ? kThinnestDrawn : kThinnestSampled;
+    const double width = pen.width * toPixels.scale() * m_library->samples;
+    Gdiplus::Pen drawing(white(), static_cast<float>(std::max(width, thinnest)));
     drawing.SetLineCap(capOf(pen.cap), capOf(pen.cap), Gdiplus::DashCapFlat);
     drawing.SetLineJoin(joinOf(pen.join));
     drawing.SetMiterLimit(static_cast<float>(std::max(pen.miterLimit, 1.0)));
-    m_library->eachSquare(area, strength, told, [&](Gdiplus::Graphics& graphics, const AAffine& toSamples) {
+    const double strength = std::min(width / thinnest, 1.0);
+    m_library->eachSquare(area, strength, told, [&](const AAffine& toSamples) -> Library::Shape {
         const AAffine whole = toSamples * toPixels;
+        if (keepsShapes(whole)) return {Outline(transformed(path, whole)).path(), &drawing};
+        // The pen's own shape comes from a transform that makes no lengths longer or shorter on average, of
+        // an outline that starts near the square.
         const double scale = whole.scale();
-        // The pen's own shape comes from the transform of the graphics: one that makes no lengths longer or
-        // shorter on average, and starts near the outline.
-        AAffine shape;
-        AAffine toShape = whole;
-        if (!keepsShapes(whole)) {
-            const std::optional<AAffine> back = whole.inverse();
-            if (!back || !(scale > 0)) return;
-            const AFPoint origin = back->apply({0, 0});
-            shape = {whole.a / scale, whole.b / scale, whole.c / scale, whole.d / scale, 0, 0};
-            toShape = AAffine::scaling(scale) * AAffine::translation(-origin.x, -origin.y);
-        }
-        const Outline outline(transformed(path, toShape));
-        if (outline.empty()) return;
-        const Gdiplus::GraphicsPath drawn(outline.points(), outline.types(), outline.size());
-        check(drawn.GetLastStatus());
-        const Gdiplus::Matrix matrix(static_cast<float>(shape.a), static_cast<float>(shape.b),
-                                     static_cast<float>(shape.c), static_cast<float>(shape.d), 0, 0);
-        graphics.SetTransform(&matrix);
-        check(graphics.DrawPath(&drawing, &drawn));
-        graphics.ResetTransform();
+        const std::optional<AAffine> back = whole.inverse();
+        if (!back || !(scale > 0)) return {};
+        const AFPoint origin = back->apply({0, 0});
+        const AAffine toShape = AAffine::scaling(scale) * AAffine::translation(-origin.x, -origin.y);
+        return {Outline(transformed(path, toShape)).path(),
+                &drawing,
+                {whole.a / scale, whole.b / scale, whole.c / scale, whole.d / scale, 0, 0}};
     });
 }

@@ -134,7 +134,9 @@ Sum sumOf(std::uint32_t pixel) {
 }
 
 std::uint32_t pixelOf(const Sum& sum) {
-    const auto rounded = [](double value) { return static_cast<std::uint32_t>(std::min(value + 0.5, 255.0)); };
+    const auto rounded = [](double value) {
+        return static_cast<std::uint32_t>(std::min(value + 0.5, 255.0));
+    };
     return rounded(sum.alpha) << 24 | rounded(sum.red) << 16 | rounded(sum.green) << 8 | rounded(sum.blue);
 }
 

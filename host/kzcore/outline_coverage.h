@@ -4,8 +4,8 @@
 //         // `covered`: of the pixels from (x, y) on to the right, each from 0 to 255
 //     });
 //
-// Every pixel of the area is told once, in pieces of rows. Edges are antialiased, and exact where they lie on
-// pixel edges; where the library does not antialias (Wine), each pixel is asked for sixteen times.
+// The area's pixels are told in pieces of rows, each once; what is not told is not covered. Edges are
+// antialiased, and exact where they lie on pixel edges.
 #pragma once
 
 #include <functional>
