@@ -79,6 +79,14 @@ bool DrawContext::spend(std::size_t elements) {
     return enough;
 }
 
+bool DrawContext::takeGroup(std::size_t pixels) {
+    // A dozen screens of the largest kind in one another, sixty of the usual size.
+    constexpr std::size_t kMostGroupPixels = std::size_t{1} << 27;
+    if (pixels > kMostGroupPixels - m_groupPixels) return false;
+    m_groupPixels += pixels;
+    return true;
+}
+
 DrawStyle DrawContext::styleAt(pugi::xml_node element) {
     std::vector<pugi::xml_node> chain;
     for (pugi::xml_node at = element; at.type() == pugi::node_element; at = at.parent()) chain.push_back(at);

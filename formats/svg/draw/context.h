@@ -106,6 +106,10 @@ public:
     // more.
     bool spend(std::size_t elements);
 
+    // Counts the pixels of the pictures of groups that are open; false when there are too many.
+    bool takeGroup(std::size_t pixels);
+    void releaseGroup(std::size_t pixels) { m_groupPixels -= pixels; }
+
     // The style of an element as it stands in the tree, with what it inherits there: for patterns, markers,
     // masks and clip paths, which do not inherit from what refers to them. It counts as displayed, as
     // definitions show wherever they stand.
@@ -137,6 +141,7 @@ private:
     RECT m_touched{0, 0, 0, 0};
     std::vector<pugi::xml_node> m_visited;
     std::size_t m_repeatable;
+    std::size_t m_groupPixels = 0;
     std::array<std::unique_ptr<DrawCache>, static_cast<std::size_t>(CacheOf::count)> m_caches;
 };
 

@@ -1,6 +1,7 @@
 #include "formats/svg/draw/effect.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "formats/svg/draw/clip.h"
 #include "formats/svg/draw/filters.h"
@@ -59,6 +60,7 @@ constexpr LONG kWorthKeeping = 4096;
 Effect::~Effect() {
     // Left without an end: nothing is drawn, but the canvas is as before.
     m_on.reset();
+    m_context.releaseGroup(m_pixels);
     popClips();
 }
 
@@ -107,6 +109,10 @@ bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const REC
     }
     const LONG width = area.right - area.left;
     const LONG height = area.bottom - area.top;
+    const std::size_t pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    // Groups in groups without end: the innermost ones are drawn as if they were none.
+    if (!m_context.takeGroup(pixels)) return true;
+    m_pixels = pixels;
     m_lent = !m_filtered && width * height >= kWorthKeeping;
     m_image =
         m_lent ? m_context.cache<GroupImages>(CacheOf::groups).take(width, height) : AImage(width, height);
@@ -129,6 +135,7 @@ void Effect::finishImage() {
     if (!isEmpty(touched)) compose(touched);
     if (m_lent) m_context.cache<GroupImages>(CacheOf::groups).giveBack(std::move(m_image), touched);
     m_image = AImage();
+    m_context.releaseGroup(std::exchange(m_pixels, 0));
 }
 
 void Effect::compose(const RECT& touched) {

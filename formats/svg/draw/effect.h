@@ -55,7 +55,8 @@ private:
     bool m_filtered = false;
     AImage m_image;
     std::unique_ptr<ACanvas> m_canvas;
-    bool m_lent = false;  // the image is the groups' and has to be given back
+    std::size_t m_pixels = 0;  // of the image, counted in the context
+    bool m_lent = false;       // the image is the groups' and has to be given back
     std::optional<DrawContext::OnCanvas> m_on;
 };
 

@@ -30,13 +30,13 @@ double numberOf(pugi::xml_node node, const char* name, double missing = 0) {
 }
 
 template <class T>
-struct Word {
+struct Choice {
     std::string_view word;
     T value;
 };
 template <class T, std::size_t Count>
-T valueOf(std::string_view text, const Word<T> (&words)[Count], T otherwise) {
-    for (const Word<T>& one : words) {
+T valueOf(std::string_view text, const Choice<T> (&words)[Count], T otherwise) {
+    for (const Choice<T>& one : words) {
         if (one.word == text) return one.value;
     }
     return otherwise;
@@ -115,7 +115,7 @@ void FilterReader::readMerge(FilterStep& step) {
 }
 
 void FilterReader::readBlend(FilterStep& step) {
-    constexpr Word<BlendMode> kModes[] = {
+    constexpr Choice<BlendMode> kModes[] = {
         {"multiply", BlendMode::multiply},    {"screen", BlendMode::screen},
         {"darken", BlendMode::darken},        {"lighten", BlendMode::lighten},
         {"overlay", BlendMode::overlay},      {"color-dodge", BlendMode::colorDodge},
@@ -132,7 +132,7 @@ void FilterReader::readComposite(FilterStep& step) {
         step.apply = [=](const StepInputs& in) { return mixImages(*in.images[0], *in.images[1], k); };
         return;
     }
-    constexpr Word<CompositeMode> kModes[] = {
+    constexpr Choice<CompositeMode> kModes[] = {
         {"in", CompositeMode::in},           {"out", CompositeMode::out},
         {"atop", CompositeMode::atop},       {"xor", CompositeMode::exclusiveOr},
         {"lighter", CompositeMode::lighter},
@@ -164,7 +164,7 @@ void FilterReader::readTransfer(FilterStep& step) {
     for (auto& table : tables) {
         for (std::size_t i = 0; i < table.size(); ++i) table[i] = static_cast<std::uint8_t>(i);
     }
-    constexpr Word<int> kFunctions[] = {{"feFuncR", 0}, {"feFuncG", 1}, {"feFuncB", 2}, {"feFuncA", 3}};
+    constexpr Choice<int> kFunctions[] = {{"feFuncR", 0}, {"feFuncG", 1}, {"feFuncB", 2}, {"feFuncA", 3}};
     for (pugi::xml_node child = m_node.first_child(); child; child = child.next_sibling()) {
         const int channel = valueOf(splitName(child.name()).local, kFunctions, -1);
         if (channel >= 0) tables[static_cast<std::size_t>(channel)] = transferTable(child);
@@ -235,13 +235,13 @@ void FilterReader::readLighting(FilterStep& step) {
     const double scale = m_area.view.toDrawing.scale();
     light.surfaceScale = number("surfaceScale", 1) * scale;
     light.color = colorValues(m_style.own.lightingColor, m_style.color, 1, step.linear);
-    constexpr Word<Light::Kind> kKinds[] = {{"feDistantLight", Light::Kind::distant},
-                                            {"fePointLight", Light::Kind::point},
-                                            {"feSpotLight", Light::Kind::spot}};
+    constexpr Choice<Light::Kind> kKinds[] = {{"feDistantLight", Light::Kind::distant},
+                                              {"fePointLight", Light::Kind::point},
+                                              {"feSpotLight", Light::Kind::spot}};
     pugi::xml_node source;
     for (pugi::xml_node child = m_node.first_child(); child && !source; child = child.next_sibling()) {
         const std::string_view name = splitName(child.name()).local;
-        for (const Word<Light::Kind>& kind : kKinds) {
+        for (const Choice<Light::Kind>& kind : kKinds) {
             if (kind.word != name) continue;
             source = child;
             light.kind = kind.value;
@@ -290,7 +290,7 @@ void FilterReader::readConvolve(FilterStep& step) {
     c.bias = number("bias");
     c.targetX = static_cast<int>(std::clamp(number("targetX", c.columns / 2), 0.0, c.columns - 1.0));
     c.targetY = static_cast<int>(std::clamp(number("targetY", c.rows / 2), 0.0, c.rows - 1.0));
-    constexpr Word<EdgeMode> kEdges[] = {{"none", EdgeMode::none}, {"wrap", EdgeMode::wrap}};
+    constexpr Choice<EdgeMode> kEdges[] = {{"none", EdgeMode::none}, {"wrap", EdgeMode::wrap}};
     c.edges = valueOf(word("edgeMode"), kEdges, EdgeMode::duplicate);
     c.keepsAlpha = word("preserveAlpha") == "true";
     step.reach = std::max(c.columns, c.rows);
@@ -302,7 +302,7 @@ void FilterReader::readConvolve(FilterStep& step) {
 }
 
 void FilterReader::readDisplacement(FilterStep& step) {
-    constexpr Word<int> kComponents[] = {{"R", 0}, {"G", 1}, {"B", 2}, {"A", 3}};
+    constexpr Choice<int> kComponents[] = {{"R", 0}, {"G", 1}, {"B", 2}, {"A", 3}};
     const int x = valueOf(word("xChannelSelector"), kComponents, 3);
     const int y = valueOf(word("yChannelSelector"), kComponents, 3);
     const double amount = number("scale");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "formats/svg/draw/pixel_area.h"
 #include "formats/svg/text_scan.h"
 
 namespace svg {
@@ -23,12 +24,6 @@ AFRect readRect(pugi::xml_node node, bool ofBox, const Affine& fromUnit, const L
     const double width = get("width", Axis::horizontal, fromUnit.a, 0, missing.Width());
     const double height = get("height", Axis::vertical, fromUnit.d, 0, missing.Height());
     return {finite(x), finite(y), finite(x + width), finite(y + height)};
-}
-
-RECT intersected(const RECT& a, const RECT& b) {
-    const RECT both{std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-                    std::min(a.bottom, b.bottom)};
-    return both.left < both.right && both.top < both.bottom ? both : RECT{};
 }
 
 }  // namespace
@@ -87,7 +82,7 @@ void FilterReader::readStep(const Primitive& primitive) {
     m_style = m_context.styleAt(m_node);
     FilterStep step;
     step.linear = m_style.linearFilters;
-    step.area = intersected(pixelRect(rectBounds(m_area.view.toDrawing, subregion())), m_graph.region);
+    step.area = intersection(pixelRect(rectBounds(m_area.view.toDrawing, subregion())), m_graph.region);
     if (primitive.inputs > 0) step.inputs.push_back(inputOf(m_node, "in"));
     if (primitive.inputs > 1) step.inputs.push_back(inputOf(m_node, "in2"));
     (this->*primitive.read)(step);

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "formats/svg/draw/filter_graph.h"
+#include "formats/svg/draw/pixel_area.h"
 
 namespace svg {
 
@@ -15,16 +16,6 @@ namespace {
 constexpr std::size_t kMostKeptPixels = std::size_t{1} << 27;
 // How far outside of what is seen a filter looks, at least; further only as far as the seen is large.
 constexpr LONG kUsualMargin = 256;
-
-bool isEmpty(const RECT& rect) {
-    return rect.left >= rect.right || rect.top >= rect.bottom;
-}
-
-RECT intersected(const RECT& a, const RECT& b) {
-    const RECT both{std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-                    std::min(a.bottom, b.bottom)};
-    return isEmpty(both) ? RECT{} : both;
-}
 
 RECT moved(const RECT& rect, POINT by) {
     return {rect.left - by.x, rect.top - by.y, rect.right - by.x, rect.bottom - by.y};
@@ -60,7 +51,7 @@ public:
         : m_graph(graph),
           m_origin(origin),
           m_size{0, 0, picture.width(), picture.height()},
-          m_region(intersected(moved(graph.region, origin), m_size)),
+          m_region(intersection(moved(graph.region, origin), m_size)),
           m_results(graph.steps.size()) {
         cropImage(picture, m_region);
         m_source.emplace(std::move(picture), false, m_region);
@@ -108,7 +99,7 @@ private:
         const FilterStep& step = m_graph.steps[index];
         StepInputs inputs;
         inputs.origin = m_origin;
-        inputs.area = intersected(moved(step.area, m_origin), m_size);
+        inputs.area = intersection(moved(step.area, m_origin), m_size);
         for (const int input : step.inputs) {
             Result& result = resultOf(input);
             inputs.images.push_back(&result.get(step.linear));
@@ -150,18 +141,18 @@ RECT filterBounds(DrawContext& context, const FilterArea& area, const RECT& visi
     RECT bounds = visible;
     for (std::size_t i = graphs.size(); i-- > 0;) {
         const FilterGraph& graph = graphs[i];
-        bounds = intersected(bounds, graph.region);
+        bounds = intersection(bounds, graph.region);
         if (isEmpty(bounds) || graph.steps.empty()) return {};
         double reach = 0;
         for (const FilterStep& step : graph.steps) reach += step.reach;
         const int margin = wholePixels(std::ceil(std::min(std::isnan(reach) ? most : reach, most)));
         const RECT grown{bounds.left - margin, bounds.top - margin, bounds.right + margin,
                          bounds.bottom + margin};
-        bounds = intersected(grown, graph.region);
+        bounds = intersection(grown, graph.region);
     }
     const auto margin = static_cast<LONG>(most);
-    return intersected(bounds, {visible.left - margin, visible.top - margin, visible.right + margin,
-                                visible.bottom + margin});
+    return intersection(bounds, {visible.left - margin, visible.top - margin, visible.right + margin,
+                                 visible.bottom + margin});
 }
 
 void applyFilter(DrawContext& context, const FilterArea& area, AImage& image, POINT origin) {

@@ -5,13 +5,14 @@
 #include <list>
 #include <optional>
 
+#include "formats/svg/base64.h"
 #include "formats/svg/text_scan.h"
 
 namespace svg {
 
 namespace {
 
-constexpr std::size_t kMostCachedBytes = std::size_t{1} << 28;
+constexpr std::size_t kMostImageBytes = std::size_t{1} << 28;
 constexpr double kLeastScale = 1e-9;
 
 // Decoded images, the last used one first. A data URI is found by its address: attributes stay where they are
@@ -27,13 +28,6 @@ struct ImageCache : DrawCache {
 
 std::size_t bytesOf(const AImage& image) {
     return image.pixels().size() * sizeof(std::uint32_t);
-}
-
-int base64Digit(char c) {
-    if (c >= 'A' && c <= 'Z') return c - 'A';
-    if (c >= 'a' && c <= 'z') return c - 'a' + 26;
-    if (isDigit(c)) return c - '0' + 52;
-    return c == '+' || c == '-' ? 62 : c == '/' || c == '_' ? 63 : -1;
 }
 
 int hexDigit(char c) {
@@ -106,7 +100,7 @@ const AImage& cachedImage(DrawContext& context, std::string_view uri) {
     cache.images.push_front({uri.data(), decodeUri(uri)});
     cache.bytes += bytesOf(cache.images.front().image);
     constexpr std::size_t kMostImages = 1024;
-    while ((cache.bytes > kMostCachedBytes || cache.images.size() > kMostImages) && cache.images.size() > 1) {
+    while ((cache.bytes > kMostImageBytes || cache.images.size() > kMostImages) && cache.images.size() > 1) {
         cache.bytes -= bytesOf(cache.images.back().image);
         cache.images.pop_back();
     }

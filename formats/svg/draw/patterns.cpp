@@ -20,7 +20,7 @@ namespace svg {
 namespace {
 
 constexpr int kLongestChain = 32;
-constexpr std::size_t kMostCachedBytes = std::size_t{1} << 26;
+constexpr std::size_t kMostTileBytes = std::size_t{1} << 26;
 constexpr double kMostTilePixels = 1 << 22;
 // Tiles smaller than this are repeated within the image until they fit the pixels.
 constexpr double kSmallTile = 128;
@@ -299,7 +299,7 @@ void shrink(TileCache& cache) {
         if (!at->keeps) cache.bytes -= bytesOf(*at);
         at = at->keeps ? std::next(at) : cache.tiles.erase(at);
     }
-    while ((cache.bytes > kMostCachedBytes || cache.tiles.size() > kMostTiles) && cache.tiles.size() > 1) {
+    while ((cache.bytes > kMostTileBytes || cache.tiles.size() > kMostTiles) && cache.tiles.size() > 1) {
         cache.bytes -= bytesOf(cache.tiles.back());
         cache.tiles.pop_back();
     }

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "formats/svg/encoding.h"
 #include "formats/svg/text_scan.h"
 
 namespace svg {
@@ -9,7 +10,7 @@ namespace svg {
 namespace {
 
 constexpr int kDeepestText = 64;  // parts within parts
-constexpr char32_t kReplacement = 0xfffd;
+constexpr char32_t kNoCharacter = 0xfffd;
 constexpr char32_t kJoiner = 0x200d;
 constexpr double kSubShift = -0.2;  // of the font size around
 constexpr double kSuperShift = 0.33;
@@ -28,26 +29,7 @@ char32_t takeCharacter(std::string_view& text) {
     constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
     good = good && code >= kLeast[size] && code <= 0x10ffff && !(code >= 0xd800 && code < 0xe000);
     text.remove_prefix(good ? size : 1);
-    return good ? code : kReplacement;
-}
-
-void appendUtf8(std::string& bytes, char32_t code) {
-    const auto add = [&](char32_t byte) {
-        bytes.push_back(static_cast<char>(static_cast<unsigned char>(byte)));
-    };
-    if (code < 0x80) return add(code);
-    if (code < 0x800) {
-        add(0xc0 | code >> 6);
-    } else {
-        if (code < 0x10000) {
-            add(0xe0 | code >> 12);
-        } else {
-            add(0xf0 | code >> 18);
-            add(0x80 | (code >> 12 & 0x3f));
-        }
-        add(0x80 | (code >> 6 & 0x3f));
-    }
-    add(0x80 | (code & 0x3f));
+    return good ? code : kNoCharacter;
 }
 
 // Calls use(std::string_view) for the entries of a list separated by white space or commas.
