@@ -422,6 +422,52 @@ void strokeTraced(cairo_t* cairo, const Pen& pen, const AAffine& toPixels, doubl
     if (!pen.dashes.empty()) cairo_set_dash(cairo, nullptr, 0, 0);
 }
 
+// Where figures have no length, in the path's coordinates.
+std::vector<AFPoint> dotsOf(const APath& path) {
+    std::vector<AFPoint> dots;
+    const AFPoint* point = path.points().data();
+    AFPoint start;
+    bool dot = false;  // segments, and none of any length
+    bool length = false;
+    const auto end = [&] {
+        if (dot && !length) dots.push_back(start);
+        dot = length = false;
+    };
+    for (APath::EVerb verb : path.verbs()) {
+        const int count = verb == APath::EVerb::curve ? 3 : verb == APath::EVerb::close ? 0 : 1;
+        if (verb == APath::EVerb::move) {
+            end();
+            start = *point;
+        } else {
+            dot = true;
+            for (int i = 0; i < count; ++i) length = length || point[i].x != start.x || point[i].y != start.y;
+        }
+        point += count;
+        if (verb == APath::EVerb::close) end();
+    }
+    end();
+    return dots;
+}
+
+// cairo leaves out dots with square caps, since nothing tells their direction: here they are level. A dash of
+// no length is one.
+void strokeSquareDots(cairo_t* cairo, const APath& path, const Pen& pen, const AAffine& toPixels) {
+    const std::vector<AFPoint> dots = dotsOf(path);
+    if (dots.empty()) return;
+    AFPoint along = toPixels.applyLinear({1, 0});
+    const double length = std::hypot(along.x, along.y);
+    along = {along.x / length, along.y / length};
+    for (const AFPoint& dot : dots) {
+        const AFPoint at = toPixels.apply(dot);
+        if (std::fabs(at.x) > kFar || std::fabs(at.y) > kFar) continue;
+        cairo_move_to(cairo, at.x, at.y);
+        cairo_line_to(cairo, at.x + along.x, at.y + along.y);
+    }
+    Pen square = pen;
+    square.dashes = {0, 2 + 2 / length};  // longer than the line, in either measure
+    strokeTraced(cairo, square, toPixels, 0);
+}
+
 }  // namespace
 
 void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& paint,
@@ -440,6 +486,7 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
     cairo_set_line_cap(cairo, kCaps[static_cast<std::size_t>(style.cap)]);
     cairo_set_line_join(cairo, kJoins[static_cast<std::size_t>(style.join)]);
     cairo_set_miter_limit(cairo, pen->miterLimit);
+    if (style.cap == ELineCap::square) strokeSquareDots(cairo, path, *pen, toPixels);
     const double dashes = dashCount(*pen, library.points, toPixels);
     if (Library::isWithin(*box, kFar) && dashes < kManyDashes) {
         trace(cairo, path, library.points.data());

@@ -1,5 +1,6 @@
 // Pango's objects live as long as the process and are for one thread at a time.
 #include <cairo.h>
+#include <fontconfig/fontconfig.h>
 #include <pango/pangocairo.h>
 
 #include <algorithm>
@@ -36,7 +37,8 @@ public:
     Layouter()
         : m_fonts(pango_cairo_font_map_new()),
           m_context(pango_font_map_create_context(m_fonts.get())),
-          m_surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1)),
+          // Without bounds: cairo leaves out the glyphs that lie beside a surface.
+          m_surface(cairo_recording_surface_create(CAIRO_CONTENT_ALPHA, nullptr)),
           m_cairo(cairo_create(m_surface.get())) {
         const Held<cairo_font_options_t> options(cairo_font_options_create());
         cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
@@ -60,6 +62,12 @@ public:
     }
 
 private:
+    // Behind everything that uses fonts.
+    struct LastOfFonts {
+        ~LastOfFonts() { FcFini(); }
+    };
+
+    LastOfFonts m_last;
     Held<PangoFontMap> m_fonts;
     Held<PangoContext> m_context;
     Held<PangoLayout> m_layout;

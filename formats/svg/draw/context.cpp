@@ -4,6 +4,7 @@
 
 #include "formats/svg/draw/bounding_box.h"
 #include "formats/svg/draw/element_walk.h"
+#include "formats/svg/draw/pixel_area.h"
 
 namespace svg {
 
@@ -40,8 +41,21 @@ void DrawContext::popClip() {
     m_clipBounds = m_canvas->clipBounds();
 }
 
+void DrawContext::touch(const RECT& area) {
+    const RECT seen = intersection(area, m_clipBounds);
+    if (isEmpty(seen)) return;
+    m_touched = isEmpty(m_touched)
+                    ? seen
+                    : RECT{std::min(seen.left, m_touched.left), std::min(seen.top, m_touched.top),
+                           std::max(seen.right, m_touched.right), std::max(seen.bottom, m_touched.bottom)};
+}
+
 DrawContext::OnCanvas::OnCanvas(DrawContext& context, ACanvas& canvas)
-    : m_context(context), m_before(context.m_canvas), m_boundsBefore(context.m_clipBounds) {
+    : m_context(context),
+      m_before(context.m_canvas),
+      m_boundsBefore(context.m_clipBounds),
+      m_touchedBefore(context.m_touched) {
+    context.m_touched = {0, 0, 0, 0};
     context.m_canvas = &canvas;
     context.m_clipBounds = canvas.clipBounds();
 }
@@ -49,6 +63,7 @@ DrawContext::OnCanvas::OnCanvas(DrawContext& context, ACanvas& canvas)
 DrawContext::OnCanvas::~OnCanvas() {
     m_context.m_canvas = m_before;
     m_context.m_clipBounds = m_boundsBefore;
+    m_context.m_touched = m_touchedBefore;
 }
 
 bool DrawContext::enterReference(pugi::xml_node node) {

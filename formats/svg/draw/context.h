@@ -28,6 +28,7 @@ enum class CacheOf : std::uint8_t {
     gradients,
     brushes,
     clips,
+    groups,
     tiles,
     images,
     markers,
@@ -61,6 +62,10 @@ public:
     const RECT& clipBounds() const { return m_clipBounds; }
     void pushClip(const APath& path, const AAffine& toPixels, EFillRule rule);
     void popClip();
+    // To be called with the pixels that are about to be drawn on, at least: the picture of a group is put on
+    // the canvas below where it was touched.
+    void touch(const RECT& area);
+    const RECT& touched() const { return m_touched; }
 
     // While it lives, drawing goes to another canvas.
     class OnCanvas {
@@ -74,6 +79,7 @@ public:
         DrawContext& m_context;
         ACanvas* m_before;
         RECT m_boundsBefore;
+        RECT m_touchedBefore;
     };
 
     // Marks an element that a reference led to as being drawn. False when it is being drawn already (it would
@@ -128,6 +134,7 @@ private:
     View m_root;
     ACanvas* m_canvas;
     RECT m_clipBounds;
+    RECT m_touched{0, 0, 0, 0};
     std::vector<pugi::xml_node> m_visited;
     std::size_t m_repeatable;
     std::array<std::unique_ptr<DrawCache>, static_cast<std::size_t>(CacheOf::count)> m_caches;

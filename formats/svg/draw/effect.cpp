@@ -1,5 +1,7 @@
 #include "formats/svg/draw/effect.h"
 
+#include <algorithm>
+
 #include "formats/svg/draw/clip.h"
 #include "formats/svg/draw/filters.h"
 #include "formats/svg/draw/mask.h"
@@ -7,6 +9,52 @@
 #include "formats/svg/transform.h"
 
 namespace svg {
+
+namespace {
+
+// Clean images that serve one group after another: a drawing may have a hundred thousand groups that show
+// through, each touching a few pixels of an image as large as the canvas.
+struct GroupImages : DrawCache {
+    static constexpr std::size_t kMost = 8;
+
+    AImage take(int width, int height) {
+        for (std::size_t i = 0; i < images.size(); ++i) {
+            if (images[i].width() != width || images[i].height() != height) continue;
+            AImage image = std::move(images[i]);
+            images.erase(images.begin() + static_cast<std::ptrdiff_t>(i));
+            return image;
+        }
+        return AImage(width, height);
+    }
+    void giveBack(AImage image, const RECT& touched) {
+        for (int y = touched.top; y < touched.bottom; ++y) {
+            std::uint32_t* const row = image.row(y);
+            std::fill(row + touched.left, row + touched.right, 0);
+        }
+        if (images.size() == kMost) images.erase(images.begin());
+        images.push_back(std::move(image));
+    }
+
+    std::vector<AImage> images;
+};
+
+AImage partOf(const AImage& image, const RECT& area) {
+    AImage part(area.right - area.left, area.bottom - area.top);
+    for (int y = 0; y < part.height(); ++y) {
+        const std::uint32_t* const row = image.row(area.top + y);
+        std::copy(row + area.left, row + area.right, part.row(y));
+    }
+    return part;
+}
+
+bool isEqual(const RECT& a, const RECT& b) {
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+// An image of less is made faster than looked for.
+constexpr LONG kWorthKeeping = 4096;
+
+}  // namespace
 
 Effect::~Effect() {
     // Left without an end: nothing is drawn, but the canvas is as before.
@@ -57,7 +105,11 @@ bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const REC
         area = filterBounds(m_context, {m_style.filter, m_box, m_outerView, m_style}, area);
         if (isEmpty(area)) return false;
     }
-    m_image = AImage(area.right - area.left, area.bottom - area.top);
+    const LONG width = area.right - area.left;
+    const LONG height = area.bottom - area.top;
+    m_lent = !m_filtered && width * height >= kWorthKeeping;
+    m_image =
+        m_lent ? m_context.cache<GroupImages>(CacheOf::groups).take(width, height) : AImage(width, height);
     m_canvas = std::make_unique<ACanvas>(pixelsOf(m_image));
     m_area = area;
     m_view.toDrawing = shift() * m_view.toDrawing;
@@ -71,16 +123,26 @@ void Effect::end() {
 }
 
 void Effect::finishImage() {
+    const RECT touched = m_filtered ? RECT{0, 0, m_image.width(), m_image.height()} : m_context.touched();
     m_on.reset();
     m_canvas.reset();  // the pixels are complete
+    if (!isEmpty(touched)) compose(touched);
+    if (m_lent) m_context.cache<GroupImages>(CacheOf::groups).giveBack(std::move(m_image), touched);
+    m_image = AImage();
+}
+
+void Effect::compose(const RECT& touched) {
     if (m_filtered)
         applyFilter(m_context, {m_style.filter, m_box, m_outerView, m_style}, m_image,
                     {m_area.left, m_area.top});
     for (const pugi::xml_node clipPath : m_clipPaths) clipImage(m_context, clipPath, m_view, m_box, m_image);
     if (m_mask) maskImage(m_context, m_mask, m_view, m_box, m_image);
-    const AAffine place = AAffine::translation(m_area.left, m_area.top);
-    m_context.canvas().drawImage(m_image, place, m_opacity, false);
-    m_image = AImage();
+    const RECT outside{touched.left + m_area.left, touched.top + m_area.top, touched.right + m_area.left,
+                       touched.bottom + m_area.top};
+    m_context.touch(outside);
+    const AAffine place = AAffine::translation(outside.left, outside.top);
+    const bool whole = isEqual(touched, {0, 0, m_image.width(), m_image.height()});
+    m_context.canvas().drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false);
 }
 
 }  // namespace svg

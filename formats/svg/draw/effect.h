@@ -39,6 +39,7 @@ public:
 private:
     bool beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach);
     void finishImage();
+    void compose(const RECT& touched);
     void popClips();
 
     DrawContext& m_context;
@@ -54,6 +55,7 @@ private:
     bool m_filtered = false;
     AImage m_image;
     std::unique_ptr<ACanvas> m_canvas;
+    bool m_lent = false;  // the image is the groups' and has to be given back
     std::optional<DrawContext::OnCanvas> m_on;
 };
 

@@ -48,8 +48,8 @@ void ElementWalk::paintShape(const DrawnElement& shape, Element element, const P
     appendShape(element, shape.attributes, shape.view, style.fontSize, m_outline);
     if (m_outline.empty()) return;
 
-    const AFRect hull = rectBounds(shape.view.toDrawing, m_outline.bounds());
-    const RECT reach = pixelsAround(hull, 1 + (strokes ? strokeReach(style, shape.view) : 0));
+    const double margin = 1 + (strokes ? strokeReach(style, shape.view) : 0);
+    const RECT reach = pixelsAround(rectBounds(shape.view.toDrawing, m_outline.bounds()), margin);
     const bool outside = isEmpty(intersection(reach, m_context.clipBounds()));
     if (outside && !markers && style.filter.empty()) return;
 
@@ -57,10 +57,13 @@ void ElementWalk::paintShape(const DrawnElement& shape, Element element, const P
     const bool simple = (fills ? 1 : 0) + (strokes ? 1 : 0) == 1 && !markers && style.filter.empty();
     const double opacity = style.own.opacity;
     BoundingBox box(m_outline);
-    if (!Effect::isNeeded(style) || (simple && isOpacityOnly(style)))
+    if (!Effect::isNeeded(style) || (simple && isOpacityOnly(style))) {
+        m_context.touch(reach);
         return paintParts(shape, element, source, {fills, strokes, markers, opacity}, box);
+    }
     Effect effect(m_context);
     if (!effect.begin(shape, box, markers ? nullptr : &reach, simple ? 1 : opacity)) return;
+    m_context.touch(m_context.clipBounds());
     paintParts({shape.node, shape.attributes, style, effect.view()}, element, source,
                {fills, strokes, markers, simple ? opacity : 1}, box);
     effect.end();
@@ -128,11 +131,14 @@ void ElementWalk::paintText(const DrawnElement& text, const PaintSource& source)
     const AFRect box = boxes.get();
     const bool simple = m_pieces.size() == 1 && !strokes && text.style.filter.empty();
     const double opacity = text.style.own.opacity;
-    if (!Effect::isNeeded(text.style) || (simple && isOpacityOnly(text.style)))
+    if (!Effect::isNeeded(text.style) || (simple && isOpacityOnly(text.style))) {
+        m_context.touch(reach);
         return paintPieces(text, source, box, opacity);
+    }
     BoundingBox known(box);
     Effect effect(m_context);
     if (!effect.begin(text, known, &reach, simple ? 1 : opacity)) return;
+    m_context.touch(m_context.clipBounds());
     paintPieces({text.node, text.attributes, text.style, effect.view()}, source, box, simple ? opacity : 1);
     effect.end();
 }
@@ -159,12 +165,14 @@ void ElementWalk::paintPieces(const DrawnElement& text, const PaintSource& sourc
 }
 
 void ElementWalk::paintPicture(const DrawnElement& image) {
+    m_context.touch(m_context.clipBounds());
     const DrawStyle& style = image.style;
     if (!Effect::isNeeded(style) || isOpacityOnly(style))
         return paintImage(m_context, image, style.own.opacity);
     BoundingBox box(m_context, image);
     Effect effect(m_context);
     if (!effect.begin(image, box, nullptr, 1)) return;
+    m_context.touch(m_context.clipBounds());
     paintImage(m_context, {image.node, image.attributes, style, effect.view()}, style.own.opacity);
     effect.end();
 }
