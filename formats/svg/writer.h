@@ -13,9 +13,9 @@
 // a changed copy of its own, behind the original and without ids. What clip paths, texts on a path and the
 // like refer to stays for them, inside "defs".
 //
-// Gaps: a rule of a style sheet with ">" may miss a copy, around which new elements stand; one for the id of a
-// symbol or nested drawing wins, in its copy, over the element's own style; and what repeats itself, which is
-// an error, may be repeated once more.
+// Gaps: a rule of a style sheet with ">" may miss a copy, around which new elements stand; one for the id of
+// a symbol or nested drawing wins, in its copy, over the element's own style; and what repeats itself, which
+// is an error, may be repeated once more.
 #pragma once
 
 #include <optional>

@@ -1,6 +1,9 @@
 // kzdraw view and kzdraw render, as their users run them.
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+
 #include "kzcore/image.h"
 #include "process.h"
 #include "sea.h"
@@ -191,7 +194,7 @@ TEST_F(ViewCommand, PicturesOfAPageWithoutExtentShowTheObjects) {
 
 TEST_F(ViewCommand, SizesThatAreNoneAreRefused) {
     for (const char* size :
-         {"", "x", "60x", "x60", "60X20", "a", "60x20x3", "-60x20", "60x-20", "6e1", "60 x 20", "+60"}) {
+         {"x", "60x", "x60", "60X20", "a", "60x20x3", "-60x20", "60x-20", "6e1", "60 x 20", "+60"}) {
         EXPECT_EQ(
             runKzdraw({"render", squares, "-o", png, "--size=" + std::string(size)}),
             refused("\"" + std::string(size) + "\" is no size: it is WIDTHxHEIGHT or WIDTH, in pixels"));
@@ -231,6 +234,8 @@ TEST_F(ViewCommand, WrongUsageIsToldInOneLine) {
         {{"view", squares, "-o", ""}, "the name of a file is empty"},
         {{"view", squares, "--size", "9"}, "--size is for pictures: -o FILE.png"},
         {{"view", squares, "--size", "9", "-o", svg}, "--size is for pictures: -o FILE.png"},
+        {{"render", squares, "-o", png, "--size="},
+         "--size: 1 required SIZE missing (see kzdraw render --help)"},
         {{"view", "", "-o", png}, "the name of a file is empty"},
         {{"render", squares}, "--output is required (see kzdraw render --help)"},
         {{"render", squares, "-o", jpg}, jpg + ": a picture is a PNG file, its name ends in .png"},

@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 
 #include "app/process.h"
 #include "kzcore/image.h"
@@ -114,4 +116,4 @@ TEST_P(Golden, PrintsAndDrawsWhatIsExpected) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, Golden, testing::ValuesIn(caseNames()),
-                         [](const testing::TestParamInfo<std::string>& info) { return info.param; });
+                         [](const testing::TestParamInfo<std::string>& one) { return one.param; });

@@ -1,6 +1,7 @@
 // Random drawings: what is written under a filter, read again, shows what the view showed.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <random>
 
 #include "filter.h"
