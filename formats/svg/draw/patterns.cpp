@@ -1,9 +1,8 @@
 // A tile is an image at the resolution of the picture. Three ways, so that edges stay as sharp as those of a
 // shape that is drawn directly:
 // - Upright tiles lie on whole pixels. As many are put side by side in the image as it takes until their
-// width
-//   comes to whole pixels.
-// - Turned ones are resampled by the canvas anyway; small ones are drawn in double resolution.
+//   width comes to whole pixels, each on its own nearest pixels, so that no seam shows between them.
+// - Turned and tiny ones are resampled by the canvas anyway, from a finer image.
 // - What is larger than the picture's visible part is drawn there once, and not kept.
 #include "formats/svg/draw/patterns.h"
 
@@ -22,6 +21,8 @@ namespace {
 constexpr int kLongestChain = 32;
 constexpr std::size_t kMostTileBytes = std::size_t{1} << 26;
 constexpr double kMostTilePixels = 1 << 22;
+// Smaller ones would change their shape on whole pixels.
+constexpr double kTinyTile = 4;
 // Tiles smaller than this are repeated within the image until they fit the pixels.
 constexpr double kSmallTile = 128;
 constexpr int kMostRepeats = 16;
@@ -116,6 +117,18 @@ std::optional<Placing> place(const Pattern& pattern, const AFRect& box, const Vi
     return placing;
 }
 
+// Moves the edges of an upright cell to the nearest pixel edges: two cells that meet in the middle of a pixel
+// would leave it half transparent.
+Affine onPixels(const Affine& toImage, const AFRect& cell) {
+    const AFRect exact = rectBounds(toImage, cell);
+    const AFRect whole{std::round(exact.left), std::round(exact.top), std::round(exact.right),
+                       std::round(exact.bottom)};
+    if (toImage.b != 0 || toImage.c != 0 || exact.IsRectEmpty() || whole.IsRectEmpty()) return {};
+    const double x = whole.Width() / exact.Width();
+    const double y = whole.Height() / exact.Height();
+    return {x, 0, 0, y, whole.left - exact.left * x, whole.top - exact.top * y};
+}
+
 // Kept tiles, the last used one first.
 struct TileCache : DrawCache {
     using Key = std::array<double, 16>;
@@ -165,7 +178,8 @@ public:
         if (!keeps) return drawSeen(clip);
         const Affine& p = m_placing.toPixels;
         const bool upright = p.b == 0 && p.c == 0;
-        return upright ? drawUpright() : drawTurned();
+        const bool tiny = std::min(m_width, m_height) < kTinyTile;
+        return upright && !tiny ? drawUpright() : drawTurned();
     }
 
 private:
@@ -224,10 +238,13 @@ private:
         return tile;
     }
 
+    static int finerSize(double size) {
+        constexpr double kLeast = 16;
+        return static_cast<int>(std::ceil(std::max(size < kSmallTile ? size * 2 : size, kLeast)));
+    }
+
     ATile drawTurned() {
-        const double finer = std::max(m_width, m_height) < kSmallTile ? 2 : 1;
-        const Size size{std::max(1, static_cast<int>(std::ceil(m_width * finer))),
-                        std::max(1, static_cast<int>(std::ceil(m_height * finer)))};
+        const Size size{finerSize(m_width), finerSize(m_height)};
         const AFRect& cell = m_placing.cell;
         // From the image to the pattern's space.
         const AAffine toCell = translation(cell.left, cell.top) *
@@ -272,7 +289,8 @@ private:
         }
     }
 
-    void paintCell(const AAffine& toImage) {
+    void paintCell(const AAffine& wanted) {
+        const AAffine toImage = onPixels(wanted * m_placing.toPixels, m_placing.cell) * wanted;
         const bool clips = !m_style.own.showsOverflow;
         if (clips) {
             m_context.pushClip(APath::rectangle(m_placing.cell), toImage * m_placing.toPixels,
