@@ -13,14 +13,14 @@
 
 namespace {
 
-// cairo counts pixels up to 2^23; half of that leaves room for pens.
-constexpr double kFar = 1 << 22;
+// cairo counts pixels up to 2^23, and gets slow long before: what reaches farther than this is cut first.
+constexpr double kFar = 1 << 15;
 constexpr double kWidestPen = 1 << 21;
 // What doubles can still be calculated with, with room for products.
 constexpr double kLargest = 1e100;
 // More dashes than this are worth cutting the line; far more, and nobody can tell them from a solid line.
 constexpr double kManyDashes = 1e4;
-constexpr double kMostDashes = 1e7;
+constexpr double kMostDashes = 5e5;
 
 struct Release {
     void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
@@ -216,7 +216,9 @@ struct ACanvas::Library {
     // The outline for a fill or a clip; `path` has just been placed.
     void traceArea(const APath& path, const AAffine& toPixels, const AFRect& box) {
         if (isWithin(box, kFar)) return trace(cairo.get(), path, points.data());
-        const APath cut = cutForFill(path, toPixels, {-kFar, -kFar, kFar, kFar});
+        constexpr double kRoom = 64;
+        const APath cut =
+            cutForFill(path, toPixels, {-kRoom, -kRoom, pixels.width + kRoom, pixels.height + kRoom});
         trace(cairo.get(), cut, cut.points().data());
     }
 
@@ -287,8 +289,11 @@ struct ACanvas::Library {
     bool setPaint(const APaint& paint) {
         if (paint.gradient) return setGradient(*paint.gradient, paint.opacity);
         if (paint.tile) {
-            return setImage(paint.tile->image, paint.tile->toPixels, paint.opacity, CAIRO_FILTER_GOOD,
-                            CAIRO_EXTEND_REPEAT);
+            // Much reduced, every pixel would be mixed of any number of tiles.
+            const AAffine& t = paint.tile->toPixels;
+            const bool reduced = std::fabs(t.determinant()) < largestScale(t) / 4;
+            return setImage(paint.tile->image, t, paint.opacity,
+                            reduced ? CAIRO_FILTER_BILINEAR : CAIRO_FILTER_GOOD, CAIRO_EXTEND_REPEAT);
         }
         return setColor(paint.color);
     }
@@ -366,7 +371,8 @@ struct Pen {
     double reach = 0;  // how far it reaches beyond the outline, in pixels
     std::vector<double> dashes;
     double dashOffset = 0;
-    bool turned = false;  // its shape needs the matrix; else everything is in pixels
+    double dashesPerLength = 0;  // of the path before its transform
+    bool turned = false;         // its shape needs the matrix; else everything is in pixels
 };
 
 // None when the pen draws nothing.
@@ -389,8 +395,11 @@ std::optional<Pen> penOf(const AStrokeStyle& style, const AAffine& toPixels) {
         possible = possible && dash >= 0;
         period += dash * unit;
     }
-    if (possible && period > 0 && std::isfinite(period)) {
+    // A transform that is nearly flat makes a whole period smaller than cairo's smallest step.
+    const double smallest = std::fabs(toPixels.determinant()) / scale;
+    if (possible && period / unit * smallest > 1 / 256.0 && std::isfinite(period)) {
         for (double dash : style.dashes) pen.dashes.push_back(dash * unit);
+        pen.dashesPerLength = static_cast<double>(style.dashes.size()) * unit / period;
         // An odd list comes to the same only after it has been through twice.
         pen.dashOffset = std::fmod(style.dashOffset * unit, period * 2);
         if (!std::isfinite(pen.dashOffset)) pen.dashOffset = 0;
@@ -398,16 +407,15 @@ std::optional<Pen> penOf(const AStrokeStyle& style, const AAffine& toPixels) {
     return pen;
 }
 
-// About how many dashes the figures need.
-double dashCount(const Pen& pen, const std::vector<AFPoint>& points, const AAffine& toPixels) {
+// About how many dashes the figures need. They are counted before the transform: one that is nearly flat
+// packs any number of them into a pixel.
+double dashCount(const Pen& pen, const APath& path) {
     if (pen.dashes.empty()) return 0;
+    const std::vector<AFPoint>& points = path.points();
     double length = 0;
     for (std::size_t i = 1; i < points.size(); ++i)
         length += std::hypot(points[i].x - points[i - 1].x, points[i].y - points[i - 1].y);
-    double period = 0;
-    for (double dash : pen.dashes) period += dash;
-    const double pixels = pen.turned ? period * largestScale(toPixels) : period;
-    return length / pixels * static_cast<double>(pen.dashes.size());
+    return length * pen.dashesPerLength;
 }
 
 void strokeTraced(cairo_t* cairo, const Pen& pen, const AAffine& toPixels, double dashOffset) {
@@ -487,7 +495,7 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
     cairo_set_line_join(cairo, kJoins[static_cast<std::size_t>(style.join)]);
     cairo_set_miter_limit(cairo, pen->miterLimit);
     if (style.cap == ELineCap::square) strokeSquareDots(cairo, path, *pen, toPixels);
-    const double dashes = dashCount(*pen, library.points, toPixels);
+    const double dashes = dashCount(*pen, path);
     if (Library::isWithin(*box, kFar) && dashes < kManyDashes) {
         trace(cairo, path, library.points.data());
         strokeTraced(cairo, *pen, toPixels, pen->dashOffset);
@@ -499,8 +507,10 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
     const AFRect room{seen.left - margin, seen.top - margin, seen.right + margin, seen.bottom + margin};
     const std::vector<ARun> runs = cutForStroke(path, toPixels, room, !pen->dashes.empty());
     double left = 0;
-    for (const ARun& run : runs) left += dashCount(*pen, transformed(run.path, toPixels).points(), toPixels);
-    if (left > kMostDashes) pen->dashes.clear();
+    for (const ARun& run : runs) left += dashCount(*pen, run.path);
+    // A wide pen has rounder ends.
+    left *= 1 + std::sqrt(pen->reach);
+    if (!(left < kMostDashes)) pen->dashes.clear();
     const double unit = pen->turned ? 1 : toPixels.scale();
     for (const ARun& run : runs) {
         traceTransformed(cairo, run.path, toPixels);

@@ -391,6 +391,16 @@ TEST(Canvas, ManyMoreDashesThanPixelsEndSoon) {
     EXPECT_GT(alphaOf(picture.at(3, 0)), 0);
 }
 
+TEST(Canvas, ANearlyFlatTransformPacksDashesIntoALine) {
+    AStrokeStyle style = wide(1);
+    style.dashes = {1, 1};
+    style.cap = ELineCap::square;
+    Picture picture(4, 2);
+    picture.canvas.stroke(lines({{0, 0}, {4, 1e6}, {0, 3e6}}), AAffine{1, 0.3, 0, 1e-10, 0, 0}, kRed, style);
+    fill(picture.canvas, box(0, 0, 4, 2), kBlue);
+    EXPECT_EQ(picture.rows(), "bbbb\nbbbb\n");
+}
+
 TEST(Canvas, HugePensAndHugeTransformsLeaveItUsable) {
     Picture picture(2, 1);
     ACanvas& canvas = picture.canvas;

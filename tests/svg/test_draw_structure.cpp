@@ -165,10 +165,12 @@ TEST(DrawStructure, ColoursAreThoseOfTheModel) {
     EXPECT_COLOR(Picture(*document), 10, 10, 0x8080ff);
 }
 
-TEST(DrawStructure, ObjectsThatAreMovedToAnotherLayerAreDrawnThere) {
+TEST(DrawStructure, ObjectsThatTheModelHidesAreNotDrawn) {
     const auto document = readBody("<rect id='a' width='20' height='20' fill='red'/>");
     document->findObject("a")->setObjectFlags(kObjectHidden, true);
     EXPECT_EQ(Picture(*document), drawBody(""));
+    document->findObject("a")->setObjectFlags(kObjectHidden, false);
+    EXPECT_EQ(Picture(*document).at(10, 10), kRed);
 }
 
 }  // namespace
