@@ -43,7 +43,8 @@ TEST(FilterPixels, AColorIsNeverMoreThanItsAlpha) {
     AImage image = dot(40, 40, 3, 3, 0x80800040);
     image.at(20, 20) = 0xff00ff80;
     for (const double deviation : {0.4, 1.0, 2.5, 100.0}) {
-        for (const std::uint32_t pixel : blurImage(image, deviation, deviation).pixels()) {
+        const AImage blurred = blurImage(image, deviation, deviation);
+        for (const std::uint32_t pixel : blurred.pixels()) {
             const std::uint32_t alpha = pixel >> 24;
             EXPECT_TRUE((pixel >> 16 & 255) <= alpha && (pixel >> 8 & 255) <= alpha &&
                         (pixel & 255) <= alpha);
