@@ -67,6 +67,8 @@ private:
                 return losePaint(number, "fill:none!important", edits);
             case kLosesStroke:
                 return losePaint(number, "stroke:none!important", edits);
+            case kLosesBoth:
+                return losePaint(number, "fill:none!important;stroke:none!important", edits);
             case kGoes:
                 edits.push_back({element.begin, element.end - element.begin, placeholder(element)});
                 return;

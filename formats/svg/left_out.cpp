@@ -60,19 +60,41 @@ const Content& LeftOut::contentOf(Outcome outcome) const {
     return outcome < kFirstContent ? kNothing : *m_contents[outcome - kFirstContent];
 }
 
+// Whether the container has a filter, a mask or a clip path, which go by the extent of what is inside.
+bool LeftOut::needsExtents(const AParent& container) const {
+    if (dynamic_cast<const AMask*>(&container)) return true;
+    const AParent* const around = container.getParent();
+    if (dynamic_cast<const AEffect*>(around) && around->getSourceIndex() == 0) return true;
+    const std::uint32_t number = m_source.find(container.getSourceIndex());
+    if (number == kNoElement) return false;
+    const SourceElement& element = m_source.elements[number];
+    const std::string_view tag = m_source.text.substr(element.begin, element.content - element.begin);
+    for (const std::string_view effect : {"filter", "mask", "clip-path"}) {
+        if (tag.find(effect) != tag.npos) return true;
+    }
+    return false;
+}
+
 // Containers come before their content in the order of objects, so the way up is one pass and the way down
 // another.
 void LeftOut::decide(const ADocument& document, AViewFilter& filter) {
     const auto count = static_cast<std::uint32_t>(document.getObjectCount());
     std::vector<std::uint32_t> elementOf(count + 1, kNoElement);
     std::vector<std::uint32_t> around(count + 1, 0);  // the "use" that repeats the object; 0: none
+    std::vector<bool> isExtent(count + 1, false);     // counts for an effect around it
     std::unordered_map<std::uint32_t, Repeating> uses;
+    std::unordered_map<const AParent*, bool> effects;
     m_repeats.assign(m_outcomes.size(), false);
     for (std::uint32_t i = 1; i <= count; ++i) {
         AObject& object = *document.getObject(i);
         elementOf[i] = m_source.find(object.getSourceIndex());
         const std::uint32_t parent = object.getParent() ? object.getParent()->getIndex() : 0;
         around[i] = uses.contains(parent) ? parent : around[parent];
+        if (const AParent* const container = object.getParent()) {
+            const auto [effect, isNew] = effects.try_emplace(container, false);
+            if (isNew) effect->second = needsExtents(*container);
+            isExtent[i] = effect->second || isExtent[parent];
+        }
         const bool isUse = elementOf[i] != kNoElement && object.asParent() &&
                            m_source.elements[elementOf[i]].kind == Element::use;
         if (!isUse) continue;
@@ -96,6 +118,7 @@ void LeftOut::decide(const ADocument& document, AViewFilter& filter) {
             continue;
         } else {
             outcome = outcomeOf(object, filter);
+            if (outcome == kGoes && isExtent[i]) outcome = kLosesBoth;
             shows = outcome != kGoes;
         }
         m_any |= outcome != kStays;

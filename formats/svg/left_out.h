@@ -23,8 +23,9 @@ using Outcome = std::uint32_t;
 constexpr Outcome kStays = 0;
 constexpr Outcome kLosesFill = 1;
 constexpr Outcome kLosesStroke = 2;
-constexpr Outcome kGoes = 3;
-constexpr Outcome kFirstContent = 4;  // of a "use": so it and the following stand for a list
+constexpr Outcome kLosesBoth = 3;  // stays for its extent, which an effect around it depends on
+constexpr Outcome kGoes = 4;
+constexpr Outcome kFirstContent = 5;  // of a "use": so it and the following stand for a list
 
 struct ContentOutcome {
     std::uint32_t element = 0;
@@ -58,6 +59,7 @@ public:
 
 private:
     void decide(const ADocument& document, AViewFilter& filter);
+    bool needsExtents(const AParent& container) const;
     void findTargets();
     void pin();
     Outcome intern(Content content);

@@ -108,7 +108,7 @@ bool takeAttribute(std::string_view text, std::size_t& at, SourceAttribute& attr
     return true;
 }
 
-SourceElements::SourceElements(std::string_view text) {
+SourceElements::SourceElements(std::string_view drawing) : text(drawing) {
     std::uint32_t open = kNoElement;
     const auto close = [&](std::uint32_t number, std::size_t end) {
         elements[number].end = static_cast<std::uint32_t>(end);

@@ -48,11 +48,12 @@ std::size_t behindName(std::string_view text, std::size_t begin);
 std::string_view prefixOf(std::string_view text, const SourceElement& element);
 
 struct SourceElements {
-    explicit SourceElements(std::string_view text);
+    explicit SourceElements(std::string_view drawing);
 
     // The number of the element of a source index (the offset of its name); kNoElement when there is none.
     std::uint32_t find(std::uint32_t sourceIndex) const;
 
+    std::string_view text;
     std::vector<SourceElement> elements;
     std::vector<SourceReference> references;        // in document order
     std::unordered_set<std::string_view> sheetIds;  // what follows a "#" in style sheets: ids, and colours

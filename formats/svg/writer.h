@@ -9,9 +9,10 @@
 // With a filter, what the view does not show is left out, so that the written drawing looks, without a
 // filter, as the view does: an element all of whose paint is hidden goes, one that keeps the other paint gets
 // "fill:none!important" or "stroke:none!important" at the end of its style (a text with all its parts).
-// Elements that "use" repeats are changed where all the places agree; a "use" that has to look different gets
-// a changed copy of its own, behind the original and without ids. What clip paths, texts on a path and the
-// like refer to stays for them, inside "defs".
+// Inside of a filter, a mask or a clip path, which go by the extent of what they show, elements get both
+// instead of going. Elements that "use" repeats are changed where all the places agree; a "use" that has to
+// look different gets a changed copy of its own, behind the original and without ids. What clip paths, texts
+// on a path and the like refer to stays for them, inside "defs".
 //
 // Gaps: a rule of a style sheet with ">" may miss a copy, around which new elements stand; one for the id of
 // a symbol or nested drawing wins, in its copy, over the element's own style; and what repeats itself, which

@@ -97,6 +97,15 @@ TEST(Writer, AnElementWithOneVisiblePaintLosesTheOther) {
               "<style>rect{fill:red!important}</style><rect stroke='blue' style=\"fill:none!important\"/>");
 }
 
+TEST(Writer, WhatAnEffectGoesByTheExtentOfStaysWithoutPaint) {
+    EXPECT_EQ(
+        without({"red"},
+                "<g filter='url(#f)'><g><rect fill='red'/></g><rect fill='red' filter='url(#f)'/></g>"
+                "<rect fill='red' filter='url(#f)'/>"),
+        "<g filter='url(#f)'><g><rect fill='red' style=\"fill:none!important;stroke:none!important\"/></g>"
+        "<rect fill='red' filter='url(#f)' style=\"fill:none!important;stroke:none!important\"/></g>");
+}
+
 TEST(Writer, ObjectsWithoutPaintOfTheirOwnStay) {
     const std::string body =
         "<image width='1' height='1' fill='red'/><g fill='red'/><path fill='none' d='M0 0h1'/>";
