@@ -238,9 +238,10 @@ private:
         return tile;
     }
 
+    // Not much finer: the canvas looks at a few pixels only when it makes one of them.
     static int finerSize(double size) {
-        constexpr double kLeast = 16;
-        return static_cast<int>(std::ceil(std::max(size < kSmallTile ? size * 2 : size, kLeast)));
+        const double factor = size < kTinyTile ? 4 : size < kSmallTile ? 2 : 1;
+        return std::max(1, static_cast<int>(std::ceil(size * factor)));
     }
 
     ATile drawTurned() {
