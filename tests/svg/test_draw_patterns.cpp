@@ -93,6 +93,13 @@ TEST(DrawPatterns, TilesSmallerThanAPixelMix) {
     EXPECT_TRUE(hasColor(picture, 40, 20, 0x808080, 24));
 }
 
+TEST(DrawPatterns, TinyTilesOfBrokenSizesAreEven) {
+    const Picture picture = drawBody(
+        filled("<pattern id='p' width='.504' height='.504' patternUnits='userSpaceOnUse' viewBox='0 0 10 10'>"
+               "<rect width='5' height='10' fill='black'/></pattern>"));
+    for (int x = 1; x < 79; ++x) EXPECT_TRUE(hasColor(picture, x, 20, 0x808080, 24)) << x;
+}
+
 TEST(DrawPatterns, AGiantTileShowsItsVisiblePart) {
     const Picture picture =
         drawBody(filled("<pattern id='p' width='1000000' height='1000000' patternUnits='userSpaceOnUse'>"

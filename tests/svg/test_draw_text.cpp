@@ -118,6 +118,13 @@ TEST(DrawText, TheTextLengthIsKept) {
                 142, 9);
 }
 
+TEST(DrawText, ATextLengthMuchTooShortNarrowsTheLetters) {
+    const Picture spacing = drawBody("<text x='10' y='60' font-size='40' textLength='60'>HHHH</text>");
+    EXPECT_EQ(spacing, drawBody("<text x='10' y='60' font-size='40' textLength='60'"
+                                " lengthAdjust='spacingAndGlyphs'>HHHH</text>"));
+    EXPECT_LT(inkOf(spacing).width(), 61);
+}
+
 TEST(DrawText, DecorationsRunUnderAndThroughTheText) {
     const int plain = inkOfText("<text x='10' y='50' font-size='40'>HHH</text>").bottom;
     const Ink under = inkOfText("<text x='10' y='50' font-size='40' text-decoration='underline'>HHH</text>");

@@ -2,7 +2,8 @@
 // shape that is drawn directly:
 // - Upright tiles lie on whole pixels. As many are put side by side in the image as it takes until their
 //   width comes to whole pixels, each on its own nearest pixels, so that no seam shows between them.
-// - Turned and tiny ones are resampled by the canvas anyway, from a finer image.
+//   Tiny ones are drawn finer, and averaged.
+// - Turned ones are resampled by the canvas anyway, small ones from a finer image.
 // - What is larger than the picture's visible part is drawn there once, and not kept.
 #include "formats/svg/draw/patterns.h"
 
@@ -21,8 +22,9 @@ namespace {
 constexpr int kLongestChain = 32;
 constexpr std::size_t kMostTileBytes = std::size_t{1} << 26;
 constexpr double kMostTilePixels = 1 << 22;
-// Smaller ones would change their shape on whole pixels.
+// Smaller ones would change their shape on whole pixels: they are drawn finer, and averaged.
 constexpr double kTinyTile = 4;
+constexpr int kFiner = 8;
 // Tiles smaller than this are repeated within the image until they fit the pixels.
 constexpr double kSmallTile = 128;
 constexpr int kMostRepeats = 16;
@@ -158,6 +160,26 @@ struct Size {
     int width = 0, height = 0;
 };
 
+// An image in which each pixel is the average of `parts`.
+AImage averaged(AImage image, const Size& parts) {
+    if (parts.width == 1 && parts.height == 1) return image;
+    AImage result(image.width() / parts.width, image.height() / parts.height);
+    const auto count = static_cast<unsigned>(parts.width * parts.height);
+    for (int y = 0; y < result.height(); ++y) {
+        for (int x = 0; x < result.width(); ++x) {
+            std::array<unsigned, 4> sums{};
+            for (int i = 0; i < parts.width * parts.height; ++i) {
+                const std::uint32_t pixel =
+                    image.at(x * parts.width + i % parts.width, y * parts.height + i / parts.width);
+                for (std::size_t k = 0; k < sums.size(); ++k) sums[k] += pixel >> (8 * k) & 0xff;
+            }
+            for (std::size_t k = 0; k < sums.size(); ++k)
+                result.at(x, y) |= (sums[k] + count / 2) / count << (8 * k);
+        }
+    }
+    return result;
+}
+
 class TileDrawing {
 public:
     TileDrawing(DrawContext& context, const Placing& placing, pugi::xml_node content)
@@ -178,8 +200,7 @@ public:
         if (!keeps) return drawSeen(clip);
         const Affine& p = m_placing.toPixels;
         const bool upright = p.b == 0 && p.c == 0;
-        const bool tiny = std::min(m_width, m_height) < kTinyTile;
-        return upright && !tiny ? drawUpright() : drawTurned();
+        return upright ? drawUpright() : drawTurned();
     }
 
 private:
@@ -233,14 +254,15 @@ private:
         // What is left of the error is spread over the whole image.
         const double x = m_width * across / size.width;
         const double y = m_height * down / size.height;
-        ATile tile{AImage(size.width, size.height), AAffine{x, 0, 0, y, at.x, at.y}};
-        paintCells(tile.image, AAffine::scaling(1 / x, 1 / y) * translation(-at.x, -at.y));
-        return tile;
+        const Size finer{m_width < kTinyTile ? kFiner : 1, m_height < kTinyTile ? kFiner : 1};
+        AImage image(size.width * finer.width, size.height * finer.height);
+        paintCells(image, AAffine::scaling(finer.width / x, finer.height / y) * translation(-at.x, -at.y));
+        return {averaged(std::move(image), finer), AAffine{x, 0, 0, y, at.x, at.y}};
     }
 
     static int finerSize(double size) {
-        constexpr double kLeast = 16;
-        return static_cast<int>(std::ceil(std::max(size < kSmallTile ? size * 2 : size, kLeast)));
+        const double factor = size >= kTinyTile && size < kSmallTile ? 2 : 1;
+        return std::max(1, static_cast<int>(std::ceil(size * factor)));
     }
 
     ATile drawTurned() {

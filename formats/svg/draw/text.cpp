@@ -23,6 +23,8 @@ constexpr double kDescent = 0.2;
 constexpr double kDecorationWidth = 0.06;
 // Below this a text length is only another program's measuring of the same glyphs.
 constexpr double kSlightStretch = 0.02;
+// Letters pushed closer than this would lie upon each other; narrower ones can still be read.
+constexpr double kTightest = 0.9;
 
 // Single letters, drawn again and again in texts that place every one of them.
 struct GlyphCache : DrawCache {
@@ -160,7 +162,8 @@ private:
             if (!(natural > 0)) continue;
             Fit fit;
             const double stretch = span.textLength / natural;
-            if (span.stretchesGlyphs || std::fabs(stretch - 1) < kSlightStretch) {
+            const bool slight = std::fabs(stretch - 1) < kSlightStretch;
+            if (span.stretchesGlyphs || slight || stretch < kTightest) {
                 fit.stretch = stretch;
             } else {
                 fit.spacing = (span.textLength - natural) / static_cast<double>(count - 1);
