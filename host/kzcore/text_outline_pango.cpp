@@ -1,6 +1,5 @@
 // Pango's objects live as long as the process and are for one thread at a time.
 #include <cairo.h>
-#include <fontconfig/fontconfig.h>
 #include <pango/pangocairo.h>
 
 #include <algorithm>
@@ -62,12 +61,6 @@ public:
     }
 
 private:
-    // Behind everything that uses fonts.
-    struct LastOfFonts {
-        ~LastOfFonts() { FcFini(); }
-    };
-
-    LastOfFonts m_last;
     Held<PangoFontMap> m_fonts;
     Held<PangoContext> m_context;
     Held<PangoLayout> m_layout;
@@ -76,14 +69,9 @@ private:
 };
 
 Layouter& layouter() {
-#ifdef __SANITIZE_ADDRESS__
-    // The leak checker does not find what fontconfig holds, so it is told to go.
-    static Layouter shared;
-#else
-    // Never given back: pango and cairo may keep fonts beyond the end, and fontconfig aborts when it is told
-    // to go before them.
+    // Never given back: pango and cairo may keep fonts beyond the end, and fontconfig aborts when it is told to
+    // go before them.
     static Layouter& shared = *new Layouter;
-#endif
     return shared;
 }
 
