@@ -17,10 +17,6 @@ using test::namesOf;
 using test::ofClasses;
 using test::slotOf;
 
-// Declared by the framework only; nobody looks into them.
-class CArchive {};
-class CDumpContext {};
-
 namespace {
 
 // Before any test, and with it any other condition of this program, is made.
@@ -240,28 +236,6 @@ TEST(Condition, MergingRandomListsFollowsThePlainLoops) {
 
 TEST(Condition, TheFirstOfAProcessHasSerial1) {
     EXPECT_EQ(firstSerial, 1u);
-}
-
-TEST(Condition, ItIsARootThatNobodyStores) {
-    AFillCondition fill(_T("a"), nullptr);
-    const ARoot root;
-    EXPECT_EQ(fill.getClassName(), root.getClassName()) << "no kind registers a class of its own";
-    EXPECT_EQ(fill.getDisplayNameID(), root.getDisplayNameID());
-    EXPECT_EQ(fill.getDisplayIconID(), root.getDisplayIconID());
-    EXPECT_EQ(fill.getVersion(), root.getVersion());
-    EXPECT_EQ(fill.GetRuntimeClass(), root.GetRuntimeClass());
-    EXPECT_EQ(fill.createInstance(), nullptr);
-    EXPECT_EQ(fill.deepCopy(), nullptr);
-    EXPECT_EQ(fill.convertToOutline(), nullptr);
-    EXPECT_EQ(fill.shouldConvertToOutline(), 0);
-    CArchive archive;
-    CDumpContext context;
-    const std::uint64_t serial = fill.getSerial();
-    fill.Serialize(archive);
-    fill.AssertValid();
-    fill.Dump(context);
-    EXPECT_EQ(fill.getSerial(), serial);
-    EXPECT_EQ(fill.path.toUtf8(), "a");
 }
 
 TEST(Condition, ItsOperationsStandBehindThoseOfTheRootInTheStatedOrder) {
