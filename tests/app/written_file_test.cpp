@@ -13,7 +13,7 @@ class WrittenFile : public testing::Test {
 protected:
     test::TempFolder folder;
 
-    std::string name(const char* file) { return test::utf8(folder.path() / file); }
+    std::string name(const std::string& file) { return test::utf8(folder.path()) + '/' + file; }
     std::string failureOf(const std::string& file, const std::string& bytes = "new") {
         try {
             app::writeFile(file, bytes);
