@@ -11,14 +11,6 @@ namespace app {
 
 namespace {
 
-// A bare name is a colour's.
-AReferItem* itemOf(ADocument& document, const std::string& text) {
-    for (const char* prefix : {"color:", "fill:", "stroke:"}) {
-        if (text.starts_with(prefix)) return findReferItem(document, text);
-    }
-    return findReferItem(document, "color:" + text);
-}
-
 void printItem(const ShownItem& one) {
     std::string line = "  " + one.item->getName().toUtf8();
     fillUp(line, 26);
@@ -59,7 +51,7 @@ int runView(const ViewOptions& options) {
     ADocument& document = session.document();
     onFile(options.file, [&] {
         for (const ViewStep& step : options.steps) {
-            if (!session.runTool(step.tool, itemOf(document, step.item)))
+            if (!session.runTool(step.tool, findReferItemOrColor(document, step.item)))
                 throw Failure{"the tool " + step.tool + " cannot start"};
         }
     });

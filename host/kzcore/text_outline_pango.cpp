@@ -69,8 +69,8 @@ private:
 };
 
 Layouter& layouter() {
-    // Never given back: pango and cairo may keep fonts beyond the end, and fontconfig aborts when it is told to
-    // go before them.
+    // Never given back: pango and cairo may keep fonts beyond the end, and fontconfig aborts when it is told
+    // to go before them.
     static Layouter& shared = *new Layouter;
     return shared;
 }

@@ -1,7 +1,7 @@
 // The classes and categories by name, in the orders that the pages show.
 //
-//     for (const BitmapKind& kind : kBitmapKinds) condition.reset(kind.className, kind.nameId,
-//     kind.classifier);
+//     for (const BitmapKind& kind : kBitmapKinds)
+//         condition.reset(kind.className, kind.nameId, kind.classifier);
 #pragma once
 
 #include <array>

@@ -1,9 +1,9 @@
 // AFillCondition: objects and brush items by their fill.
 //
-//     AFillCondition red(_T("Solid/RGB Color/red"), brushItem);  // this fill, or a solid one of the same
-//     colour AFillCondition none(noFillText, nullptr);                  // without a class: objects without
-//     fill AFillCondition rgb(_T(""), nullptr); rgb.reset(_T("Solid/RGB Color"), _T("ARGBColorItem"));     //
-//     every solid fill of the colour class
+//     AFillCondition red(_T("Solid/RGB Color/red"), brushItem);  // this fill, or a solid one of its colour
+//     AFillCondition none(noFillText, nullptr);                  // no class: objects without fill
+//     AFillCondition rgb(_T(""), nullptr);
+//     rgb.reset(_T("Solid/RGB Color"), _T("ARGBColorItem"));     // every solid fill of the colour class
 #pragma once
 
 #include "conditions/condition.h"

@@ -1,7 +1,7 @@
 // AReferCondition: one colour or brush item that objects refer to, or all items of a class.
 //
-//     AReferCondition red(_T(""), colorItem);                       // this colour, or an equal one of the
-//     same name AReferCondition rgb(_T("RGB Color"), _T("ARGBColorItem"));  // every RGB colour
+//     AReferCondition red(_T(""), colorItem);                       // this colour, or its equal of that name
+//     AReferCondition rgb(_T("RGB Color"), _T("ARGBColorItem"));    // every RGB colour
 //
 // Counts a reference on its item from taking to dropping it, so that it may outlive the dialog that made it.
 // The only kind that clones into itself.

@@ -139,7 +139,8 @@ void AViewAttrFilter::startLists(const ACondition& condition) {
     m_uniform = 0;
 }
 
-// The clone first, as only that can fail.
+// The clone first, as only that can fail. In which order conditions leave does not show: the others keep
+// theirs.
 void AViewAttrFilter::moveCondition(const ACondition& condition, Side to, Side from) {
     const ACondition& added = to.append(std::unique_ptr<ACondition>(condition.clone()));
     std::unique_ptr<ACondition> itself;  // the condition may be one of the lists: it goes last

@@ -4,8 +4,7 @@
 // all shown      | 1         | 0          | empty | everything: how a filter is made
 // none shown     | 1         | 1          | empty | nothing
 // normal lists   | 0         | 0          |       | what matches a show condition, or no hide condition
-// negative lists | 0         | 1          |       | what matches no show condition and matches a hide
-// condition
+// negative lists | 0         | 1          |       | what matches a hide condition, but no show condition
 //
 //     auto* filter = new AViewAttrFilter;
 //     filter->hideCondition(&red);      // from all shown: everything but red

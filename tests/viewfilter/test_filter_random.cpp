@@ -67,6 +67,8 @@ struct Pool {
     }
 };
 
+using List = std::vector<Condition>;
+
 class Random {
 public:
     explicit Random(unsigned seed) : m_engine(seed) {}
@@ -99,6 +101,12 @@ public:
         }
     }
 
+    List conditions(unsigned most) {
+        List list;
+        for (unsigned left = below(most + 1); left > 0; --left) list.push_back(condition());
+        return list;
+    }
+
     Pool pool;
 
 private:
@@ -116,8 +124,6 @@ private:
     }
     return ::testing::AssertionSuccess();
 }
-
-using List = std::vector<Condition>;
 
 void assignLists(AViewAttrFilter& filter, const List& show, const List& hide, BYTE negative) {
     AObArray shown;
@@ -139,10 +145,8 @@ bool isTwice(const ACondition& held, const ACondition& clone) {
 TEST(RandomFilter, AnswersAsThePlainLoopsDo) {
     Random random(41);
     for (int round = 0; round < 150; ++round) {
-        List show;
-        List hide;
-        for (unsigned left = random.below(8); left > 0; --left) show.push_back(random.condition());
-        for (unsigned left = random.below(12); left > 0; --left) hide.push_back(random.condition());
+        const List show = random.conditions(7);
+        const List hide = random.conditions(11);
         AViewAttrFilter filter;
         assignLists(filter, show, hide, static_cast<BYTE>(random.below(2)));
         ASSERT_TRUE(answersAsTold(filter, random.pool)) << "round " << round;
@@ -171,10 +175,8 @@ TEST(RandomFilter, AnswersAsThePlainLoopsDoWhileItsListsChange) {
 TEST(RandomFilter, MovesConditionsAsThePlainWalkDoes) {
     Random random(43);
     for (int round = 0; round < 400; ++round) {
-        List show;
-        List hide;
-        for (unsigned left = random.below(6); left > 0; --left) show.push_back(random.condition());
-        for (unsigned left = random.below(6); left > 0; --left) hide.push_back(random.condition());
+        const List show = random.conditions(5);
+        const List hide = random.conditions(5);
         AViewAttrFilter filter;
         const bool negative = random.below(2) != 0;
         assignLists(filter, show, hide, negative);

@@ -28,6 +28,23 @@ private:
     const ARoot* m_matches;
 };
 
+// Counts how often it is asked for its class, which each condition does first, and for its name.
+class Counting : public AColorItem {
+public:
+    Counting(const WCHAR* className, const WCHAR* name, const Components& components)
+        : AColorItem(*findClass(className), name, components, 0) {}
+    const AString& getClassName() const override {
+        ++classes;
+        return AColorItem::getClassName();
+    }
+    const AString& getName() const override {
+        ++names;
+        return AColorItem::getName();
+    }
+    mutable int classes = 0;
+    mutable int names = 0;
+};
+
 struct FilterRules : testing::Test {
     Colors colors;
     AViewAttrFilter filter;
@@ -168,4 +185,56 @@ TEST_F(FilterRules, TheConditionStaysWithTheCallerAndTheFilterHoldsAClone) {
         filter.setUniform(1);
         EXPECT_EQ(AllBut::alive, before);
     }
+}
+
+TEST_F(FilterRules, AFlagOfAnyValueButZeroIsSet) {
+    const Condition red = on(colors.red.get());
+    list({}, {red.get()}, 0, 2);
+    EXPECT_EQ(filter.isVisible(colors.red.get()), 1);
+    EXPECT_EQ(filter.isVisible(colors.blue.get()), 0);
+    AViewAttrFilter same;
+    same.setUniform(0);
+    same.showCondition(red.get());
+    EXPECT_TRUE(filter.isSame(same));
+    list({}, {red.get()}, 4, 8);
+    EXPECT_EQ(told(&filter), "none shown");
+    same.setUniform(0);
+    EXPECT_TRUE(filter.isSame(same));
+}
+
+// Many swatches of one name, and many names of one tint: whichever they share, few are asked.
+TEST_F(FilterRules, ConditionsOnManyColoursAreNotAskedOneByOne) {
+    constexpr int kMany = 2000;
+    const auto share = [](int i) { return static_cast<float>(i) / kMany; };
+    for (int i = 0; i < kMany; ++i) {
+        const Held<AColorItem> swatch(
+            new AColorItem(*findClass(_T("ARGBColorItem")), _T("swatch"), {share(i), 0, 0, 0}, 0));
+        const Held<AColorItem> spot(new AColorItem(*findClass(_T("ASpotColorItem")),
+                                                   AString::fromUtf8(std::to_string(i)), {1, 0, 0, 0}, 0));
+        filter.hideCondition(on(swatch.get()).get());
+        filter.hideCondition(on(spot.get()).get());
+    }
+    ASSERT_EQ(filter.getHideConditions().GetSize(), 2 * kMany);
+    struct Case {
+        Held<Counting> item;
+        int visible;
+    };
+    Case cases[] = {
+        {Held<Counting>(new Counting(_T("ARGBColorItem"), _T("swatch"), {share(700), 0, 0, 0})), 0},
+        {Held<Counting>(new Counting(_T("ARGBColorItem"), _T("swatch"), {share(700), 1, 0, 0})), 1},
+        {Held<Counting>(new Counting(_T("ASpotColorItem"), _T("700"), {1, 0, 0, 0})), 0},
+        {Held<Counting>(new Counting(_T("ASpotColorItem"), _T("none"), {1, 0, 0, 0})), 1},
+    };
+    for (const Case& one : cases) {
+        EXPECT_EQ(filter.isVisible(one.item.get()), one.visible) << &one - cases;
+        EXPECT_LT(one.item->classes, 10) << &one - cases;
+    }
+}
+
+TEST_F(FilterRules, AListedItemIsFoundWithoutItsName) {
+    const Held<Counting> item(new Counting(_T("ARGBColorItem"), _T("swatch"), {}));
+    filter.hideCondition(on(item.get()).get());
+    item->names = 0;
+    EXPECT_EQ(filter.isVisible(item.get()), 0);
+    EXPECT_EQ(item->names, 0);
 }
