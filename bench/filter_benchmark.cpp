@@ -3,31 +3,17 @@
 // Ten thousand items are asked in each case, so that the items themselves cost the same memory in all.
 #include <benchmark/benchmark.h>
 
-#include <stdexcept>
 #include <vector>
 
 #include "kzcore/application.h"
 #include "kzcore/document.h"
-#include "kzcore/plugin_loader.h"
 #include "kzcore/tool.h"
 #include "kzcore/view.h"
+#include "plug_in.h"
 
 namespace {
 
 constexpr std::uint32_t kItems = 10000;
-
-const APlugIn& plugIn() {
-    static const std::unique_ptr<APlugIn> loaded = [] {
-        AFilePath path;
-        path += _T("Plugins");
-        path += _T(KZ_PLUGIN_FILE);
-        std::string error;
-        auto module = APlugIn::load(path, error);
-        if (!module) throw std::runtime_error(error);
-        return module;
-    }();
-    return *loaded;
-}
 
 // The hidden colours are the even values, the others the odd ones.
 std::uint32_t hiddenValue(std::uint32_t index) {
