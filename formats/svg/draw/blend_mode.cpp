@@ -27,8 +27,9 @@ constexpr Word kWords[] = {{"normal", EBlend::normal},
                            {"color", EBlend::color},
                            {"luminosity", EBlend::luminosity}};
 
-// As people write it: to look for every mixture of capitals would take much longer.
-constexpr std::string_view kNames[] = {"mix-blend-mode", "MIX-BLEND-MODE", "Mix-Blend-Mode"};
+// As people write mix-blend-mode; to look for every mixture of capitals would take much longer. Without its
+// beginning, since every path has an M.
+constexpr std::string_view kNames[] = {"blend-mode", "BLEND-MODE", "Blend-Mode"};
 
 }  // namespace
 
