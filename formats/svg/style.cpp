@@ -73,6 +73,8 @@ constexpr auto kDrawingProperties = makeWordTable<Property>({
     {"mask-type", Property::maskType},
     {"overflow", Property::overflow},
     {"vector-effect", Property::vectorEffect},
+    {"mix-blend-mode", Property::mixBlendMode},
+    {"isolation", Property::isolation},
 });
 
 struct FontKeyword {

@@ -59,6 +59,8 @@ enum class Property : std::uint8_t {
     maskType,
     overflow,
     vectorEffect,
+    mixBlendMode,
+    isolation,
     count,
     unknown = count,
 };

@@ -20,6 +20,7 @@
 #include "kzcore/color.h"
 #include "kzcore/image.h"
 #include "kzcore/path.h"
+#include "kzcore/pixel_blending.h"
 #include "kzutil/affine.h"
 
 enum class EFillRule { nonZero, evenOdd };
@@ -89,7 +90,9 @@ public:
     // caps.
     void stroke(const APath& path, const AAffine& toPixels, const APaint& paint, const AStrokeStyle& style);
     // `smooth`: pixels are mixed where the image is enlarged or turned; else the nearest one shows.
-    void drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth);
+    // `blend`: how its colours mix with what is there; where nothing is there, they stay as they are.
+    void drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth,
+                   EBlend blend = EBlend::normal);
 
     // Cuts what is drawn until the matching popClip; clips within clips cut further.
     void pushClip(const APath& path, const AAffine& toPixels, EFillRule rule);

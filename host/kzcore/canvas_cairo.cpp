@@ -9,17 +9,14 @@
 #include <cmath>
 
 #include "kzcore/canvas.h"
+#include "kzcore/canvas_limits.h"
 #include "kzcore/path_cutting.h"
 
 namespace {
 
 // cairo counts pixels up to 2^23, and gets slow long before: what reaches farther than this is cut first.
 constexpr double kFar = 1 << 15;
-constexpr double kWidestPen = 1 << 21;
-// What doubles can still be calculated with, with room for products.
-constexpr double kLargest = 1e100;
-// More dashes than this are worth cutting the line; far more, and nobody can tell them from a solid line.
-constexpr double kManyDashes = 1e4;
+// With more dashes nobody can tell them from a solid line.
 constexpr double kMostDashes = 5e5;
 
 struct Release {
@@ -32,13 +29,6 @@ using Pattern = std::unique_ptr<cairo_pattern_t, Release>;
 
 cairo_matrix_t matrixOf(const AAffine& transform) {
     return {transform.a, transform.b, transform.c, transform.d, transform.e, transform.f};
-}
-
-bool isUsable(const AAffine& transform) {
-    const double largest = std::max({std::fabs(transform.a), std::fabs(transform.b), std::fabs(transform.c),
-                                     std::fabs(transform.d), std::fabs(transform.e), std::fabs(transform.f)});
-    const std::optional<AAffine> inverse = transform.inverse();
-    return largest < kLargest && inverse && inverse->isFinite();
 }
 
 cairo_fill_rule_t ruleOf(EFillRule rule) {
@@ -71,14 +61,6 @@ void trace(cairo_t* cairo, const APath& path, const AFPoint* point) {
 void traceTransformed(cairo_t* cairo, const APath& path, const AAffine& toPixels) {
     const APath pixels = transformed(path, toPixels);
     trace(cairo, pixels, pixels.points().data());
-}
-
-// How much longer the longest direction becomes.
-double largestScale(const AAffine& t) {
-    const double squares = t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d;
-    const double determinant = t.determinant();
-    return std::sqrt((squares + std::sqrt(std::max(0.0, squares * squares - 4 * determinant * determinant))) /
-                     2);
 }
 
 double opacityOf(double opacity) {
@@ -520,7 +502,22 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
     library.settle();
 }
 
-void ACanvas::drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth) {
+namespace {
+
+// In the order of EBlend.
+constexpr std::array<cairo_operator_t, 16> kOperators{
+    CAIRO_OPERATOR_OVER,          CAIRO_OPERATOR_MULTIPLY,       CAIRO_OPERATOR_SCREEN,
+    CAIRO_OPERATOR_OVERLAY,       CAIRO_OPERATOR_DARKEN,         CAIRO_OPERATOR_LIGHTEN,
+    CAIRO_OPERATOR_COLOR_DODGE,   CAIRO_OPERATOR_COLOR_BURN,     CAIRO_OPERATOR_HARD_LIGHT,
+    CAIRO_OPERATOR_SOFT_LIGHT,    CAIRO_OPERATOR_DIFFERENCE,     CAIRO_OPERATOR_EXCLUSION,
+    CAIRO_OPERATOR_HSL_HUE,       CAIRO_OPERATOR_HSL_SATURATION, CAIRO_OPERATOR_HSL_COLOR,
+    CAIRO_OPERATOR_HSL_LUMINOSITY};
+static_assert(static_cast<std::size_t>(EBlend::luminosity) + 1 == kOperators.size());
+
+}  // namespace
+
+void ACanvas::drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth,
+                        EBlend blend) {
     Library& library = *m_library;
     const APath frame =
         APath::rectangle({0, 0, static_cast<double>(image.width()), static_cast<double>(image.height())});
@@ -533,7 +530,9 @@ void ACanvas::drawImage(const AImage& image, const AAffine& toPixels, double opa
     }
     library.traceArea(frame, toPixels, *box);
     cairo_set_fill_rule(library.cairo.get(), CAIRO_FILL_RULE_WINDING);
+    cairo_set_operator(library.cairo.get(), kOperators[static_cast<std::size_t>(blend)]);
     cairo_fill(library.cairo.get());
+    cairo_set_operator(library.cairo.get(), CAIRO_OPERATOR_OVER);
     library.settle();
 }
 

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "kzcore/canvas.h"
+#include "kzcore/canvas_limits.h"
 #include "kzcore/outline_coverage.h"
 #include "kzcore/paint_shader.h"
 #include "kzcore/path_cutting.h"
@@ -14,13 +15,9 @@
 
 namespace {
 
-// What doubles can still be calculated with, with room for products.
-constexpr double kLargest = 1e100;
 // An outline that reaches farther, in pixels, is cut before it is stroked.
 constexpr double kFar = 1 << 14;
-constexpr double kWidestPen = 1 << 21;
-// More dashes than this are worth cutting the line; far more, and nobody can tell them from a solid line.
-constexpr double kManyDashes = 1e4;
+// With more dashes nobody can tell them from a solid line.
 constexpr double kMostDashes = 1e7;
 // How far a curve's lines may be from it, in pixels.
 constexpr double kTolerance = 0.05;
@@ -28,20 +25,6 @@ constexpr double kTolerance = 0.05;
 constexpr double kDot = 1.0 / 64;
 
 using Coverage = std::span<const std::uint8_t>;
-
-// How much longer the longest direction becomes.
-double largestScale(const AAffine& t) {
-    const double squares = t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d;
-    const double determinant = t.determinant();
-    return std::sqrt((squares + std::sqrt(std::max(0.0, squares * squares - 4 * determinant * determinant))) /
-                     2);
-}
-
-bool isUsable(const AAffine& transform) {
-    const std::optional<AAffine> inverse = transform.inverse();
-    return inverse && inverse->isFinite() && largestScale(transform) < kLargest &&
-           std::fabs(transform.e) < kLargest && std::fabs(transform.f) < kLargest;
-}
 
 bool isEmpty(const RECT& rect) {
     return rect.left >= rect.right || rect.top >= rect.bottom;
@@ -198,13 +181,14 @@ struct ACanvas::Library {
 
     const Clip& clip() const { return clips.back(); }
 
-    void fill(const APath& path, const AAffine& toPixels, EFillRule rule, const APaintShader& shader) {
+    void fill(const APath& path, const AAffine& toPixels, EFillRule rule, const APaintShader& shader,
+              EBlend blend = EBlend::normal) {
         const std::optional<AFRect> box = place(path, toPixels);
         if (!box) return;
         const RECT area = touched(*box, 0, clip().bounds);
         if (isEmpty(area)) return;
         eachCovered(path, toPixels, rule, *box, area,
-                    [&](int x, int y, Coverage covered) { mix(x, y, covered, shader); });
+                    [&](int x, int y, Coverage covered) { mix(x, y, covered, shader, blend); });
     }
 
     void eachCovered(const APath& path, const AAffine& toPixels, EFillRule rule, const AFRect& box,
@@ -215,7 +199,7 @@ struct ACanvas::Library {
     }
 
     // The pixels from (x, y) on, within the clip's bounds.
-    void mix(int x, int y, Coverage covered, const APaintShader& shader) {
+    void mix(int x, int y, Coverage covered, const APaintShader& shader, EBlend blend) {
         while (!covered.empty() && covered.front() == 0) {
             covered = covered.subspan(1);
             ++x;
@@ -235,8 +219,16 @@ struct ACanvas::Library {
                       static_cast<std::size_t>(y) * static_cast<std::size_t>(pixels.width) +
                       static_cast<std::size_t>(x);
         const std::uint32_t kept = pixels.hasAlpha ? 0xffffffff : 0x00ffffff;
+        if (blend == EBlend::normal) {
+            for (std::uint32_t color : colors) {
+                *below = over(color, *below) & kept;
+                ++below;
+            }
+            return;
+        }
+        // Without an alpha of their own pixels are opaque.
         for (std::uint32_t color : colors) {
-            *below = over(color, *below) & kept;
+            *below = blendedPixel(blend, color, *below | ~kept) & kept;
             ++below;
         }
     }
@@ -301,16 +293,17 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
         penPath(path, toPixels, *box, style,
                 {area.left - margin, area.top - margin, area.right + margin, area.bottom + margin});
     m_library->coverage.stroke(drawn, toPixels, style, area, [&](int x, int y, Coverage covered) {
-        m_library->mix(x, y, covered, *shader);
+        m_library->mix(x, y, covered, *shader, EBlend::normal);
     });
 }
 
-void ACanvas::drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth) {
+void ACanvas::drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth,
+                        EBlend blend) {
     const std::unique_ptr<APaintShader> shader = shaderOf(image, toPixels, opacity, smooth);
     if (!shader) return;
     const APath frame =
         APath::rectangle({0, 0, static_cast<double>(image.width()), static_cast<double>(image.height())});
-    m_library->fill(frame, toPixels, EFillRule::nonZero, *shader);
+    m_library->fill(frame, toPixels, EFillRule::nonZero, *shader, blend);
 }
 
 void ACanvas::pushClip(const APath& path, const AAffine& toPixels, EFillRule rule) {

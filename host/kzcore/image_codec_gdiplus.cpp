@@ -8,6 +8,7 @@
 
 #include "kzcore/gdiplus_startup.h"
 #include "kzcore/image.h"
+#include "kzcore/image_limits.h"
 #include "kzcore/pixel_mixing.h"
 
 // <gdiplus.h> takes min and max from where it stands.
@@ -30,13 +31,6 @@ std::uint32_t bigEndian(Bytes bytes) {
 
 bool startsWith(Bytes bytes, std::initializer_list<unsigned char> start) {
     return bytes.size() >= start.size() && std::equal(start.begin(), start.end(), bytes.begin());
-}
-
-// A few bytes must not make us take gigabytes: no image is larger than its bytes can tell of.
-bool isPlausible(std::uint64_t width, std::uint64_t height, std::uint64_t mostPixels) {
-    constexpr std::uint64_t kLongestSide = 0x7fffffff;
-    return width > 0 && height > 0 && width <= kLongestSide && height <= kLongestSide &&
-           width * height <= std::min<std::uint64_t>(mostPixels, AImage::kMostPixels);
 }
 
 // The checksum of PNG's chunks: CRC-32, its polynomial reversed.

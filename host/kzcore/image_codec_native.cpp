@@ -13,6 +13,7 @@
 #include <zlib.h>
 
 #include "kzcore/image.h"
+#include "kzcore/image_limits.h"
 
 namespace {
 
@@ -32,13 +33,6 @@ void multiplyByAlpha(std::uint32_t& pixel) {
     if (alpha == 255) return;
     pixel = alpha << 24 | divideBy255((pixel >> 16 & 0xff) * alpha) << 16 |
             divideBy255((pixel >> 8 & 0xff) * alpha) << 8 | divideBy255((pixel & 0xff) * alpha);
-}
-
-// A few bytes must not make us take gigabytes: no image is larger than its bytes can tell of.
-bool isPlausible(std::uint64_t width, std::uint64_t height, std::uint64_t mostPixels) {
-    constexpr std::uint64_t kLongestSide = 0x7fffffff;
-    return width > 0 && height > 0 && width <= kLongestSide && height <= kLongestSide &&
-           width * height <= std::min<std::uint64_t>(mostPixels, AImage::kMostPixels);
 }
 
 // --- PNG, written ---

@@ -26,4 +26,6 @@ public:
     virtual void leave(const AParent& container) = 0;
     // Paints an object without children, and of it what is visible.
     virtual void paint(const AObject& object, APaintVisibility visible) = 0;
+    // Behind the last object; not called when the pass was broken off.
+    virtual void finish() {}
 };

@@ -110,16 +110,19 @@ public:
     void move(AFPoint to) { m_path.moveTo(within(to)); }
 
     void line(AFPoint from, AFPoint to) {
-        std::array<double, 4> parts{};
+        std::array<double, 4> parts{};  // in rising order
         std::size_t count = 0;
         const auto cross = [&](double a, double b, double edge) {
-            if ((a < edge) != (b < edge)) parts[count++] = (edge - a) / (b - a);
+            if ((a < edge) == (b < edge)) return;
+            const double part = (edge - a) / (b - a);
+            std::size_t at = count++;
+            for (; at > 0 && parts[at - 1] > part; --at) parts[at] = parts[at - 1];
+            parts[at] = part;
         };
         cross(from.x, to.x, m_box.left);
         cross(from.x, to.x, m_box.right);
         cross(from.y, to.y, m_box.top);
         cross(from.y, to.y, m_box.bottom);
-        std::sort(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(count));
         for (std::size_t i = 0; i < count; ++i) m_path.lineTo(within(between(from, to, parts[i])));
         m_path.lineTo(within(to));
     }

@@ -105,6 +105,7 @@ void ADocView::draw(ADevice& device, const AAffine& toPixels) const {
         Pass pass(*painter, m_viewFilter);
         pass.drawLayers(m_document.getSecondaryDatabase());
         pass.drawLayers(&m_document.getDatabase());
+        painter->finish();
     }
     device.DrawEnd();
 }

@@ -32,7 +32,8 @@ private:
 // Notes what it is told; enters all containers but one.
 class NotingPainter : public AObjectPainter {
 public:
-    NotingPainter(Log& log, const AObject* closed) : m_log(log), m_closed(closed) {}
+    NotingPainter(Log& log, const AObject* closed, Log& behind)
+        : m_log(log), m_closed(closed), m_behind(behind) {}
 
     bool enter(const AParent& container) override {
         m_log.push_back("enter " + nameOf(container));
@@ -42,6 +43,7 @@ public:
     void paint(const AObject& object, APaintVisibility visible) override {
         m_log.push_back(nameOf(object) + (visible.fill ? " fill" : "") + (visible.stroke ? " stroke" : ""));
     }
+    void finish() override { m_behind.push_back(m_log.empty() ? "nothing" : m_log.back()); }
 
 private:
     static std::string nameOf(const AObject& object) {
@@ -51,6 +53,7 @@ private:
 
     Log& m_log;
     const AObject* m_closed;
+    Log& m_behind;
 };
 
 class NotingSource : public AGeometrySource {
@@ -58,10 +61,11 @@ public:
     explicit NotingSource(Log& log) : m_log(log) {}
     AFRect computeBounds(const AObject&) const override { return {}; }
     std::unique_ptr<AObjectPainter> startPainting(ACanvas&, const AAffine&) const override {
-        return std::make_unique<NotingPainter>(m_log, closed);
+        return std::make_unique<NotingPainter>(m_log, closed, behind);
     }
 
     const AObject* closed = nullptr;
+    mutable Log behind;  // what came last before each finish
 
 private:
     Log& m_log;
@@ -139,6 +143,14 @@ TEST_F(ViewDrawing, DrawsMasterLayersFirst) {
     painted(drawing.masterLayer(_T("master")), "m", kRed, kBlue);
     EXPECT_EQ(draw(), (Log{"enter master", "m fill stroke", "leave master", "enter layer", "a fill stroke",
                            "leave layer"}));
+}
+
+TEST_F(ViewDrawing, FinishesOnceBehindTheLastObject) {
+    draw();
+    EXPECT_EQ(source->behind, (Log{"nothing"}));
+    painted(drawing.layer(_T("layer")), "a", kRed, kBlue);
+    draw();
+    EXPECT_EQ(source->behind, (Log{"nothing", "leave layer"}));
 }
 
 TEST_F(ViewDrawing, LeavesOutHiddenLayersAndHiddenObjects) {

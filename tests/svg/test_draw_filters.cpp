@@ -124,6 +124,9 @@ TEST(DrawFilters, BlendsMixAsTheirModesSay) {
     EXPECT_TRUE(isNear(blended("darken"), 0x404080));
     EXPECT_TRUE(isNear(blended("lighten"), 0x8080c0));
     EXPECT_TRUE(isNear(blended("difference"), 0x404040));
+    // The bottom with the luminosity of the top: 97.3 instead of 108.8.
+    EXPECT_TRUE(isNear(blended("luminosity"), 0x347474)) << std::hex << blended("luminosity");
+    EXPECT_TRUE(isNear(blended("plaid"), 0x8040c0));
 }
 
 TEST(DrawFilters, CompositesKeepWhatTheyAreNamedFor) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "formats/svg/draw/blend_mode.h"
 #include "formats/svg/draw/bounding_box.h"
 #include "formats/svg/draw/element_walk.h"
 #include "formats/svg/draw/pixel_area.h"
@@ -22,6 +23,7 @@ constexpr std::size_t kDeepestReference = 48;
 DrawContext::DrawContext(const std::string& text, const View& root, ACanvas& canvas)
     : m_tree(text),
       m_root(root),
+      m_blends(asksForBlending(text)),
       m_canvas(&canvas),
       m_clipBounds(canvas.clipBounds()),
       m_repeatable(

@@ -56,6 +56,9 @@ public:
     DrawingTree& tree() { return m_tree; }
     DrawStyleResolver& styles() { return m_styles; }
 
+    // Whether something in the drawing has a mix-blend-mode.
+    bool blends() const { return m_blends; }
+
     // What is drawn on now: the device's canvas, or that of a group.
     ACanvas& canvas() { return *m_canvas; }
     // Of the current canvas, kept up to date by pushClip and popClip; cheaper than asking it.
@@ -136,6 +139,7 @@ private:
     DrawingTree m_tree;
     DrawStyleResolver m_styles;
     View m_root;
+    bool m_blends;
     ACanvas* m_canvas;
     RECT m_clipBounds;
     RECT m_touched{0, 0, 0, 0};

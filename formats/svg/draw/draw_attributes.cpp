@@ -2,6 +2,16 @@
 
 namespace svg {
 
+namespace {
+
+// Shorthands are no attributes, nor is how an element blends: both are for styles only.
+bool isAttribute(Property property) {
+    return property != Property::unknown && property != Property::font && property != Property::marker &&
+           property != Property::mixBlendMode && property != Property::isolation;
+}
+
+}  // namespace
+
 void DrawAttributes::read(pugi::xml_node element) {
     m_plain.clear();
     m_present = 0;
@@ -17,9 +27,7 @@ void DrawAttributes::read(pugi::xml_node element) {
             continue;
         }
         const Property property = findProperty(parts.local, Vocabulary::drawing);
-        // Shorthands are no attributes.
-        if (property == Property::unknown || property == Property::font || property == Property::marker)
-            continue;
+        if (!isAttribute(property)) continue;
         m_present |= std::uint64_t{1} << static_cast<int>(property);
         m_values[static_cast<std::size_t>(property)] = attribute.value();
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "formats/svg/draw/blend_mode.h"
 #include "formats/svg/text_scan.h"
 
 namespace svg {
@@ -58,6 +59,7 @@ constexpr Keyword<bool> kFilterColors[] = {{"auto", true}, {"linearrgb", true}, 
 constexpr Keyword<bool> kMaskTypes[] = {{"luminance", false}, {"alpha", true}};
 constexpr Keyword<bool> kOverflows[] = {
     {"visible", true}, {"auto", true}, {"hidden", false}, {"scroll", false}, {"clip", false}};
+constexpr Keyword<bool> kIsolations[] = {{"auto", false}, {"isolate", true}};
 constexpr Keyword<bool> kVectorEffects[] = {{"none", false}, {"non-scaling-stroke", true}};
 constexpr Keyword<bool> kWhiteSpaces[] = {
     {"normal", false}, {"nowrap", false}, {"pre", true}, {"pre-wrap", true}, {"break-spaces", true}};
@@ -225,6 +227,10 @@ void copyDrawProperty(DrawStyle& style, const DrawStyle& from, Property property
             return takeOwn(&Own::showsOverflow);
         case Property::vectorEffect:
             return takeOwn(&Own::keepsStrokeWidth);
+        case Property::mixBlendMode:
+            return takeOwn(&Own::blend);
+        case Property::isolation:
+            return takeOwn(&Own::isolated);
         default:
             return;
     }
@@ -323,6 +329,11 @@ void applyDrawProperty(DrawStyle& style, const DrawStyle& parent, const View& vi
             return setKeyword(style.own.showsOverflow, value, kOverflows);
         case Property::vectorEffect:
             return setKeyword(style.own.keepsStrokeWidth, value, kVectorEffects);
+        case Property::mixBlendMode:
+            if (const std::optional<EBlend> blend = blendModeOf(value)) style.own.blend = *blend;
+            return;
+        case Property::isolation:
+            return setKeyword(style.own.isolated, value, kIsolations);
         default:
             return;
     }

@@ -65,6 +65,8 @@ struct DrawStyle : Style {
         bool alphaMask = false;         // mask-type: alpha
         bool showsOverflow = false;     // overflow: visible or auto
         bool keepsStrokeWidth = false;  // vector-effect: non-scaling-stroke
+        bool isolated = false;          // isolation: isolate
+        EBlend blend = EBlend::normal;  // mix-blend-mode
     } own;
     bool hasOwn = false;  // `own` may say something
 

@@ -7,6 +7,7 @@
 #include "formats/svg/draw/filters.h"
 #include "formats/svg/draw/mask.h"
 #include "formats/svg/draw/pixel_area.h"
+#include "formats/svg/object_class.h"
 #include "formats/svg/transform.h"
 
 namespace svg {
@@ -52,6 +53,13 @@ bool isEqual(const RECT& a, const RECT& b) {
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
 
+// Whether what blends inside must not see what lies below the element. A clip path makes a group, too, but
+// one that has to be an image only for that.
+bool isolates(const DrawContext& context, const DrawnElement& element) {
+    if (!context.blends() || !isContainer(kindOf(element.node))) return false;
+    return element.style.own.isolated || !element.style.clipPath.empty();
+}
+
 // An image of less is made faster than looked for.
 constexpr LONG kWorthKeeping = 4096;
 
@@ -85,7 +93,8 @@ bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* re
         if (kindOf(m_mask) != Element::mask) m_mask = {};
     }
     m_filtered = !style.filter.empty() && hasFilter(m_context, style.filter);
-    const bool needsImage = opacity < 1 || m_mask || m_filtered || !m_clipPaths.empty();
+    const bool needsImage = opacity < 1 || m_mask || m_filtered || !m_clipPaths.empty() ||
+                            style.own.blend != EBlend::normal || isolates(m_context, element);
     if (needsImage ? beginImage(element, box, reach) : !isEmpty(m_context.clipBounds())) return true;
     popClips();
     return false;
@@ -149,7 +158,8 @@ void Effect::compose(const RECT& touched) {
     m_context.touch(outside);
     const AAffine place = AAffine::translation(outside.left, outside.top);
     const bool whole = isEqual(touched, {0, 0, m_image.width(), m_image.height()});
-    m_context.canvas().drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false);
+    m_context.canvas().drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false,
+                                 m_style.own.blend);
 }
 
 }  // namespace svg

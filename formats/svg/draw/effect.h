@@ -1,5 +1,5 @@
-// What an element's opacity, clip path, mask and filter do to its picture: the content goes to an image of
-// its own, where that is needed, and from there to the canvas.
+// What an element's opacity, clip path, mask, filter and blend mode do to its picture: the content goes to an
+// image of its own, where that is needed, and from there to the canvas.
 //
 //     Effect effect(context);
 //     BoundingBox box(context, element);
@@ -19,7 +19,7 @@ class Effect {
 public:
     static bool isNeeded(const DrawStyle& style) {
         return style.own.opacity < 1 || !style.clipPath.empty() || !style.mask.empty() ||
-               !style.filter.empty();
+               !style.filter.empty() || style.own.blend != EBlend::normal || style.own.isolated;
     }
 
     explicit Effect(DrawContext& context) : m_context(context) {}

@@ -18,6 +18,22 @@ pugi::xml_node useTarget(DrawContext& context, pugi::xml_node use) {
     return target;
 }
 
+namespace {
+
+// The root's own user space, before its view box; `content`: the view inside.
+View rootSpace(const View& content, const DrawAttributes& attributes) {
+    const View around{AAffine(), content.width, content.height};
+    const View port = viewportOf(around, attributes.plain());
+    const View inner = enter(around, Element::svg, attributes.plain());
+    const std::optional<AAffine> back = inner.toDrawing.inverse();
+    if (!back) return content;
+    AAffine own;
+    if (attributes.has(Attribute::transform)) own = parseTransform(attributes.get(Attribute::transform));
+    return {content.toDrawing * *back * own, port.width, port.height};
+}
+
+}  // namespace
+
 ElementWalk::ElementWalk(DrawContext& context, const DrawStyle& style, const View& view)
     : m_context(context) {
     m_levels.push_back({style, view, 0, nullptr});
@@ -62,6 +78,24 @@ bool ElementWalk::open(pugi::xml_node container, Element element, Display displa
         level.clips = 1;
     }
     m_levels.push_back(std::move(level));
+    return true;
+}
+
+bool ElementWalk::beginRoot(pugi::xml_node root) {
+    Level& level = m_levels.back();
+    DrawStyle style = level.style;
+    // Nothing lies below the root, since the paper does not belong to the drawing: what blends starts on
+    // nothing.
+    style.own.blend = EBlend::normal;
+    style.own.isolated = m_context.blends();
+    if (!root || !Effect::isNeeded(style)) return true;
+    m_attributes.read(root);
+    const View own = rootSpace(level.view, m_attributes);
+    const DrawnElement drawn{root, m_attributes, style, own};
+    BoundingBox box(m_context, drawn);
+    level.effect = std::make_unique<Effect>(m_context);
+    if (!level.effect->begin(drawn, box, nullptr, style.own.opacity)) return false;
+    level.view.toDrawing = level.effect->shift() * level.view.toDrawing;
     return true;
 }
 

@@ -34,6 +34,9 @@ public:
     // Opens something that is not in the drawing: nothing changes inside.
     void openPlain();
     void close();
+    // For a walk that started in the drawing's root: the effects that the root itself has on its content, to
+    // be closed behind it. False when nothing can be seen.
+    bool beginRoot(pugi::xml_node root);
 
     // Paints an element that is no open container: a shape, a text, an image, or a container with its
     // content.

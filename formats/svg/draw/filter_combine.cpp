@@ -27,63 +27,9 @@ std::uint32_t weighted(std::uint32_t x, unsigned a, std::uint32_t y, unsigned b)
     return component(24) | component(16) | component(8) | component(0);
 }
 
-// Of colours that are not multiplied, from 0 to 1.
-float blended(BlendMode mode, float top, float bottom) {
-    switch (mode) {
-        case BlendMode::normal:
-            return top;
-        case BlendMode::multiply:
-            return top * bottom;
-        case BlendMode::screen:
-            return top + bottom - top * bottom;
-        case BlendMode::darken:
-            return std::min(top, bottom);
-        case BlendMode::lighten:
-            return std::max(top, bottom);
-        case BlendMode::overlay:
-            return blended(BlendMode::hardLight, bottom, top);
-        case BlendMode::colorDodge:
-            return bottom <= 0 ? 0 : top >= 1 ? 1 : std::min(1.0f, bottom / (1 - top));
-        case BlendMode::colorBurn:
-            return bottom >= 1 ? 1 : top <= 0 ? 0 : 1 - std::min(1.0f, (1 - bottom) / top);
-        case BlendMode::hardLight:
-            return top <= 0.5f ? 2 * top * bottom : blended(BlendMode::screen, 2 * top - 1, bottom);
-        case BlendMode::softLight: {
-            if (top <= 0.5f) return bottom - (1 - 2 * top) * bottom * (1 - bottom);
-            const float curve =
-                bottom <= 0.25f ? ((16 * bottom - 12) * bottom + 4) * bottom : std::sqrt(bottom);
-            return bottom + (2 * top - 1) * (curve - bottom);
-        }
-        case BlendMode::difference:
-            return std::fabs(top - bottom);
-        case BlendMode::exclusion:
-            return top + bottom - 2 * top * bottom;
-    }
-    return top;
-}
-
-std::uint32_t blendedPixel(BlendMode mode, std::uint32_t top, std::uint32_t bottom) {
-    const unsigned over = alphaOfPixel(top);
-    const unsigned under = alphaOfPixel(bottom);
-    if (over == 0) return bottom;
-    if (under == 0) return top;
-    const float a = static_cast<float>(over) / 255;
-    const float b = static_cast<float>(under) / 255;
-    const unsigned alpha = over + under - multiplied(over, under);
-    std::uint32_t result = alpha << 24;
-    for (int shift = 0; shift <= 16; shift += 8) {
-        const float x = static_cast<float>(top >> shift & 0xff) / 255;
-        const float y = static_cast<float>(bottom >> shift & 0xff) / 255;
-        const float mixed = (1 - a) * y + (1 - b) * x + a * b * blended(mode, x / a, y / b);
-        result |= std::min(componentOf(static_cast<double>(mixed)), alpha) << shift;
-    }
-    return result;
-}
-
 }  // namespace
 
-AImage blendImages(const AImage& top, const AImage& bottom, BlendMode mode) {
-    if (mode == BlendMode::normal) return compositeImages(top, bottom, CompositeMode::over);
+AImage blendImages(const AImage& top, const AImage& bottom, EBlend mode) {
     return combined(top, bottom, [&](std::uint32_t x, std::uint32_t y) { return blendedPixel(mode, x, y); });
 }
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "kzcore/image.h"
+#include "kzcore/pixel_blending.h"
 #include "platform/winapi.h"
 
 namespace svg {
@@ -35,21 +36,7 @@ void cropImage(AImage& image, const RECT& area);
 // The part of the image within `tile` repeated over the whole of it.
 AImage tileImage(const AImage& image, const RECT& tile);
 
-enum class BlendMode : std::uint8_t {
-    normal,
-    multiply,
-    screen,
-    darken,
-    lighten,
-    overlay,
-    colorDodge,
-    colorBurn,
-    hardLight,
-    softLight,
-    difference,
-    exclusion
-};
-AImage blendImages(const AImage& top, const AImage& bottom, BlendMode mode);
+AImage blendImages(const AImage& top, const AImage& bottom, EBlend mode);
 
 enum class CompositeMode : std::uint8_t { over, in, out, atop, exclusiveOr, lighter };
 AImage compositeImages(const AImage& top, const AImage& bottom, CompositeMode mode);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <optional>
 
+#include "formats/svg/draw/blend_mode.h"
 #include "formats/svg/draw/filter_light.h"
 #include "formats/svg/draw/filter_reader.h"
 #include "formats/svg/draw/filter_turbulence.h"
@@ -115,14 +116,7 @@ void FilterReader::readMerge(FilterStep& step) {
 }
 
 void FilterReader::readBlend(FilterStep& step) {
-    constexpr Choice<BlendMode> kModes[] = {
-        {"multiply", BlendMode::multiply},    {"screen", BlendMode::screen},
-        {"darken", BlendMode::darken},        {"lighten", BlendMode::lighten},
-        {"overlay", BlendMode::overlay},      {"color-dodge", BlendMode::colorDodge},
-        {"color-burn", BlendMode::colorBurn}, {"hard-light", BlendMode::hardLight},
-        {"soft-light", BlendMode::softLight}, {"difference", BlendMode::difference},
-        {"exclusion", BlendMode::exclusion}};
-    const BlendMode mode = valueOf(word("mode"), kModes, BlendMode::normal);
+    const EBlend mode = blendModeOf(word("mode")).value_or(EBlend::normal);
     step.apply = [=](const StepInputs& in) { return blendImages(*in.images[0], *in.images[1], mode); };
 }
 

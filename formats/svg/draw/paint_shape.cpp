@@ -33,7 +33,8 @@ bool canHaveMarkers(Element element) {
 
 // Whether the opacity is all that an effect has to do.
 bool isOpacityOnly(const DrawStyle& style) {
-    return style.clipPath.empty() && style.mask.empty() && style.filter.empty();
+    return style.clipPath.empty() && style.mask.empty() && style.filter.empty() &&
+           style.own.blend == EBlend::normal;
 }
 
 }  // namespace

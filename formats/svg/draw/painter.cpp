@@ -10,9 +10,11 @@ class Painter : public AObjectPainter {
 public:
     Painter(const std::string& text, const View& root, ACanvas& canvas)
         : m_context(text, root, canvas),
-          m_walk(m_context, m_context.styleAt(m_context.tree().root()), root) {}
+          m_walk(m_context, m_context.styleAt(m_context.tree().root()), root),
+          m_seen(m_walk.beginRoot(m_context.tree().root())) {}
 
     bool enter(const AParent& container) override {
+        if (!m_seen) return false;
         const pugi::xml_node node = nodeOf(container);
         // The layer of loose objects, a shadow: made around objects, not drawn.
         if (!node) {
@@ -27,8 +29,11 @@ public:
     void leave(const AParent&) override { m_walk.close(); }
 
     void paint(const AObject& object, APaintVisibility visible) override {
+        if (!m_seen) return;
         if (const pugi::xml_node node = nodeOf(object)) m_walk.paint(node, {&object, visible});
     }
+
+    void finish() override { m_walk.close(); }
 
 private:
     pugi::xml_node nodeOf(const AObject& object) {
@@ -38,6 +43,7 @@ private:
 
     DrawContext m_context;
     ElementWalk m_walk;
+    bool m_seen;  // the root shows at all
 };
 
 }  // namespace
