@@ -25,18 +25,7 @@ constexpr auto kProperties = makeWordTable<Property>({
     {"stop-color", Property::stopColor},
 });
 
-constexpr auto kDrawingProperties = makeWordTable<Property>({
-    {"fill", Property::fill},
-    {"stroke", Property::stroke},
-    {"color", Property::color},
-    {"display", Property::display},
-    {"visibility", Property::visibility},
-    {"font-size", Property::fontSize},
-    {"text-anchor", Property::textAnchor},
-    {"filter", Property::filter},
-    {"mask", Property::mask},
-    {"clip-path", Property::clipPath},
-    {"stop-color", Property::stopColor},
+constexpr auto kDrawingProperties = kProperties.with({
     {"fill-opacity", Property::fillOpacity},
     {"stroke-opacity", Property::strokeOpacity},
     {"fill-rule", Property::fillRule},
