@@ -84,8 +84,10 @@ TEST_F(ToolRules, RedrawOnceAndEndOnce) {
 TEST_F(ToolRules, ResetTheSelectionOnceOrNotAtAll) {
     forEach([&](const std::string& name, State, AReferItem* item) {
         const unsigned long long revision = drawing.selection().getRevision();
+        const unsigned long long redraws = drawing.selection().getRedrawCount();
         start(name, item);
         EXPECT_EQ(drawing.selection().getRevision(), revision + (hides(name) ? 1 : 0));
+        EXPECT_EQ(drawing.selection().getRedrawCount(), redraws + (hides(name) ? 1 : 0));
         EXPECT_EQ(drawing.selection().getCount(), hides(name) ? 0 : 1);
     });
 }
