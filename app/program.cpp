@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <map>
 #include <new>
 #include <optional>
 
@@ -22,7 +23,8 @@ constexpr char kFooter[] =
     "kzdraw COMMAND --help tells more of a command.\n"
     "Exit status: 0 done, 1 nothing matched, 2 wrong usage or unreadable input.\n\n"
     "Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
-    "  kzdraw select harbour.svg --same-color-as trawler-hull";
+    "  kzdraw select harbour.svg --same-color-as trawler-hull\n"
+    "  kzdraw view harbour.svg --hide crimson -o without.png";
 
 CLI::App* addCommand(CLI::App& program, const char* name, const char* description, const char* footer) {
     CLI::App* command = program.add_subcommand(name, description);
@@ -34,8 +36,40 @@ CLI::Option* addFile(CLI::App* command, std::string& file, const char* descripti
     return command->add_option("FILE", file, description)->type_name("");
 }
 
+CLI::Option* addSize(CLI::App* command, std::string& size) {
+    return command
+        ->add_option("--size", size, "The picture's size in pixels, WIDTHxHEIGHT or WIDTH; else the page's")
+        ->type_name("SIZE");
+}
+
 void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, "Print JSON, one line");
+}
+
+// The four options of "view", each of which starts a tool.
+struct ToolOption {
+    const char* name;
+    const char* tool;
+    const char* description;
+};
+constexpr ToolOption kToolOptions[] = {
+    {"--hide", "AHideThisTool", "Hide what has this color"},
+    {"--show", "AShowThisTool", "Show what has this color"},
+    {"--only", "AHideAllExceptTool", "Hide what has any other color"},
+    {"--except", "AShowAllExceptTool", "Show what has any other color"},
+};
+
+// Each may be given often; their order among each other counts, which only parse_order() tells.
+std::vector<ViewStep> stepsOf(const CLI::App& view) {
+    std::vector<ViewStep> steps;
+    std::map<const CLI::Option*, std::size_t> taken;
+    for (const CLI::Option* option : view.parse_order()) {
+        for (const ToolOption& one : kToolOptions) {
+            if (!option->check_name(one.name)) continue;
+            steps.push_back({one.tool, option->results().at(taken[option]++)});
+        }
+    }
+    return steps;
 }
 
 void setUp(CLI::App& program) {
@@ -70,54 +104,104 @@ std::string helpOf(const CLI::App& program) {
     return " (see " + command + "--help)";
 }
 
-int parseAndRun(std::vector<std::string> arguments) {
-    CLI::App program(kDescription, "kzdraw");
-    setUp(program);
-    int status = 0;
-
-    std::string file;
+// What the command line says, kept until its command runs.
+struct Given {
+    int status = 0;  // what the command returned
+    std::string file, out, size;
     bool json = false;
+    std::string similar, colored;
+    std::vector<std::string> colors;  // of the tool options, in no order: see stepsOf
+};
+
+std::optional<std::string> valueOf(const CLI::Option* option, const std::string& value) {
+    return option->count() > 0 ? std::optional(value) : std::nullopt;
+}
+
+void addInfo(CLI::App& program, Given& given) {
     CLI::App* info = addCommand(program, "info", "Tell what a drawing holds: page, layers, objects, colors",
                                 "Example:\n  kzdraw info harbour.svg");
-    addFile(info, file, "An SVG drawing")->required();
-    addJson(info, json);
-    info->final_callback([&] { status = runInfo(file, json); });
+    addFile(info, given.file, "An SVG drawing")->required();
+    addJson(info, given.json);
+    info->final_callback([&given] { given.status = runInfo(given.file, given.json); });
+}
 
+void addTools(CLI::App& program, Given& given) {
     CLI::App* tools =
         addCommand(program, "tools", "List the plug-in's tools", "Example:\n  kzdraw tools --json");
-    const CLI::Option* toolsFile =
-        addFile(tools, file, "With --json: the SVG drawing that tells which tools are valid");
-    addJson(tools, json);
-    tools->final_callback([&] { status = runTools(*toolsFile ? std::optional(file) : std::nullopt, json); });
+    const CLI::Option* file =
+        addFile(tools, given.file, "With --json: the SVG drawing that tells which tools are valid");
+    addJson(tools, given.json);
+    tools->final_callback([&given, file] { given.status = runTools(valueOf(file, given.file), given.json); });
+}
 
-    SelectOptions options;
+void addSelect(CLI::App& program, Given& given) {
     CLI::App* select = addCommand(program, "select", "Select objects and tell which",
                                   "Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
                                   "  kzdraw select harbour.svg --same-color-as trawler-hull");
-    addFile(select, options.file, "An SVG drawing")->required();
+    addFile(select, given.file, "An SVG drawing")->required();
     const CLI::Option* similar =
-        select->add_option("--similar-to", options.reference, "Every object of the class of the object ID")
+        select->add_option("--similar-to", given.similar, "Every object of the class of the object ID")
             ->type_name("ID");
-    std::string colored;
     const CLI::Option* color =
-        select->add_option("--same-color-as", colored, "Every object with the fill of the object ID")
+        select->add_option("--same-color-as", given.colored, "Every object with the fill of the object ID")
             ->type_name("ID");
-    addJson(select, options.json);
-    select->final_callback([&] {
+    addJson(select, given.json);
+    select->final_callback([&program, &given, similar, color] {
         if (similar->count() + color->count() != 1)
             throw Failure{"one of --similar-to and --same-color-as is needed" + helpOf(program)};
-        if (color->count() == 1) {
-            options.by = SelectBy::color;
-            options.reference = colored;
-        }
-        status = runSelect(options);
+        const bool byColor = color->count() == 1;
+        given.status = runSelect({given.file, byColor ? SelectBy::color : SelectBy::similarObjects,
+                                  byColor ? given.colored : given.similar, given.json});
     });
+}
 
+void addView(CLI::App& program, Given& given) {
+    CLI::App* view =
+        addCommand(program, "view", "Show and hide colors; write what is left, or tell",
+                   "A COLOR is the name of a color or #rrggbb; fill:ID and stroke:ID are what the "
+                   "object ID has.\n\n"
+                   "Example:\n  kzdraw view harbour.svg --hide crimson -o without.png\n"
+                   "  kzdraw view harbour.svg --only fill:trawler-hull -o hull.svg");
+    addFile(view, given.file, "An SVG drawing")->required();
+    for (const ToolOption& one : kToolOptions) {
+        view->add_option(one.name, given.colors, one.description)
+            ->type_name("COLOR")
+            ->allow_extra_args(false);
+    }
+    const CLI::Option* out =
+        view->add_option("-o,--output", given.out,
+                         "Write a picture, .png, or a drawing, .svg, without what is hidden")
+            ->type_name("FILE");
+    const CLI::Option* size = addSize(view, given.size);
+    addJson(view, given.json);
+    view->final_callback([&given, view, out, size] {
+        given.status = runView(
+            {given.file, stepsOf(*view), valueOf(out, given.out), valueOf(size, given.size), given.json});
+    });
+}
+
+void addRender(CLI::App& program, Given& given) {
+    CLI::App* render = addCommand(program, "render", "Draw a picture of a drawing",
+                                  "Example:\n  kzdraw render harbour.svg -o harbour.png --size 1600x1200");
+    addFile(render, given.file, "An SVG drawing")->required();
+    render->add_option("-o,--output", given.out, "The picture, a PNG file")->type_name("FILE")->required();
+    const CLI::Option* size = addSize(render, given.size);
+    render->final_callback(
+        [&given, size] { given.status = runRender(given.file, given.out, valueOf(size, given.size)); });
+}
+
+void addScript(CLI::App& program, Given& given) {
     CLI::App* script = addCommand(program, "script", "Run the commands of a script", "");
     script->footer(scriptHelp() + "\nExample:\n  kzdraw script select-boats.kzs");
-    addFile(script, file, "A script, - for standard input")->required();
-    script->final_callback([&] { status = runScript(file); });
+    addFile(script, given.file, "A script, - for standard input")->required();
+    script->final_callback([&given] { given.status = runScript(given.file); });
+}
 
+int parseAndRun(std::vector<std::string> arguments) {
+    CLI::App program(kDescription, "kzdraw");
+    setUp(program);
+    Given given;
+    for (const auto add : {addInfo, addTools, addSelect, addView, addRender, addScript}) add(program, given);
     try {
         expectCommand(program, arguments);
         std::ranges::reverse(arguments);  // the order in which CLI11 takes them
@@ -129,7 +213,7 @@ int parseAndRun(std::vector<std::string> arguments) {
     } catch (const CLI::ParseError& error) {
         throw Failure{error.what() + helpOf(program)};
     }
-    return status;
+    return given.status;
 }
 
 }  // namespace

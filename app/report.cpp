@@ -16,13 +16,6 @@ Json nameOf(const AReferItem* item) {
     return item ? Json(item->getName().toUtf8()) : Json();
 }
 
-AObList allObjects(ADocument& document) {
-    AObList objects(0, 10);
-    document.getSecondaryDatabase()->getAllObjects(objects, 0);
-    document.getDatabase().getAllObjects(objects, 0);
-    return objects;
-}
-
 // Gradients, patterns and the like. The solid brush that every color has is not worth counting.
 std::ptrdiff_t countOwnBrushes(ADocument& document) {
     return std::ranges::count_if(document.getPaint().getBrushes(), [](const ABrushItem* brush) {
@@ -45,6 +38,13 @@ Json reportLayers(const ADatabase& database, bool master) {
 }
 
 }  // namespace
+
+AObList allObjects(ADocument& document) {
+    AObList objects(0, 10);
+    document.getSecondaryDatabase()->getAllObjects(objects, 0);
+    document.getDatabase().getAllObjects(objects, 0);
+    return objects;
+}
 
 void printSelection(ADocument& document) {
     std::string line = "{\"selection\":[";

@@ -6,6 +6,9 @@
 
 namespace app {
 
+// Every object in drawing order, master layers first.
+AObList allObjects(ADocument& document);
+
 // {"selection":["a","b"]}, in the selection's order. Printed as it is made: a selection may hold a million
 // objects.
 void printSelection(ADocument& document);

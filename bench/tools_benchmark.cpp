@@ -6,24 +6,11 @@
 
 #include "kzcore/application.h"
 #include "kzcore/document.h"
-#include "kzcore/plugin_loader.h"
 #include "kzcore/tool.h"
 #include "kzcore/view.h"
+#include "plug_in.h"
 
 namespace {
-
-const APlugIn& plugIn() {
-    static const std::unique_ptr<APlugIn> loaded = [] {
-        AFilePath path;
-        path += _T("Plugins");
-        path += _T(KZ_PLUGIN_FILE);
-        std::string error;
-        auto module = APlugIn::load(path, error);
-        if (!module) throw std::runtime_error(error);
-        return module;
-    }();
-    return *loaded;
-}
 
 // Fifty layers, groups of nineteen, ten thousand colours.
 void fill(ADocument& document, int objects) {

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace app {
 
@@ -19,6 +20,23 @@ struct SelectOptions {
     bool json = false;
 };
 int runSelect(const SelectOptions& options);
+
+struct ViewStep {
+    std::string tool;  // its class
+    std::string item;  // NAME or #rrggbb of a colour, color:NAME, fill:ID or stroke:ID
+};
+struct ViewOptions {
+    std::string file;
+    std::vector<ViewStep> steps;      // in their order
+    std::optional<std::string> out;   // a picture or a drawing
+    std::optional<std::string> size;  // of the picture
+    bool json = false;
+};
+// Without a file to write, what is hidden is told.
+int runView(const ViewOptions& options);
+
+// `out` is a picture; without a size it is the page's.
+int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size);
 
 // "-": standard input.
 int runScript(const std::string& file);

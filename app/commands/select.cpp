@@ -1,4 +1,5 @@
 #include "app/commands/commands.h"
+#include "app/commands/on_file.h"
 #include "app/report.h"
 #include "kzcore/view.h"
 
@@ -25,15 +26,13 @@ int runSelect(const SelectOptions& options) {
     const bool byColor = options.by == SelectBy::color;
     Session session;
     session.open(options.file);
-    try {
+    onFile(options.file, [&] {
         session.select({options.reference});
         if (!session.runTool(byColor ? "ASelectColorTool" : "ASelectSimilarTool")) {
             throw Failure{byColor ? inQuotes(options.reference) + " has no fill to go by"
                                   : "Select Similar Objects cannot start on " + inQuotes(options.reference)};
         }
-    } catch (const Failure& failure) {
-        throw Failure{options.file + ": " + failure.reason};
-    }
+    });
     if (options.json)
         printSelection(session.document());
     else

@@ -5,9 +5,12 @@
 #include <istream>
 #include <new>
 
+#include "app/filter_report.h"
 #include "app/report.h"
 #include "app/script/refer_item_argument.h"
 #include "app/script/words.h"
+#include "app/written_drawing.h"
+#include "app/written_file.h"
 #include "kzcore/view.h"
 
 namespace app {
@@ -21,6 +24,16 @@ constexpr std::size_t kLongestLine = std::size_t{64} << 20;
 
 void doOpen(Session& session, const Words& words) {
     session.open(words[1]);
+}
+
+void doSave(Session& session, const Words& words) {
+    writeFile(words[1], drawingBytes(session.document(), nullptr));
+}
+
+void doRender(Session& session, const Words& words) {
+    const PictureSize size = words.size() == 3 ? readPictureSize(words[2]) : PictureSize();
+    checkPictureName(words[1]);
+    writeFile(words[1], drawPng(session.document(), size));
 }
 
 void doSelect(Session& session, const Words& words) {
@@ -51,6 +64,10 @@ void doPrint(Session& session, const Words& words) {
         printSelection(session.document());
     else if (what == "objects")
         printObjects(session.document());
+    else if (what == "filter")
+        printJson(reportFilter(session.document()));
+    else if (what == "visible")
+        printVisible(session.document());
     else if (what == "tools")
         printJson(reportTools(session));
     else if (what == "messages")
@@ -70,11 +87,13 @@ constexpr std::size_t kAny = std::string::npos - 1;
 
 constexpr std::array kCommands = {
     Command{"open", 1, 1, "open FILE", doOpen},
+    Command{"save", 1, 1, "save FILE", doSave},
+    Command{"render", 1, 2, "render FILE [WIDTHxHEIGHT]", doRender},
     Command{"select", 1, kAny, "select ID... | select none", doSelect},
     Command{"tool", 1, 2, "tool CLASS [color:NAME | fill:ID | stroke:ID]", doTool},
     Command{"undo", 0, 0, "undo", doUndo},
     Command{"redo", 0, 0, "redo", doRedo},
-    Command{"print", 1, 1, "print selection | objects | tools | messages", doPrint},
+    Command{"print", 1, 1, "print selection | filter | visible | objects | tools | messages", doPrint},
 };
 
 void runLine(Session& session, const std::string& line) {

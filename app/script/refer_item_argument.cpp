@@ -1,5 +1,6 @@
 #include "app/script/refer_item_argument.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "app/output.h"
@@ -56,18 +57,29 @@ AReferItem* findStroke(ADocument& document, const std::string& id) {
     throw Failure{inQuotes(id) + " has no stroke"};
 }
 
+struct Kind {
+    std::string_view prefix;
+    AReferItem* (*find)(ADocument&, const std::string&);
+};
+constexpr Kind kKinds[] = {{"color:", findColor}, {"fill:", findFill}, {"stroke:", findStroke}};
+
+// Null for a text that is of none.
+const Kind* kindOf(const std::string& text) {
+    const Kind* kind =
+        std::ranges::find_if(kKinds, [&](const Kind& k) { return text.starts_with(k.prefix); });
+    return kind == std::end(kKinds) ? nullptr : kind;
+}
+
 }  // namespace
 
 AReferItem* findReferItem(ADocument& document, const std::string& text) {
-    struct Kind {
-        std::string_view prefix;
-        AReferItem* (*find)(ADocument&, const std::string&);
-    };
-    for (const Kind& kind :
-         {Kind{"color:", findColor}, Kind{"fill:", findFill}, Kind{"stroke:", findStroke}}) {
-        if (text.starts_with(kind.prefix)) return kind.find(document, text.substr(kind.prefix.size()));
-    }
-    throw Failure{inQuotes(text) + " is none of color:NAME, fill:ID, stroke:ID"};
+    const Kind* kind = kindOf(text);
+    if (!kind) throw Failure{inQuotes(text) + " is none of color:NAME, fill:ID, stroke:ID"};
+    return kind->find(document, text.substr(kind->prefix.size()));
+}
+
+AReferItem* findReferItemOrColor(ADocument& document, const std::string& text) {
+    return kindOf(text) ? findReferItem(document, text) : findColor(document, text);
 }
 
 }  // namespace app

@@ -11,4 +11,7 @@ namespace app {
 // brush item; stroke:ID the colour of its pen, else its brush item. Raises Failure when there is none.
 AReferItem* findReferItem(ADocument& document, const std::string& text);
 
+// The same, but a text of none of the kinds is a colour's name.
+AReferItem* findReferItemOrColor(ADocument& document, const std::string& text);
+
 }  // namespace app

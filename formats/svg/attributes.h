@@ -47,11 +47,13 @@ public:
     void read(pugi::xml_node element, Namespaces& namespaces);
 
     // For readers of their own: starts empty, takes an attribute without a prefix. The texts are kept by
-    // address.
+    // address. False when the name is unknown.
     void clear() { m_present = 0; }
-    void addPlain(const char* name, const char* value) {
+    bool addPlain(const char* name, const char* value) {
         const Attribute known = findPlainAttribute(name);
-        if (known != Attribute::unknown) set(known, value);
+        if (known == Attribute::unknown) return false;
+        set(known, value);
+        return true;
     }
 
     bool has(Attribute attribute) const { return (m_present >> static_cast<int>(attribute) & 1) != 0; }

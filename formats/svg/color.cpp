@@ -44,7 +44,7 @@ bool isNameEnd(std::string_view text, std::size_t at) {
     return at >= text.size() || isSpace(text[at]) || text[at] == ',' || text[at] == ')' || text[at] == '/';
 }
 
-bool takeHex(std::string_view& text, std::uint32_t& rgb) {
+bool takeHex(std::string_view& text, std::uint32_t& rgb, std::uint8_t* alpha) {
     std::uint32_t value = 0;
     std::size_t count = 0;
     for (; count + 1 < text.size() && count < 9; ++count) {
@@ -53,7 +53,10 @@ bool takeHex(std::string_view& text, std::uint32_t& rgb) {
         value = value << 4 | digit;
     }
     if (!isNameEnd(text, count + 1)) return false;
-    if (count == 4 || count == 8) value >>= count;  // without the opacity: one digit of four, two of eight
+    if (count == 4 || count == 8) {  // the opacity: one digit of four, two of eight
+        if (alpha) *alpha = static_cast<std::uint8_t>(count == 4 ? (value & 0xf) * 0x11 : value & 0xff);
+        value >>= count;
+    }
     if (count == 3 || count == 4) {
         rgb = (value >> 8 & 0xf) * 0x110000 + (value >> 4 & 0xf) * 0x1100 + (value & 0xf) * 0x11;
     } else if (count == 6 || count == 8) {
@@ -114,7 +117,7 @@ std::uint32_t hslToRgb(double hue, double saturation, double lightness) {
     return packed(part(0), part(8), part(4));
 }
 
-bool takeFunction(std::string_view& text, std::uint32_t& rgb) {
+bool takeFunction(std::string_view& text, std::uint32_t& rgb, std::uint8_t* alpha) {
     const std::size_t open = text.find('(');
     if (open == text.npos || open > 4) return false;
     const std::string_view name = text.substr(0, open);
@@ -132,18 +135,22 @@ bool takeFunction(std::string_view& text, std::uint32_t& rgb) {
         if (!v[1].percent || !v[2].percent) return false;
         rgb = hslToRgb(v[0].value, v[1].value / 100, v[2].value / 100);
     }
+    if (alpha && arguments.count == 4) {
+        const double opacity = v[3].percent ? v[3].value / 100 : v[3].value;
+        *alpha = static_cast<std::uint8_t>(channel(opacity * 255));
+    }
     text = rest;
     return true;
 }
 
 }  // namespace
 
-bool takeColor(std::string_view& text, std::uint32_t& rgb) {
+bool takeColor(std::string_view& text, std::uint32_t& rgb, std::uint8_t* alpha) {
     if (text.empty()) return false;
-    if (text.front() == '#') return takeHex(text, rgb);
+    if (text.front() == '#') return takeHex(text, rgb, alpha);
     std::size_t length = 0;
     while (length < text.size() && toLower(text[length]) >= 'a' && toLower(text[length]) <= 'z') ++length;
-    if (length < text.size() && text[length] == '(') return takeFunction(text, rgb);
+    if (length < text.size() && text[length] == '(') return takeFunction(text, rgb, alpha);
     if (!isNameEnd(text, length) || !findColorName(text.substr(0, length), rgb)) return false;
     text.remove_prefix(length);
     return true;

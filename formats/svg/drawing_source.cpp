@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "formats/svg/draw/painter.h"
 #include "formats/svg/text_scan.h"
 
 namespace svg {
@@ -105,6 +106,10 @@ View DrawingSource::viewAround(const AObject& object) const {
     m_lastParent = parent;
     m_lastView = view;
     return view;
+}
+
+std::unique_ptr<AObjectPainter> DrawingSource::startPainting(ACanvas& canvas, const AAffine& toPixels) const {
+    return makePainter(m_text, m_root, canvas, toPixels);
 }
 
 AFRect DrawingSource::computeBounds(const AObject& object) const {

@@ -9,7 +9,9 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "formats/svg/entities.h"
 #include "formats/svg/view.h"
 #include "kzcore/document.h"
 
@@ -21,9 +23,18 @@ public:
     DrawingSource(std::string text, const View& root) : m_text(std::move(text)), m_root(root) {}
 
     AFRect computeBounds(const AObject& object) const override;
+    std::unique_ptr<AObjectPainter> startPainting(ACanvas& canvas, const AAffine& toPixels) const override;
 
     // UTF-8 without byte order mark, the drawing's own entities replaced.
     const std::string& text() const { return m_text; }
+    // What reading changed of the file besides: the references to its own entities, and whether a UTF-8 byte
+    // order mark stood in front.
+    void noteChanges(std::vector<EntityUse> entityUses, bool hadMark) {
+        m_entityUses = std::move(entityUses);
+        m_hadMark = hadMark;
+    }
+    const std::vector<EntityUse>& entityUses() const { return m_entityUses; }
+    bool hadMark() const { return m_hadMark; }
     // The start tag of an object's element, from "<" to ">"; empty when it has none.
     std::string_view startTag(const AObject& object) const;
     // The view in which the object's own element stands, its own transform not included.
@@ -31,6 +42,8 @@ public:
 
 private:
     std::string m_text;
+    std::vector<EntityUse> m_entityUses;
+    bool m_hadMark = false;
     View m_root;
     mutable const AParent* m_lastParent = nullptr;
     mutable View m_lastView;

@@ -6,11 +6,8 @@
 
 namespace svg {
 
-namespace {
-
-constexpr char32_t kReplacement = 0xFFFD;
-
 void appendUtf8(std::string& out, char32_t c) {
+    constexpr char32_t kReplacement = 0xFFFD;
     if (c > 0x10FFFF || (c >= 0xD800 && c < 0xE000)) c = kReplacement;
     if (c < 0x80) {
         out += static_cast<char>(c);
@@ -22,6 +19,8 @@ void appendUtf8(std::string& out, char32_t c) {
     for (int shift = 6 * (more - 1); shift >= 0; shift -= 6)
         out += static_cast<char>(0x80 | ((c >> shift) & 0x3F));
 }
+
+namespace {
 
 struct WideEncoding {
     int unit = 0;  // bytes per code unit; 0: bytes as they are
@@ -96,7 +95,8 @@ void convertToUtf8(std::string& bytes) {
     if (converted) {
         bytes = fromWide(bytes, wide);
     } else if (bytes.starts_with("\xEF\xBB\xBF")) {
-        bytes.erase(0, 3);
+        bytes.erase(0, 3);  // the mark was right where the declaration says something else
+        converted = isLatin1(declaredEncoding(bytes));
     } else if (isLatin1(declaredEncoding(bytes))) {
         converted = true;
         std::string out;

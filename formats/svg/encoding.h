@@ -13,5 +13,7 @@ void convertToUtf8(std::string& bytes);
 
 // No overlong forms, no surrogates, nothing cut short.
 bool isValidUtf8(std::string_view text);
+// A replacement character for what is no character.
+void appendUtf8(std::string& out, char32_t character);
 
 }  // namespace svg

@@ -101,7 +101,8 @@ std::size_t findSubset(std::string_view text) {
 
 class Expander {
 public:
-    Expander(Entities& entities, EntityError& error) : m_entities(entities), m_error(error) {}
+    Expander(Entities& entities, EntityError& error, std::vector<EntityUse>& uses)
+        : m_entities(entities), m_error(error), m_uses(uses) {}
 
     // Appends the text with its references replaced. `limit` bounds the output.
     bool append(std::string_view text, std::size_t limit, int depth, bool isDocument, std::string& out);
@@ -115,6 +116,7 @@ private:
 
     Entities& m_entities;
     EntityError& m_error;
+    std::vector<EntityUse>& m_uses;
 };
 
 bool Expander::expand(const std::string& name, Entity& entity, int depth) {
@@ -153,6 +155,7 @@ bool Expander::append(std::string_view text, std::size_t limit, int depth, bool 
         }
         if (!expand(name, found->second, depth + 1)) return false;
         out.append(text.substr(done, at - done));
+        if (isDocument) m_uses.push_back({out.size(), found->second.value.size(), name});
         out += found->second.value;
         if (out.size() > limit) return false;
         at = done = end + 1;
@@ -163,7 +166,8 @@ bool Expander::append(std::string_view text, std::size_t limit, int depth, bool 
 
 }  // namespace
 
-bool expandEntities(std::string& text, EntityError& error) {
+bool expandEntities(std::string& text, EntityError& error, std::vector<EntityUse>& uses) {
+    uses.clear();
     const std::size_t subset = findSubset(text);
     if (subset == text.npos) return true;
     Entities entities;
@@ -179,7 +183,7 @@ bool expandEntities(std::string& text, EntityError& error) {
     }
     body = std::min(body, text.size());
     std::string out = text.substr(0, body);
-    Expander expander(entities, error);
+    Expander expander(entities, error, uses);
     if (!expander.append(std::string_view(text).substr(body), text.size() + kLargestGrowth, 0, true, out)) {
         if (error.reason.empty()) error = {subset, "its entities make the drawing more than 64 MiB larger"};
         return false;

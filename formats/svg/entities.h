@@ -5,7 +5,9 @@
 // spaces, so that lines keep their numbers.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 namespace svg {
 
@@ -14,7 +16,15 @@ struct EntityError {
     std::string reason;
 };
 
-// False when the entities refer to themselves or grow beyond every use ("a billion laughs").
-bool expandEntities(std::string& text, EntityError& error);
+// A reference that was replaced, so that it can be written back.
+struct EntityUse {
+    std::size_t offset = 0;  // of what stands for it, in the text with the references replaced
+    std::size_t length = 0;
+    std::string name;
+};
+
+// False when the entities refer to themselves or grow beyond every use ("a billion laughs"). `uses`: the
+// references of the document itself, in their order.
+bool expandEntities(std::string& text, EntityError& error, std::vector<EntityUse>& uses);
 
 }  // namespace svg

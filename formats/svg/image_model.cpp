@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "formats/svg/base64.h"
 #include "formats/svg/text_scan.h"
 #include "formats/svg/word_table.h"
 #include "kzcore/object.h"
@@ -18,13 +19,6 @@ constexpr auto kModels = makeWordTable<int>({
     {"indexed", ABitmap::indexed},
     {"lab", ABitmap::lab},
 });
-
-int base64Digit(char c) {
-    if (c >= 'A' && c <= 'Z') return c - 'A';
-    if (c >= 'a' && c <= 'z') return c - 'a' + 26;
-    if (isDigit(c)) return c - '0' + 52;
-    return c == '+' ? 62 : c == '/' ? 63 : -1;
-}
 
 // PNG: 8 bytes signature, 8 bytes chunk head, width, height, then bit depth and colour type.
 constexpr std::size_t kDepthAt = 24;

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "formats/svg/image_model.h"
+#include "formats/svg/switch_case.h"
 #include "formats/svg/text_bounds.h"
 #include "formats/svg/text_scan.h"
 
@@ -19,17 +20,6 @@ constexpr std::size_t kRepeatableAtMost = 2'000'000;
 
 bool isTrue(std::string_view text) {
     return trim(text) == "true";
-}
-
-// Whether one of a list of languages is English, which is what scripts and documents expect.
-bool listsEnglish(std::string_view languages) {
-    while (!languages.empty()) {
-        const std::size_t comma = std::min(languages.find(','), languages.size());
-        const std::string_view one = trim(languages.substr(0, comma));
-        if (startsWithNoCase(one, "en") && (one.size() == 2 || one[2] == '-')) return true;
-        languages.remove_prefix(std::min(comma + 1, languages.size()));
-    }
-    return false;
 }
 
 }  // namespace
@@ -261,7 +251,7 @@ void Importer::enterContainer(AParent& container, pugi::xml_node node, Element e
         return;
     }
     if (element == Element::switch_) {
-        frame.next = chooseCase(node);
+        frame.next = chosenCase(node);
         frame.single = true;
     }
     m_frames.push_back(std::move(frame));
@@ -277,17 +267,6 @@ void Importer::enterUse(Frame frame) {
     frame.next = target;
     frame.single = frame.repeating = true;
     m_frames.push_back(std::move(frame));
-}
-
-pugi::xml_node Importer::chooseCase(pugi::xml_node node) {
-    for (const pugi::xml_node child : node.children()) {
-        if (!isDrawn(kindOf(child))) continue;
-        const pugi::xml_attribute language = child.attribute("systemLanguage");
-        const bool wanted = child.attribute("requiredExtensions").value()[0] == '\0' &&
-                            (!language || listsEnglish(language.value()));
-        if (wanted) return child;
-    }
-    return {};
 }
 
 // A filter that draws a shadow: it says so, or moves a copy and puts the original over it.

@@ -53,7 +53,6 @@ private:
     void enterUse(Frame frame);
     AObject* createObject(const AClassInfo& row, pugi::xml_node node, Element element);
     AParent& looseLayer();
-    pugi::xml_node chooseCase(pugi::xml_node node);
     bool isShadow(std::string_view filter);
     bool spendRepeating(std::size_t nodes);
     AFRect contentBounds(pugi::xml_node node, const Style& style);

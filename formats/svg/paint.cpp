@@ -10,9 +10,9 @@ namespace svg {
 namespace {
 
 // Keywords and colours, all that may also stand as a fallback.
-bool parseSimplePaint(std::string_view text, PaintKind& kind, std::uint32_t& rgb,
+bool parseSimplePaint(std::string_view text, PaintKind& kind, std::uint32_t& rgb, std::uint8_t& alpha,
                       std::string_view& cmykText) {
-    if (takeColor(text, rgb)) {
+    if (takeColor(text, rgb, &alpha)) {
         kind = PaintKind::rgb;
         return true;
     }
@@ -60,19 +60,20 @@ bool parsePaint(std::string_view text, Paint& paint) {
     Paint result;
     if (!text.empty() && text.front() == '#') {
         result.kind = PaintKind::rgb;
-        if (!takeColor(text, result.rgb)) return false;
+        if (!takeColor(text, result.rgb, &result.alpha)) return false;
     } else if (takeUrl(text, result.text)) {
         result.kind = PaintKind::reference;
         std::string_view cmykText;
         // A CMYK fallback is shown as its RGB look-alike.
-        if (!text.empty() && !parseSimplePaint(text, result.fallback, result.rgb, cmykText)) return false;
+        if (!text.empty() && !parseSimplePaint(text, result.fallback, result.rgb, result.alpha, cmykText))
+            return false;
         if (result.fallback == PaintKind::cmyk) {
             std::array<float, 4> cmyk;
             takeCmyk(cmykText, cmyk);
             result.fallback = PaintKind::rgb;
             result.rgb = cmykToRgb(cmyk);
         }
-    } else if (!parseSimplePaint(text, result.kind, result.rgb, result.text)) {
+    } else if (!parseSimplePaint(text, result.kind, result.rgb, result.alpha, result.text)) {
         return false;
     }
     paint = result;

@@ -12,8 +12,9 @@ enum class PaintKind : std::uint8_t { none, currentColor, rgb, cmyk, reference }
 struct Paint {
     PaintKind kind = PaintKind::none;
     PaintKind fallback = PaintKind::none;  // of a reference to something that is not there
+    std::uint8_t alpha = 255;              // of `rgb`; for drawing: the model's colours have none
     std::uint32_t rgb = 0;                 // 0xRRGGBB, of `kind` or of `fallback`
-    std::string_view text;                 // the id referred to; the text of a CMYK colour
+    std::string_view text{};               // the id referred to; the text of a CMYK colour
 };
 
 // Reads a paint: none, currentColor, a colour (what follows it, such as icc-color(), is dropped), url(#id)

@@ -42,26 +42,41 @@ int cubicExtrema(double p0, double p1, double p2, double p3, double out[2]) {
     return kept;
 }
 
-class PathBounds {
+// Reads path data into a sink: moveTo(to), lineTo(from, to), cubicTo(from, c1, c2, to), arcTo(from, arc, to),
+// close(from, start). A second close in a row, and a segment behind one, come without a move.
+template <class Sink>
+class PathReader {
 public:
-    PathBounds(const Affine& transform, BoundsBuilder& bounds) : m_transform(transform), m_bounds(bounds) {}
+    explicit PathReader(Sink& sink) : m_sink(sink) {}
 
     void read(std::string_view data);
 
 private:
     bool takeArguments(std::string_view& data, char command, double v[7]);
     void segment(char command, const double v[7], bool relative);
-    void lineTo(AFPoint to);
-    void cubicTo(AFPoint c1, AFPoint c2, AFPoint to);
+    void lineTo(AFPoint to) {
+        m_sink.lineTo(m_current, to);
+        m_current = to;
+    }
+    void cubicTo(AFPoint c1, AFPoint c2, AFPoint to) {
+        m_sink.cubicTo(m_current, c1, c2, to);
+        m_control = c2;
+        m_current = to;
+    }
     void arcTo(const double v[7], AFPoint to);
-    void close();
 
-    const Affine& m_transform;
-    BoundsBuilder& m_bounds;
+    Sink& m_sink;
     AFPoint m_current;
     AFPoint m_start;
     AFPoint m_control;  // of the segment before, for S and T
     char m_previous = 'M';
+};
+
+// The points center + u cos(angle) + w sin(angle) from `begin` over `delta`.
+struct Arc {
+    AFPoint center, u, w;
+    double begin = 0;
+    double delta = 0;
 };
 
 int argumentCount(char command) {
@@ -93,7 +108,8 @@ bool takeFlag(std::string_view& data, double& value) {
     return true;
 }
 
-bool PathBounds::takeArguments(std::string_view& data, char command, double v[7]) {
+template <class Sink>
+bool PathReader<Sink>::takeArguments(std::string_view& data, char command, double v[7]) {
     const int count = argumentCount(command);
     for (int i = 0; i < count; ++i) {
         const bool flag = command == 'A' && (i == 3 || i == 4);
@@ -103,7 +119,8 @@ bool PathBounds::takeArguments(std::string_view& data, char command, double v[7]
     return true;
 }
 
-void PathBounds::read(std::string_view data) {
+template <class Sink>
+void PathReader<Sink>::read(std::string_view data) {
     data = trimFront(data);
     bool first = true;
     while (!data.empty()) {
@@ -114,7 +131,8 @@ void PathBounds::read(std::string_view data) {
         first = false;
         data = trimFront(data.substr(1));
         if (command == 'Z') {
-            close();
+            m_sink.close(m_current, m_start);
+            m_current = m_start;
             m_previous = 'Z';
             continue;
         }
@@ -130,7 +148,8 @@ void PathBounds::read(std::string_view data) {
     }
 }
 
-void PathBounds::segment(char command, const double v[7], bool relative) {
+template <class Sink>
+void PathReader<Sink>::segment(char command, const double v[7], bool relative) {
     const AFPoint base = relative ? m_current : AFPoint{};
     const auto point = [&](int i) { return AFPoint{base.x + v[i], base.y + v[i + 1]}; };
     const auto reflected = [&](char one, char other) {
@@ -144,6 +163,7 @@ void PathBounds::segment(char command, const double v[7], bool relative) {
     switch (command) {
         case 'M':
             m_start = m_current = point(0);
+            m_sink.moveTo(m_current);
             break;
         case 'L':
             lineTo(point(0));
@@ -174,31 +194,9 @@ void PathBounds::segment(char command, const double v[7], bool relative) {
     }
 }
 
-void PathBounds::lineTo(AFPoint to) {
-    m_bounds.add(m_transform.apply(m_current));
-    m_bounds.add(m_transform.apply(to));
-    m_current = to;
-}
-
-void PathBounds::cubicTo(AFPoint c1, AFPoint c2, AFPoint to) {
-    const AFPoint p0 = m_transform.apply(m_current);
-    const AFPoint p1 = m_transform.apply(c1);
-    const AFPoint p2 = m_transform.apply(c2);
-    const AFPoint p3 = m_transform.apply(to);
-    m_bounds.add(p0);
-    m_bounds.add(p3);
-    double t[4];
-    int count = cubicExtrema(p0.x, p1.x, p2.x, p3.x, t);
-    count += cubicExtrema(p0.y, p1.y, p2.y, p3.y, t + count);
-    for (int i = 0; i < count; ++i) {
-        m_bounds.add(AFPoint{cubicAt(p0.x, p1.x, p2.x, p3.x, t[i]), cubicAt(p0.y, p1.y, p2.y, p3.y, t[i])});
-    }
-    m_control = c2;
-    m_current = to;
-}
-
-// From end points to a centre, then the extrema of C + U cos(angle) + V sin(angle) within the sweep.
-void PathBounds::arcTo(const double v[7], AFPoint to) {
+// From end points to a centre.
+template <class Sink>
+void PathReader<Sink>::arcTo(const double v[7], AFPoint to) {
     double rx = std::fabs(v[0]);
     double ry = std::fabs(v[1]);
     const AFPoint from = m_current;
@@ -227,14 +225,52 @@ void PathBounds::arcTo(const double v[7], AFPoint to) {
     if (sweep && delta < 0) delta += kTurn;
     if (!sweep && delta > 0) delta -= kTurn;
 
-    const AFPoint middle = m_transform.apply(center);
-    const AFPoint u = m_transform.applyLinear({rx * cosine, rx * sine});
-    const AFPoint w = m_transform.applyLinear({-ry * sine, ry * cosine});
+    m_sink.arcTo(from, {center, {rx * cosine, rx * sine}, {-ry * sine, ry * cosine}, begin, delta}, to);
+    m_current = to;
+}
+
+void addCubic(BoundsBuilder& bounds, AFPoint p0, AFPoint p1, AFPoint p2, AFPoint p3) {
+    bounds.add(p0);
+    bounds.add(p3);
+    double t[4];
+    int count = cubicExtrema(p0.x, p1.x, p2.x, p3.x, t);
+    count += cubicExtrema(p0.y, p1.y, p2.y, p3.y, t + count);
+    for (int i = 0; i < count; ++i) {
+        bounds.add(AFPoint{cubicAt(p0.x, p1.x, p2.x, p3.x, t[i]), cubicAt(p0.y, p1.y, p2.y, p3.y, t[i])});
+    }
+}
+
+class PathBounds {
+public:
+    PathBounds(const Affine& transform, BoundsBuilder& bounds) : m_transform(transform), m_bounds(bounds) {}
+
+    void moveTo(AFPoint) {}
+    void lineTo(AFPoint from, AFPoint to) {
+        m_bounds.add(m_transform.apply(from));
+        m_bounds.add(m_transform.apply(to));
+    }
+    void cubicTo(AFPoint from, AFPoint c1, AFPoint c2, AFPoint to) {
+        addCubic(m_bounds, m_transform.apply(from), m_transform.apply(c1), m_transform.apply(c2),
+                 m_transform.apply(to));
+    }
+    void arcTo(AFPoint from, const Arc& arc, AFPoint to);
+    void close(AFPoint from, AFPoint start) { lineTo(from, start); }
+
+private:
+    const Affine& m_transform;
+    BoundsBuilder& m_bounds;
+};
+
+// The extrema of C + U cos(angle) + W sin(angle) within the sweep.
+void PathBounds::arcTo(AFPoint from, const Arc& arc, AFPoint to) {
+    const AFPoint middle = m_transform.apply(arc.center);
+    const AFPoint u = m_transform.applyLinear(arc.u);
+    const AFPoint w = m_transform.applyLinear(arc.w);
     const auto addExtrema = [&](double angle) {
         for (int i = 0; i < 2; ++i, angle += std::numbers::pi) {
-            double along = std::fmod(sweep ? angle - begin : begin - angle, kTurn);
+            double along = std::fmod(arc.delta > 0 ? angle - arc.begin : arc.begin - angle, kTurn);
             if (along < 0) along += kTurn;
-            if (along < std::fabs(delta)) {
+            if (along < std::fabs(arc.delta)) {
                 m_bounds.add(AFPoint{middle.x + u.x * std::cos(angle) + w.x * std::sin(angle),
                                      middle.y + u.y * std::cos(angle) + w.y * std::sin(angle)});
             }
@@ -242,31 +278,122 @@ void PathBounds::arcTo(const double v[7], AFPoint to) {
     };
     addExtrema(std::atan2(w.x, u.x));
     addExtrema(std::atan2(w.y, u.y));
-    lineTo(to);  // both ends
+    lineTo(from, to);
 }
 
-void PathBounds::close() {
-    m_bounds.add(m_transform.apply(m_current));
-    m_bounds.add(m_transform.apply(m_start));
-    m_current = m_start;
+class PathOutline {
+public:
+    PathOutline(APath& path, Arcs arcs) : m_path(path), m_arcs(arcs) {}
+
+    void moveTo(AFPoint to) {
+        m_path.moveTo(to);
+        m_closed = false;
+    }
+    void lineTo(AFPoint from, AFPoint to) {
+        reopen(from);
+        m_path.lineTo(to);
+    }
+    void cubicTo(AFPoint from, AFPoint c1, AFPoint c2, AFPoint to) {
+        reopen(from);
+        m_path.curveTo(c1, c2, to);
+    }
+    void arcTo(AFPoint from, const Arc& arc, AFPoint to);
+    void close(AFPoint, AFPoint) {
+        if (!m_closed) m_path.close();
+        m_closed = true;
+    }
+
+private:
+    // A segment behind a close starts a figure at the same point.
+    void reopen(AFPoint from) {
+        if (m_closed) m_path.moveTo(from);
+        m_closed = false;
+    }
+
+    APath& m_path;
+    Arcs m_arcs;
+    bool m_closed = false;
+};
+
+// Curves of a quarter turn at most are off by less than a three thousandth of the radius.
+void PathOutline::arcTo(AFPoint from, const Arc& arc, AFPoint to) {
+    reopen(from);
+    const int count =
+        m_arcs == Arcs::oneCurve
+            ? 1
+            : std::max(1, static_cast<int>(std::ceil(std::fabs(arc.delta) / (kTurn / 4) - 1e-9)));
+    const double step = arc.delta / count;
+    // One curve for more than a quarter is no arc any more, but it leaves and arrives in the right direction.
+    const double reach = 4.0 / 3 * std::tan(std::clamp(step, -kTurn / 4, kTurn / 4) / 4);
+    const auto point = [&](double cosine, double sine) {
+        return AFPoint{arc.center.x + arc.u.x * cosine + arc.w.x * sine,
+                       arc.center.y + arc.u.y * cosine + arc.w.y * sine};
+    };
+    for (int i = 0; i < count; ++i) {
+        const double a = arc.begin + step * i;
+        const double b = a + step;
+        const double ca = std::cos(a), sa = std::sin(a), cb = std::cos(b), sb = std::sin(b);
+        m_path.curveTo(point(ca - reach * sa, sa + reach * ca), point(cb + reach * sb, sb - reach * cb),
+                       i + 1 == count ? to : point(cb, sb));
+    }
+}
+
+// Takes the next pair of coordinates; false at the end.
+bool takePoint(std::string_view& points, AFPoint& p) {
+    points = trimFront(points);
+    if (!takeNumber(points, p.x)) return false;
+    points = skipSeparator(points);
+    if (!takeNumber(points, p.y)) return false;
+    points = skipSeparator(points);
+    return true;
 }
 
 }  // namespace
 
 void addPathBounds(std::string_view data, const Affine& transform, BoundsBuilder& bounds) {
-    PathBounds(transform, bounds).read(data);
+    PathBounds sink(transform, bounds);
+    PathReader(sink).read(data);
+}
+
+void appendPath(std::string_view data, APath& path, Arcs arcs) {
+    PathOutline sink(path, arcs);
+    PathReader(sink).read(data);
 }
 
 void addPointsBounds(std::string_view points, const Affine& transform, BoundsBuilder& bounds) {
-    points = trimFront(points);
-    for (;;) {
-        AFPoint p;
-        if (!takeNumber(points, p.x)) return;
-        points = skipSeparator(points);
-        if (!takeNumber(points, p.y)) return;
-        points = skipSeparator(points);
-        bounds.add(transform.apply(p));
+    for (AFPoint p; takePoint(points, p);) bounds.add(transform.apply(p));
+}
+
+void appendPoints(std::string_view points, bool closed, APath& path) {
+    const std::size_t before = path.verbs().size();
+    for (AFPoint p; takePoint(points, p);) {
+        if (path.verbs().size() == before) {
+            path.moveTo(p);
+        } else {
+            path.lineTo(p);
+        }
     }
+    if (closed && path.verbs().size() != before) path.close();
+}
+
+AFRect outlineBounds(const APath& path) {
+    BoundsBuilder bounds;
+    const AFPoint* point = path.points().data();
+    AFPoint current;
+    for (const APath::EVerb verb : path.verbs()) {
+        if (verb == APath::EVerb::curve) {
+            addCubic(bounds, current, point[0], point[1], point[2]);
+            current = point[2];
+            point += 3;
+        } else if (verb != APath::EVerb::close) {
+            if (verb == APath::EVerb::line) {
+                bounds.add(current);
+                bounds.add(*point);
+            }
+            current = *point++;
+        }
+    }
+    return bounds.get();
 }
 
 }  // namespace svg

@@ -144,9 +144,11 @@ std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> cop
     if (bytes.starts_with("\x1F\x8B"))
         return fail(error, name, "compressed drawings are not supported, unpack it first");
     const void* const original = bytes.data();
+    const bool hadMark = bytes.starts_with("\xEF\xBB\xBF");
     convertToUtf8(bytes);
     EntityError entityError;
-    if (!expandEntities(bytes, entityError))
+    std::vector<EntityUse> entityUses;
+    if (!expandEntities(bytes, entityError, entityUses))
         return failAt(error, name, bytes, entityError.offset, entityError.reason);
 
     if (!copy || bytes.data() != original || bytes.size() != copy->size) {  // none, or converted since
@@ -176,7 +178,9 @@ std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> cop
     }
     auto document = std::make_unique<ADocument>();
     const View view = Importer(*document, index).run(root);
-    document->setGeometrySource(std::make_unique<DrawingSource>(std::move(bytes), view));
+    auto source = std::make_unique<DrawingSource>(std::move(bytes), view);
+    source->noteChanges(std::move(entityUses), hadMark);
+    document->setGeometrySource(std::move(source));
     return document;
 }
 

@@ -25,6 +25,47 @@ constexpr auto kProperties = makeWordTable<Property>({
     {"stop-color", Property::stopColor},
 });
 
+constexpr auto kDrawingProperties = kProperties.with({
+    {"fill-opacity", Property::fillOpacity},
+    {"stroke-opacity", Property::strokeOpacity},
+    {"fill-rule", Property::fillRule},
+    {"clip-rule", Property::clipRule},
+    {"stroke-width", Property::strokeWidth},
+    {"stroke-linecap", Property::strokeLinecap},
+    {"stroke-linejoin", Property::strokeLinejoin},
+    {"stroke-miterlimit", Property::strokeMiterlimit},
+    {"stroke-dasharray", Property::strokeDasharray},
+    {"stroke-dashoffset", Property::strokeDashoffset},
+    {"paint-order", Property::paintOrder},
+    {"marker-start", Property::markerStart},
+    {"marker-mid", Property::markerMid},
+    {"marker-end", Property::markerEnd},
+    {"marker", Property::marker},
+    {"font", Property::font},
+    {"font-family", Property::fontFamily},
+    {"font-weight", Property::fontWeight},
+    {"font-style", Property::fontStyle},
+    {"letter-spacing", Property::letterSpacing},
+    {"word-spacing", Property::wordSpacing},
+    {"white-space", Property::whiteSpace},
+    {"dominant-baseline", Property::dominantBaseline},
+    {"baseline-shift", Property::baselineShift},
+    {"text-decoration", Property::textDecoration},
+    {"text-decoration-line", Property::textDecoration},
+    {"image-rendering", Property::imageRendering},
+    {"color-interpolation-filters", Property::filterColors},
+    {"opacity", Property::opacity},
+    {"stop-opacity", Property::stopOpacity},
+    {"flood-color", Property::floodColor},
+    {"flood-opacity", Property::floodOpacity},
+    {"lighting-color", Property::lightingColor},
+    {"mask-type", Property::maskType},
+    {"overflow", Property::overflow},
+    {"vector-effect", Property::vectorEffect},
+    {"mix-blend-mode", Property::mixBlendMode},
+    {"isolation", Property::isolation},
+});
+
 struct FontKeyword {
     std::string_view name;
     double size;
@@ -104,19 +145,6 @@ std::string_view noneIsEmpty(std::string_view value) {
     return equalsNoCase(value, "none") ? "" : value;
 }
 
-// The size in a "font" shorthand: the last word before the family that starts with a digit, "12px/1.4"
-// included.
-std::string_view fontSizeOf(std::string_view font) {
-    while (!font.empty()) {
-        std::string_view word = takeWord(font);
-        if (word.empty() || !(isDigit(word.front()) || word.front() == '.')) continue;
-        word = word.substr(0, word.find('/'));
-        const char last = word.back();
-        if (!isDigit(last)) return word;  // without a unit it is the weight
-    }
-    return {};
-}
-
 enum CharacterClass : std::uint8_t { ordinary, semicolon, quotation, opening, closing };
 
 constexpr auto kCharacters = [] {
@@ -174,8 +202,31 @@ Style Style::inherited() const {
     return style;
 }
 
-Property findProperty(std::string_view name) {
-    return kProperties.find(name, Property::unknown);
+Property findProperty(std::string_view name, Vocabulary vocabulary) {
+    return vocabulary == Vocabulary::import ? kProperties.find(name, Property::unknown)
+                                            : kDrawingProperties.find(name, Property::unknown);
+}
+
+GlobalWord globalWord(std::string_view value, bool isInherited) {
+    if (value.size() < 5) return GlobalWord::none;
+    const char first = toLower(value[0]);
+    if (first != 'i' && first != 'u' && first != 'r') return GlobalWord::none;
+    const bool natural = equalsNoCase(value, "unset") || equalsNoCase(value, "revert");
+    if (equalsNoCase(value, "inherit") || (natural && isInherited)) return GlobalWord::inherit;
+    return natural || equalsNoCase(value, "initial") ? GlobalWord::initial : GlobalWord::none;
+}
+
+// The size in a "font" shorthand: the last word before the family that starts with a digit, "12px/1.4"
+// included.
+std::string_view fontSizeOf(std::string_view font) {
+    while (!font.empty()) {
+        std::string_view word = takeWord(font);
+        if (word.empty() || !(isDigit(word.front()) || word.front() == '.')) continue;
+        word = word.substr(0, word.find('/'));
+        const char last = word.back();
+        if (!isDigit(last)) return word;  // without a unit it is the weight
+    }
+    return {};
 }
 
 void applyProperty(Style& style, const Style& parent, Property property, std::string_view value) {
@@ -185,17 +236,9 @@ void applyProperty(Style& style, const Style& parent, Property property, std::st
         style.displayed = parent.displayed && !equalsNoCase(value, "none");
         return;
     }
-    if (value.size() >= 5 &&
-        (toLower(value[0]) == 'i' || toLower(value[0]) == 'u' || toLower(value[0]) == 'r')) {
-        const bool natural = equalsNoCase(value, "unset") || equalsNoCase(value, "revert");
-        if (equalsNoCase(value, "inherit") || (natural && isInherited(property))) {
-            copyProperty(style, parent, property);
-            return;
-        }
-        if (natural || equalsNoCase(value, "initial")) {
-            copyProperty(style, Style(), property);
-            return;
-        }
+    if (const GlobalWord word = globalWord(value, isInherited(property)); word != GlobalWord::none) {
+        copyProperty(style, word == GlobalWord::inherit ? parent : Style(), property);
+        return;
     }
     switch (property) {
         case Property::fill:
@@ -250,7 +293,7 @@ void prepare(Declaration& declaration) {
     declaration.hasPaint = isPaint && parsePaint(declaration.value, declaration.paint);
 }
 
-bool takeDeclaration(std::string_view& text, Declaration& declaration) {
+bool takeDeclaration(std::string_view& text, Declaration& declaration, Vocabulary vocabulary) {
     while (!text.empty()) {
         std::size_t colon = 0;
         while (colon < text.size() && text[colon] != ':' && text[colon] != ';') ++colon;
@@ -259,14 +302,15 @@ bool takeDeclaration(std::string_view& text, Declaration& declaration) {
         text.remove_prefix(length < text.size() ? length + 1 : length);
         if (colon == whole.size()) continue;
         const std::string_view name = trim(whole.substr(0, colon));
-        Property property = findProperty(name);
-        const bool shorthand = property == Property::unknown && equalsNoCase(name, "font");
+        Property property = findProperty(name, vocabulary);
+        const bool shorthand =
+            vocabulary == Vocabulary::import && property == Property::unknown && equalsNoCase(name, "font");
         if (property == Property::unknown && !shorthand) {
             // Written in capitals, rarely.
-            char lower[16];
+            char lower[32];
             if (name.empty() || name.size() > sizeof lower || (name[0] >= 'a' && name[0] <= 'z')) continue;
             for (std::size_t i = 0; i < name.size(); ++i) lower[i] = toLower(name[i]);
-            property = findProperty({lower, name.size()});
+            property = findProperty({lower, name.size()}, vocabulary);
             if (property == Property::unknown) continue;
         }
         declaration.value = trim(whole.substr(colon + 1));

@@ -24,28 +24,8 @@ const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& 
         const Property property = static_cast<Property>(std::countr_zero(rest));
         applyProperty(style, parent, property, attributes.get(presentationAttribute(property)));
     }
-    bool important = false;
-    for (const Declaration* one : m_fromSheet) {
-        important |= one->important;
-        if (!one->important) applyDeclaration(style, parent, *one);
-    }
-    const std::string_view own = attributes.get(Attribute::style);
-    bool ownImportant = false;
-    Declaration declaration;
-    for (std::string_view text = own; takeDeclaration(text, declaration);) {
-        ownImportant |= declaration.important;
-        if (!declaration.important) applyDeclaration(style, parent, declaration);
-    }
-    if (important) {
-        for (const Declaration* one : m_fromSheet) {
-            if (one->important) applyDeclaration(style, parent, *one);
-        }
-    }
-    if (ownImportant) {
-        for (std::string_view text = own; takeDeclaration(text, declaration);) {
-            if (declaration.important) applyDeclaration(style, parent, declaration);
-        }
-    }
+    cascade(m_fromSheet, attributes.get(Attribute::style), Vocabulary::import,
+            [&](const Declaration& one) { applyDeclaration(style, parent, one); });
     return style;
 }
 

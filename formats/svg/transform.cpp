@@ -50,11 +50,6 @@ bool makeTransform(std::string_view name, const double* v, int count, Affine& ou
 
 }  // namespace
 
-Affine operator*(const Affine& o, const Affine& i) {
-    return {o.a * i.a + o.c * i.b, o.b * i.a + o.d * i.b,       o.a * i.c + o.c * i.d,
-            o.b * i.c + o.d * i.d, o.a * i.e + o.c * i.f + o.e, o.b * i.e + o.d * i.f + o.f};
-}
-
 Affine parseTransform(std::string_view text) {
     Affine result;
     text = trim(text);

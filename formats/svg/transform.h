@@ -4,25 +4,15 @@
 #include <cmath>
 #include <string_view>
 
+#include "kzutil/affine.h"
 #include "kzutil/rect.h"
 
 namespace svg {
 
-// x' = a x + c y + e, y' = b x + d y + f.
-struct Affine {
-    double a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
-
-    AFPoint apply(AFPoint p) const { return {a * p.x + c * p.y + e, b * p.x + d * p.y + f}; }
-    // A direction: the translation does not count.
-    AFPoint applyLinear(AFPoint p) const { return {a * p.x + c * p.y, b * p.x + d * p.y}; }
-    friend bool operator==(const Affine&, const Affine&) = default;
-};
-
-// First `inner`, then `outer`.
-Affine operator*(const Affine& outer, const Affine& inner);
+using Affine = AAffine;
 
 inline Affine translation(double x, double y) {
-    return {1, 0, 0, 1, x, y};
+    return Affine::translation(x, y);
 }
 
 // The value of a transform attribute. One that cannot be read to its end counts as no transform.

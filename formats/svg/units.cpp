@@ -80,6 +80,7 @@ bool takeNumber(std::string_view& text, double& value) {
 }
 
 bool parseLength(std::string_view text, Axis axis, const LengthContext& context, double& value) {
+    if (text.empty()) return false;
     const char* const end = text.data() + text.size();
     double plain = 0;
     if (readPlainDecimal(text.data(), end, plain) == end) {  // nearly always

@@ -13,35 +13,12 @@ namespace {
 constexpr double kDefaultWidth = 300;
 constexpr double kDefaultHeight = 150;
 
-bool parseViewBox(std::string_view text, AFRect& box) {
-    double v[4];
-    text = trimFront(text);
-    for (double& number : v) {
-        if (!takeNumber(text, number)) return false;
-        text = skipSeparator(text);
-    }
-    if (!(v[2] > 0 && v[3] > 0)) return false;
-    box = {v[0], v[1], v[0] + v[2], v[1] + v[3]};
-    return true;
-}
-
 // "xMidYMid": 0, 0.5 or 1 of the room that is left.
 double alignment(std::string_view word, std::string_view axis) {
     const std::size_t at = word.find(axis);
     if (at == word.npos) return 0.5;
     const std::string_view which = word.substr(at + axis.size(), 3);
     return which == "Min" ? 0 : which == "Max" ? 1 : 0.5;
-}
-
-// From view box to a viewport of that size at the origin.
-Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect) {
-    double x = width / box.Width();
-    double y = height / box.Height();
-    const std::string_view align = takeWord(aspect);
-    if (align != "none") x = y = takeWord(aspect) == "slice" ? std::max(x, y) : std::min(x, y);
-    const double left = align == "none" ? 0 : (width - box.Width() * x) * alignment(align, "x");
-    const double top = align == "none" ? 0 : (height - box.Height() * y) * alignment(align, "Y");
-    return {x, 0, 0, y, left - box.left * x, top - box.top * y};
 }
 
 LengthContext contextOf(const View& view, double fontSize = 16) {
@@ -51,20 +28,6 @@ LengthContext contextOf(const View& view, double fontSize = 16) {
 Affine ownTransform(const AttributeSet& attributes) {
     return attributes.has(Attribute::transform) ? parseTransform(attributes.get(Attribute::transform))
                                                 : Affine();
-}
-
-// The inside of a nested drawing or of a symbol in use.
-View enterViewport(const View& outer, const Affine& transform, double width, double height,
-                   const AttributeSet& attributes) {
-    View inner{outer.toDrawing * transform, width, height};
-    AFRect box;
-    if (attributes.has(Attribute::viewBox) && parseViewBox(attributes.get(Attribute::viewBox), box)) {
-        const std::string_view aspect = attributes.get(Attribute::preserveAspectRatio);
-        inner.toDrawing = inner.toDrawing * fitViewBox(box, width, height, aspect);
-        inner.width = box.Width();
-        inner.height = box.Height();
-    }
-    return inner;
 }
 
 double positive(double value) {
@@ -89,6 +52,28 @@ AFRect rectangleBounds(const AttributeSet& attributes, const Affine& transform,
 
 }  // namespace
 
+bool parseViewBox(std::string_view text, AFRect& box) {
+    double v[4];
+    text = trimFront(text);
+    for (double& number : v) {
+        if (!takeNumber(text, number)) return false;
+        text = skipSeparator(text);
+    }
+    if (!(v[2] > 0 && v[3] > 0)) return false;
+    box = {v[0], v[1], v[0] + v[2], v[1] + v[3]};
+    return true;
+}
+
+Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect) {
+    double x = width / box.Width();
+    double y = height / box.Height();
+    const std::string_view align = takeWord(aspect);
+    if (align != "none") x = y = takeWord(aspect) == "slice" ? std::max(x, y) : std::min(x, y);
+    const double left = align == "none" ? 0 : (width - box.Width() * x) * alignment(align, "x");
+    const double top = align == "none" ? 0 : (height - box.Height() * y) * alignment(align, "Y");
+    return {x, 0, 0, y, left - box.left * x, top - box.top * y};
+}
+
 double length(const AttributeSet& attributes, Attribute attribute, Axis axis, const LengthContext& context,
               double missing) {
     double value = missing;
@@ -112,6 +97,17 @@ View rootView(const AttributeSet& root, AFRect& page) {
     return view;
 }
 
+View viewportOf(const View& outer, const AttributeSet& attributes) {
+    const LengthContext context = contextOf(outer);
+    double width = length(attributes, Attribute::width, Axis::horizontal, context, outer.width);
+    double height = length(attributes, Attribute::height, Axis::vertical, context, outer.height);
+    if (outer.useWidth >= 0) width = outer.useWidth;
+    if (outer.useHeight >= 0) height = outer.useHeight;
+    const Affine offset = translation(length(attributes, Attribute::x, Axis::horizontal, context),
+                                      length(attributes, Attribute::y, Axis::vertical, context));
+    return {outer.toDrawing * ownTransform(attributes) * offset, width, height};
+}
+
 View enter(const View& outer, Element element, const AttributeSet& attributes) {
     const LengthContext context = contextOf(outer);
     View inner = outer;
@@ -124,14 +120,16 @@ View enter(const View& outer, Element element, const AttributeSet& attributes) {
         inner.useHeight = length(attributes, Attribute::height, Axis::vertical, context, -1);
         return inner;
     }
-    if (element == Element::svg || element == Element::symbol) {
-        double width = length(attributes, Attribute::width, Axis::horizontal, context, outer.width);
-        double height = length(attributes, Attribute::height, Axis::vertical, context, outer.height);
-        if (outer.useWidth >= 0) width = outer.useWidth;
-        if (outer.useHeight >= 0) height = outer.useHeight;
-        const Affine offset = translation(length(attributes, Attribute::x, Axis::horizontal, context),
-                                          length(attributes, Attribute::y, Axis::vertical, context));
-        return enterViewport(outer, ownTransform(attributes) * offset, width, height, attributes);
+    if (isViewport(element)) {
+        inner = viewportOf(outer, attributes);
+        AFRect box;
+        if (!attributes.has(Attribute::viewBox) || !parseViewBox(attributes.get(Attribute::viewBox), box))
+            return inner;
+        const std::string_view aspect = attributes.get(Attribute::preserveAspectRatio);
+        inner.toDrawing = inner.toDrawing * fitViewBox(box, inner.width, inner.height, aspect);
+        inner.width = box.Width();
+        inner.height = box.Height();
+        return inner;
     }
     if (attributes.has(Attribute::transform)) inner.toDrawing = outer.toDrawing * ownTransform(attributes);
     return inner;

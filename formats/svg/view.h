@@ -23,6 +23,19 @@ struct View {
 // The view of the content of the drawing's root, and its page in user units: the view box, or the size.
 View rootView(const AttributeSet& root, AFRect& page);
 
+// Reads a viewBox attribute; false when it is none or has no area.
+bool parseViewBox(std::string_view text, AFRect& box);
+// From a view box to a viewport of that size at the origin, as preserveAspectRatio says (empty: the middle,
+// whole).
+Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect);
+
+// Elements with a size of their own, which cuts off what lies outside.
+constexpr bool isViewport(Element element) {
+    return element == Element::svg || element == Element::symbol;
+}
+// What such an element shows lies between 0, 0 and the width and height of this view, before its view box.
+View viewportOf(const View& outer, const AttributeSet& attributes);
+
 // The view inside an element: its transform, its view box.
 View enter(const View& outer, Element element, const AttributeSet& attributes);
 

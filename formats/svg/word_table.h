@@ -4,6 +4,7 @@
 //     kWords.find("rect", Element::unknown)
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -19,9 +20,8 @@ struct Word {
 template <class Id, std::size_t Count>
 class WordTable {
 public:
-    constexpr explicit WordTable(const Word<Id> (&words)[Count]) {
+    constexpr explicit WordTable(const std::array<Word<Id>, Count>& words) : m_words(words) {
         for (std::size_t i = 0; i < Count; ++i) {
-            m_words[i] = words[i];
             std::size_t slot = hash(words[i].text);
             while (m_slots[slot] != 0) slot = (slot + 1) % kSlots;
             m_slots[slot] = static_cast<std::uint8_t>(i + 1);
@@ -35,6 +35,14 @@ public:
             if (equal(word.text, text)) return word.id;
         }
         return missing;
+    }
+
+    // A table of these words and more.
+    template <std::size_t More>
+    constexpr WordTable<Id, Count + More> with(const Word<Id> (&more)[More]) const {
+        std::array<Word<Id>, Count + More> words{};
+        std::copy(std::begin(more), std::end(more), std::copy(m_words.begin(), m_words.end(), words.begin()));
+        return WordTable<Id, Count + More>(words);
     }
 
     constexpr const std::array<Word<Id>, Count>& words() const { return m_words; }
@@ -63,7 +71,7 @@ private:
 
 template <class Id, std::size_t Count>
 constexpr WordTable<Id, Count> makeWordTable(const Word<Id> (&words)[Count]) {
-    return WordTable<Id, Count>(words);
+    return WordTable<Id, Count>(std::to_array(words));
 }
 
 // The characters of a name in one number, the first in the highest byte that is used. Nearly every name of a

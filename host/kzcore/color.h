@@ -21,3 +21,8 @@ private:
     COLORREF m_color = 0;
     double m_opacity = 1.0;
 };
+
+struct AGradientStop {
+    double offset;  // 0 to 1
+    AColor color;
+};

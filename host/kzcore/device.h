@@ -12,7 +12,9 @@
 // (device_mgr.h).
 #pragma once
 
-#include "kzcore/device_raster.h"
+#include <memory>
+
+#include "kzcore/canvas.h"
 #include "kzcore/screen_info.h"
 
 class APixelSection;
@@ -21,7 +23,7 @@ class ADevice {
 public:
     // Draws on the context, which must outlive the device; its origin is the origin of the drawing.
     ADevice(HDC context, const AScreenInfo& screen) : ADevice(context, screen, POINT{0, 0}) {}
-    virtual ~ADevice() = default;
+    virtual ~ADevice();
     ADevice(const ADevice&) = delete;
     ADevice& operator=(const ADevice&) = delete;
 
@@ -42,16 +44,26 @@ public:
     // The width is in drawing units.
     void StrokePath(const APath& path, const AColor& color, double width);
 
+    // For everything else that can be drawn, in pixels of the context. It holds until a whole-pixel operation
+    // or the outermost DrawEnd, behind which the context has what was drawn. Raises bad_alloc.
+    ACanvas& canvas();
+
 protected:
     // `origin`: the screen pixel that the context's first pixel stands for.
-    ADevice(HDC context, const AScreenInfo& screen, POINT origin)
-        : m_context(context), m_screen(screen), m_origin(origin) {}
+    ADevice(HDC context, const AScreenInfo& screen, POINT origin);
+
+    // Puts what was drawn on the canvas into the context. A device that owns its section does it before that
+    // goes.
+    void closeCanvas() const;
 
 private:
+    struct OpenCanvas;
+
     // The pixels behind the context, when the device owns them.
     virtual APixelSection* getSection() { return nullptr; }
     RECT contextRect(const AFRect& rect) const;
     void fillContext(const RECT& rect, const AColor& color);
+    AAffine toPixels() const;
     template <class Draw>
     void drawPath(const APath& path, double margin, Draw draw);
 
@@ -59,4 +71,6 @@ private:
     AScreenInfo m_screen;
     POINT m_origin;
     int m_drawing = 0;
+    // What a context shows includes what is still on its canvas, so whoever reads it puts that back.
+    mutable std::unique_ptr<OpenCanvas> m_canvas;
 };

@@ -10,6 +10,7 @@ class OffscreenDevice : public ADevice {
 public:
     OffscreenDevice(std::unique_ptr<APixelSection> section, const AScreenInfo& screen, POINT origin)
         : ADevice(section->getContext(), screen, origin), m_section(std::move(section)) {}
+    ~OffscreenDevice() override { closeCanvas(); }
 
 private:
     APixelSection* getSection() override { return m_section.get(); }

@@ -14,9 +14,12 @@
 
 #include "kzcore/name_table.h"
 #include "kzcore/object.h"
+#include "kzcore/object_painter.h"
 #include "kzcore/paint_table.h"
+#include "kzutil/affine.h"
 #include "kzutil/large_memory.h"
 
+class ACanvas;
 class ADocView;
 
 // What a format keeps of its file, to answer what the model does not hold. Owned by the document.
@@ -26,6 +29,13 @@ public:
     // The bounding rectangle, in drawing coordinates, of an object that this source read. Empty when it has
     // none.
     virtual AFRect computeBounds(const AObject& object) const = 0;
+    // Starts a pass over the document that paints its objects on the canvas, which outlives the painter. Null
+    // when this source cannot paint.
+    virtual std::unique_ptr<AObjectPainter> startPainting(ACanvas& canvas, const AAffine& toPixels) const {
+        static_cast<void>(canvas);
+        static_cast<void>(toPixels);
+        return nullptr;
+    }
 };
 
 class ADocument : public ARoot {

@@ -16,6 +16,7 @@
 
 class ABrush;
 class ADocument;
+class ALayer;
 class AParent;
 class APen;
 
@@ -46,6 +47,8 @@ public:
     // This object as a container, null for one that has no children: the run-time type test of AParent, at
     // the price of a virtual call, since walks make it for each of a million objects.
     virtual AParent* asParent() { return nullptr; }
+    // The same for ALayer.
+    virtual ALayer* asLayer() { return nullptr; }
     // The fill and the pen, null for an object that has none. Groups, effects and bitmaps have neither.
     virtual ABrush* getBrush() const { return m_brush; }
     virtual APen* getPen() const { return m_pen; }
@@ -158,6 +161,8 @@ private:
 class ALayer : public AParent {
 public:
     using AParent::AParent;
+
+    ALayer* asLayer() override { return this; }
 
     const AString& getTitle() const { return m_title; }
     void setTitle(AString title) { m_title = std::move(title); }

@@ -34,6 +34,17 @@ void APath::close() {
     if (!empty()) m_verbs.push_back(EVerb::close);
 }
 
+void APath::clear() {
+    m_verbs.clear();
+    m_points.clear();
+}
+
+void APath::append(const APath& other, const AAffine& transform) {
+    m_points.reserve(m_points.size() + other.m_points.size());
+    m_verbs.insert(m_verbs.end(), other.m_verbs.begin(), other.m_verbs.end());
+    for (const AFPoint& point : other.m_points) m_points.push_back(transform.apply(point));
+}
+
 bool APath::isFinite() const {
     return std::all_of(m_points.begin(), m_points.end(),
                        [](const AFPoint& point) { return std::isfinite(point.x) && std::isfinite(point.y); });

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "kzutil/affine.h"
 #include "kzutil/rect.h"
 
 class APath {
@@ -24,6 +25,10 @@ public:
     void lineTo(AFPoint to);
     void curveTo(AFPoint control1, AFPoint control2, AFPoint to);
     void close();
+    // Empty again; keeps its memory.
+    void clear();
+    // Appends the figures of another path, every point transformed.
+    void append(const APath& other, const AAffine& transform);
 
     bool empty() const { return m_verbs.empty(); }
     // A move and a line have one point, a curve three, a close none.

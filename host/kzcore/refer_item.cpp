@@ -38,7 +38,7 @@ AColorItem::AColorItem(const AClassInfo& classInfo, AString name, const Componen
                        COLORREF display)
     : AReferItem(classInfo, std::move(name)), m_components(components), m_display(display) {}
 
-AString AColorItem::getName() const {
+const AString& AColorItem::getName() const {
     if (m_name.IsEmpty()) {
         const std::uint32_t red = m_display & 0xff;
         const std::uint32_t green = m_display >> 8 & 0xff;
@@ -71,8 +71,8 @@ const AString& ASolidBrushItem::stgetClassName() {
     return name;
 }
 
-AString ASolidBrushItem::getName() const {
-    return m_color ? m_color->getName() : AString();
+const AString& ASolidBrushItem::getName() const {
+    return m_color ? m_color->getName() : m_name;
 }
 
 AGradientBrushItem::AGradientBrushItem(AString name)
@@ -97,7 +97,7 @@ const AString& APenItem::stgetClassName() {
     return name;
 }
 
-AString APenItem::getName() const {
+const AString& APenItem::getName() const {
     if (m_color) return m_color->getName();
-    return m_brush ? m_brush->getName() : AString();
+    return m_brush ? m_brush->getName() : m_name;
 }

@@ -23,7 +23,8 @@ public:
 
     const AString& getClassName() const override { return m_class->name; }
     const AClassInfo& getClassInfo() const { return *m_class; }
-    virtual AString getName() const { return m_name; }
+    // Lives as long as the item.
+    virtual const AString& getName() const { return m_name; }
     // Non-zero when the other item, of whatever class, stands for the same thing.
     virtual int isEqual(const AReferItem* other) const;
 
@@ -56,7 +57,7 @@ public:
 
     const Components& getComponents() const { return m_components; }
     COLORREF getDisplayColor() const { return m_display; }
-    AString getName() const override;
+    const AString& getName() const override;
 
     // Non-zero for the same class and the same components (spot colours: and the same name); opacity belongs
     // to objects, not to colours.
@@ -87,7 +88,7 @@ public:
     static const AString& stgetClassName();
 
     AColorItem* getColorItem() const { return m_color; }
-    AString getName() const override;
+    const AString& getName() const override;
     void drawSample(ADevice& device, const RECT& area) const override;
 
 protected:
@@ -95,11 +96,6 @@ protected:
 
 private:
     AColorItem* m_color;
-};
-
-struct AGradientStop {
-    double offset;  // 0 to 1
-    AColor color;
 };
 
 class AGradientBrushItem : public ABrushItem {
@@ -135,7 +131,7 @@ public:
     int getStyle() const { return m_style; }
     AColorItem* getColorItem() const { return m_color; }
     ABrushItem* getBrushItem() const { return m_brush; }
-    AString getName() const override;
+    const AString& getName() const override;
     // A level stroke across the middle of the area, a third as high, on the colour of windows.
     void drawSample(ADevice& device, const RECT& area) const;
 

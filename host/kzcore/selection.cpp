@@ -18,11 +18,11 @@ int ASelection::getSelectedChildren(AObList* children) const {
     return !m_objects.empty();
 }
 
-void ASelection::resetSelection(int) {
+void ASelection::resetSelection(int redraw) {
     if (m_objects.empty()) return;
     for (AObject* object : m_objects) object->setObjectFlags(kObjectSelected, false);
     m_objects.clear();
-    ++m_revision;
+    change(redraw);
 }
 
 void ASelection::select(AObject* object) {
@@ -30,14 +30,19 @@ void ASelection::select(AObject* object) {
     object->setObjectFlags(kObjectSelected, true);
 }
 
+void ASelection::change(int redraw) {
+    ++m_revision;
+    if (redraw) ++m_redraws;
+}
+
 void ASelection::addSelection(AObject* object) {
     if (contains(object)) return;
     select(object);
-    ++m_revision;
+    change(0);
 }
 
-void ASelection::addSelection(const AObList* objects, int toggle, int) {
-    if (objects->IsEmpty()) return;
+void ASelection::addSelection(const AObList* objects, int toggle, int redraw) {
+    const std::size_t before = m_objects.size();
     m_objects.reserve(m_objects.size() + static_cast<std::size_t>(objects->GetCount()));
     bool leaving = false;
     for (ARoot* entry : *objects) {
@@ -49,11 +54,12 @@ void ASelection::addSelection(const AObList* objects, int toggle, int) {
             leaving = true;
         }
     }
+    const bool added = m_objects.size() > before;
     if (leaving) std::erase_if(m_objects, [this](const AObject* object) { return !contains(object); });
-    ++m_revision;
+    if (added || leaving) change(redraw);
 }
 
-void ASelection::sortSelection(int) {
+void ASelection::sortSelection(int redraw) {
     if (m_objects.size() < 2) return;
     AObList all;
     m_document.getSecondaryDatabase()->getAllObjects(all, 0);
@@ -74,7 +80,7 @@ void ASelection::sortSelection(int) {
     }
     if (sorted == m_objects) return;
     m_objects = std::move(sorted);
-    ++m_revision;
+    change(redraw);
 }
 
 void ASelection::restore(const std::vector<AObject*>& objects) {
@@ -82,5 +88,5 @@ void ASelection::restore(const std::vector<AObject*>& objects) {
     for (AObject* object : m_objects) object->setObjectFlags(kObjectSelected, false);
     for (AObject* object : fresh) object->setObjectFlags(kObjectSelected, true);
     m_objects = std::move(fresh);
-    ++m_revision;
+    change(0);
 }

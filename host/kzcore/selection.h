@@ -24,7 +24,10 @@ public:
     // Appends the selected objects to the list. Non-zero when there are any.
     int getSelectedChildren(AObList* children) const;
 
-    // Empties the selection. `redraw` asks for the handles to be drawn anew at once.
+    // Where an operation takes `redraw`, non-zero asks for the handles to be drawn anew at once, if anything
+    // changes.
+
+    // Empties the selection.
     void resetSelection(int redraw);
     // Adds what is not selected yet, in order. With `toggle`, what is selected already leaves instead.
     void addSelection(const AObList* objects, int toggle, int redraw);
@@ -37,11 +40,15 @@ public:
 
     // Grows with every change.
     unsigned long long getRevision() const { return m_revision; }
+    // Grows whenever the handles have to be drawn anew at once.
+    unsigned long long getRedrawCount() const { return m_redraws; }
 
 private:
     void select(AObject* object);
+    void change(int redraw);
 
     ADocument& m_document;
     std::vector<AObject*> m_objects;
     unsigned long long m_revision = 0;
+    unsigned long long m_redraws = 0;
 };

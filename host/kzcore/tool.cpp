@@ -265,5 +265,5 @@ void ATool::redrawView(int, AFRect* area) {
 }
 
 void ATool::notifyEnd(ATool*) {
-    m_ended = true;
+    ++m_endCount;
 }

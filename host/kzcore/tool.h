@@ -134,7 +134,9 @@ public:
     void redrawView(int erase, AFRect* area);
     // Tells the host that the tool has finished; `next` is a tool to start after it, or null.
     void notifyEnd(ATool* next);
-    bool hasEnded() const { return m_ended; }
+    bool hasEnded() const { return m_endCount > 0; }
+    // How often it told so since it was started: once, when the tool keeps the rules.
+    int getEndCount() const { return m_endCount; }
 
 protected:
     void setToolTipStrings(const AString& text) { m_toolTip = text; }
@@ -149,5 +151,5 @@ private:
     int m_stackable = 0;
     int m_dirtyView = 0;
     int m_dirtySelection = 0;
-    bool m_ended = false;
+    int m_endCount = 0;
 };

@@ -18,7 +18,7 @@ AToolOutcome runTool(ATool& tool, AReferItem* item, std::string& error) {
         return AToolOutcome::failed;
     }
     int started = 0;
-    tool.m_ended = false;
+    tool.m_endCount = 0;
     try {
         started = item ? tool.onToolStart(AFPoint(), item) : tool.onToolStart();
         view->getHistory().end();

@@ -7,7 +7,9 @@
 #include "kzcore/selection.h"
 #include "kzcore/view_filter.h"
 
+class ADevice;
 class ADocument;
+struct AAffine;
 
 class ADocView {
 public:
@@ -29,6 +31,11 @@ public:
 
     // Takes over the filter (null: none) and deletes the one before, unless it is the same object.
     void setViewFilter(AViewFilter* filter);
+
+    // Draws the document as this view shows it: the master layers, then the layers, without what is hidden
+    // and without the paint that the filter refuses; an object without paint of its own (a bitmap) is not
+    // asked about. `toPixels`: from drawing coordinates to the pixels of the device's canvas.
+    void draw(ADevice& device, const AAffine& toPixels) const;
 
     // Asks for the view to be drawn anew; null: all of it.
     void invalidate(const AFRect* area);

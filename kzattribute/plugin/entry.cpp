@@ -4,6 +4,7 @@
 #include "kzutil/file_path.h"
 #include "platform/afx/extension_module.h"
 #include "platform/winapi.h"
+#include "viewfilter/view_attr_filter.h"
 
 namespace {
 
@@ -25,6 +26,14 @@ HMODULE loadLocalizedModule() {
     }
 }
 
+// Without memory for it the tools work all the same, but undo cannot bring their filters back.
+void registerFilter() {
+    try {
+        registerAttributeFilter();
+    } catch (const std::bad_alloc&) {
+    }
+}
+
 BOOL attach(HINSTANCE instance) {
     AfxPrepareExtensionModule();
     if (!AfxInitExtensionModule(extensionModule, instance)) return 0;
@@ -32,10 +41,12 @@ BOOL attach(HINSTANCE instance) {
     if (localizedModule) extensionModule.hResource = localizedModule;
     new (std::nothrow)
         CDynLinkLibrary(extensionModule, FALSE);  // owned by the chain; without it, no resources
+    registerFilter();
     return 1;
 }
 
 void detach() {
+    unregisterAttributeFilter();
     if (localizedModule) FreeLibrary(localizedModule);
     localizedModule = nullptr;
     AfxTermExtensionModule(extensionModule, FALSE);

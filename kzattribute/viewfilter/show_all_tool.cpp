@@ -1,8 +1,14 @@
 #include "viewfilter/show_all_tool.h"
 
+#include "kzcore/view.h"
+#include "viewfilter/color_tool.h"
+
 const AString AShowAllTool::className(_T("AShowAllTool"));
 
+// Whatever class the filter is of.
 int AShowAllTool::onToolStart() {
-    notifyEnd(nullptr);
-    return 1;
+    ADocView* view = ADocView::GetActiveView();
+    if (!view) return viewfilter::end(*this);
+    view->setViewFilter(nullptr);
+    return viewfilter::endAndRedraw(*this);
 }

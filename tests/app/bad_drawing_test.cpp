@@ -21,6 +21,8 @@ protected:
         EXPECT_EQ(runKzdraw({"info", file}), expected);
         EXPECT_EQ(runKzdraw({"tools", "--json", file}), expected);
         EXPECT_EQ(runKzdraw({"select", file, "--similar-to", "a"}), expected);
+        EXPECT_EQ(runKzdraw({"view", file, "--hide", "red"}), expected);
+        EXPECT_EQ(runKzdraw({"render", file, "-o", file + ".png"}), expected);
         const Outcome inScript = {2, "", "kzdraw: -:2: " + file + reason + "\n"};
         EXPECT_EQ(runKzdraw({"script", "-"}, "# a comment\nopen '" + file + "'\n"), inScript);
     }

@@ -151,10 +151,14 @@ TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
         std::vector<std::string> arguments;
         const char* reason;
     } table[] = {
-        {{}, "a command is missing: it is one of info, tools, select, script (see kzdraw --help)"},
+        {{},
+         "a command is missing: it is one of info, tools, select, view, render, script (see kzdraw --help)"},
         {{"bogus"},
-         "there is no command \"bogus\": it is one of info, tools, select, script (see kzdraw --help)"},
-        {{""}, "there is no command \"\": it is one of info, tools, select, script (see kzdraw --help)"},
+         "there is no command \"bogus\": it is one of info, tools, select, view, render, script (see kzdraw "
+         "--help)"},
+        {{""},
+         "there is no command \"\": it is one of info, tools, select, view, render, script (see kzdraw "
+         "--help)"},
         {{"--bogus"}, "there is no option \"--bogus\" (see kzdraw --help)"},
         {{"--json", "info", sea}, "there is no option \"--json\" (see kzdraw --help)"},
         {{"info"}, "FILE is required (see kzdraw info --help)"},
@@ -187,7 +191,7 @@ TEST_F(CommandLine, HelpSaysWhatItIsAndGivesAnExample) {
     EXPECT_EQ(
         firstLine(help.out),
         "kzdraw selects the objects of a drawing by their attributes and shows or hides them by color.");
-    for (const char* command : {"info", "tools", "select", "script"}) {
+    for (const char* command : {"info", "tools", "select", "view", "render", "script"}) {
         EXPECT_NE(help.out.find("\n  " + std::string(command) + " "), std::string::npos) << command;
         const Outcome own = runKzdraw({command, "--help"});
         EXPECT_EQ(own.status, 0) << command;

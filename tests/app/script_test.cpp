@@ -4,6 +4,7 @@
 
 #include "app/output.h"
 #include "app/script/interpreter.h"
+#include "kzcore/image.h"
 #include "kzutil/message_box.h"
 #include "process.h"
 #include "sea.h"
@@ -148,10 +149,19 @@ TEST_F(Script, TellsWhatIsWrongWithALine) {
         {"open a b", "S:1: usage: open FILE"},
         {"select", "S:1: usage: select ID... | select none"},
         {"select none hull", "S:1: there is no object \"none\""},
+        {"save", "S:1: usage: save FILE"},
+        {"save ''", "S:1: the name of a file is empty"},
+        {"save a b", "S:1: usage: save FILE"},
+        {"render", "S:1: usage: render FILE [WIDTHxHEIGHT]"},
+        {"render a.gif", "S:1: a.gif: a picture is a PNG file, its name ends in .png"},
+        {"render a.png 0x0", "S:1: \"0x0\" is no size: a side has at least one pixel"},
+        {"render a.png big", "S:1: \"big\" is no size: it is WIDTHxHEIGHT or WIDTH, in pixels"},
+        {"render a.png 1 1", "S:1: usage: render FILE [WIDTHxHEIGHT]"},
         {"undo 2", "S:1: usage: undo"},
         {"redo 2", "S:1: usage: redo"},
-        {"print", "S:1: usage: print selection | objects | tools | messages"},
-        {"print objects tools", "S:1: usage: print selection | objects | tools | messages"},
+        {"print", "S:1: usage: print selection | filter | visible | objects | tools | messages"},
+        {"print objects tools",
+         "S:1: usage: print selection | filter | visible | objects | tools | messages"},
         {"print weather", "S:1: cannot print \"weather\""},
         {"print 'x", "S:1: a single quote is not closed"},
         {"tool", "S:1: usage: tool CLASS [color:NAME | fill:ID | stroke:ID]"},
@@ -169,6 +179,7 @@ TEST_F(Script, TellsWhatIsWrongWithALine) {
 
 TEST_F(Script, NeedsADrawingForMostThings) {
     for (const char* line : {"select hull", "select none", "undo", "redo", "print selection", "print objects",
+                             "print filter", "print visible", "save a.svg", "render a.png",
                              "tool ASelectSimilarTool", "tool AShowThisTool color:red"})
         EXPECT_EQ(failureOf(line), "S:1: no drawing is open") << line;
     EXPECT_EQ(failureOf("print tools\nprint messages"), "");
@@ -197,4 +208,99 @@ TEST_F(Script, CutsALongNameInAMessage) {
     EXPECT_EQ(failureOf(std::string(199, 'x') + "\xC3\xB6yz"),
               "S:1: unknown command \"" + std::string(199, 'x') + "...\"")
         << "a character is not cut in two";
+}
+
+TEST_F(Script, PrintsWhatTheFilterHides) {
+    EXPECT_EQ(runToItsEnd(openSea() + "print filter\ntool AHideThisTool color:red\nprint filter\n"
+                                      "tool AHideThisTool fill:sun\nprint filter\n"),
+              "{\"filter\":null}\n"
+              R"({"filter":{"hidden":["red"],"visible":["black","blue","#123456"],)"
+              R"("brushes":{"hidden":[],"visible":["glow"]}}})"
+              "\n"
+              R"({"filter":{"hidden":["red"],"visible":["black","blue","#123456"],)"
+              R"("brushes":{"hidden":["glow"],"visible":[]}}})"
+              "\n");
+}
+
+TEST_F(Script, PrintsOfEveryObjectWhatShows) {
+    EXPECT_EQ(runToItsEnd(openSea() + "print visible\ntool AHideThisTool color:red\nprint visible\n"),
+              R"({"visible":{"hull":{"fill":true,"stroke":true},"sail":{"fill":null,"stroke":true},)"
+              R"("sun":{"fill":true,"stroke":null},"crew":{"fill":null,"stroke":null},)"
+              R"("cap":{"fill":true,"stroke":true},"cloud":{"fill":true,"stroke":null}}})"
+              "\n"
+              R"({"visible":{"hull":{"fill":false,"stroke":true},"sail":{"fill":null,"stroke":true},)"
+              R"("sun":{"fill":true,"stroke":null},"crew":{"fill":null,"stroke":null},)"
+              R"("cap":{"fill":false,"stroke":true},"cloud":{"fill":true,"stroke":null}}})"
+              "\n");
+}
+
+TEST_F(Script, UndoesAndRedoesAFilterTogetherWithTheSelection) {
+    const std::string hidden = R"({"filter":{"hidden":["red"],"visible":["black","blue","#123456"],)"
+                               R"("brushes":{"hidden":[],"visible":["glow"]}}})"
+                               "\n";
+    const std::string both = R"({"filter":{"hidden":["red","blue"],"visible":["black","#123456"],)"
+                             R"("brushes":{"hidden":[],"visible":["glow"]}}})"
+                             "\n";
+    const std::string none = "{\"filter\":null}\n";
+    const std::string hull = "{\"selection\":[\"hull\"]}\n";
+    const std::string nothing = "{\"selection\":[]}\n";
+    EXPECT_EQ(runToItsEnd(openSea() + "select hull\ntool AHideThisTool color:red\nprint selection\n"
+                                      "tool AHideThisTool color:blue\nprint filter\n"
+                                      "undo\nprint filter\nundo\nprint filter\nprint selection\n"
+                                      "redo\nprint filter\nprint selection\nredo\nprint filter\n"),
+              nothing + both + hidden + none + hull + hidden + nothing + both);
+    EXPECT_EQ(failureOf("redo"), "S:1: there is nothing to redo");
+}
+
+TEST_F(Script, AToolThatChangesNothingIsNoStep) {
+    EXPECT_EQ(failureOf(openSea() + "tool AShowThisTool color:red\nundo\n"), "S:3: there is nothing to undo");
+    runToItsEnd(openSea() + "tool AHideThisTool color:red\ntool AHideThisTool color:red\nundo\n");
+    EXPECT_EQ(failureOf("undo"), "S:1: there is nothing to undo");
+}
+
+TEST_F(Script, WhatIsDoneAfterAnUndoReplacesWhatWasUndone) {
+    EXPECT_EQ(
+        failureOf(openSea() + "tool AHideThisTool color:red\nundo\ntool AHideThisTool color:blue\nredo\n"),
+        "S:5: there is nothing to redo");
+    EXPECT_EQ(runToItsEnd("print filter\n"),
+              R"({"filter":{"hidden":["blue"],"visible":["red","black","#123456"],)"
+              R"("brushes":{"hidden":[],"visible":["glow"]}}})"
+              "\n");
+}
+
+TEST_F(Script, ShowAllTakesTheFilterBack) {
+    EXPECT_EQ(
+        runToItsEnd(openSea() + "tool AHideAllExceptTool color:red\ntool AShowAllTool\nprint visible\n"),
+        runToItsEnd(openSea() + "print visible\n"));
+    EXPECT_EQ(failure, "");
+}
+
+TEST_F(Script, SavesTheWholeDrawingWhateverIsHidden) {
+    const std::string out = test::utf8(folder.path() / "saved.svg");
+    EXPECT_EQ(runToItsEnd(openSea() + "tool AHideAllExceptTool color:blue\nsave '" + out + "'\n"), "");
+    EXPECT_EQ(test::readText(folder.path() / "saved.svg"), test::kSea);
+}
+
+TEST_F(Script, RendersWhatTheViewShows) {
+    folder.write("one.svg",
+                 "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='4'>"
+                 "<rect width='8' height='4' fill='red'/></svg>");
+    const auto at = [&](const char* name) { return " '" + test::utf8(folder.path() / name) + "'"; };
+    EXPECT_EQ(
+        runToItsEnd("open" + at("one.svg") + "\nrender" + at("a.png") + "\ntool AHideThisTool color:red\n" +
+                    "render" + at("b.png") + " 16x8\nundo\nrender" + at("c.png") + " 16\n"),
+        "");
+    const struct {
+        const char* name;
+        int width;
+        std::uint32_t pixel;
+    } table[] = {{"a.png", 8, 0xffff0000}, {"b.png", 16, 0xffffffff}, {"c.png", 16, 0xffff0000}};
+    for (const auto& row : table) {
+        std::ifstream stream(folder.path() / row.name, std::ios::binary);
+        const std::string bytes(std::istreambuf_iterator<char>(stream), {});
+        const AImage image =
+            decodeImage({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
+        ASSERT_EQ(image.width(), row.width) << row.name;
+        EXPECT_EQ(image.at(row.width / 2, 2), row.pixel) << row.name;
+    }
 }

@@ -57,6 +57,14 @@ TEST_F(SelectColor, FindsTheSameSolidFillInGroupsDepthFirst) {
     EXPECT_EQ(sameAs(onTop), (Objects{deep, inGroup, onTop, other}));
 }
 
+TEST_F(SelectColor, AsksForTheHandlesOnce) {
+    AObject* red = add(layer, solid(0xff0000));
+    AObject* other = add(layer, solid(0xff0000));
+    const unsigned long long redraws = drawing.selection().getRedrawCount();
+    EXPECT_EQ(sameAs(red), (Objects{red, other}));
+    EXPECT_EQ(drawing.selection().getRedrawCount(), redraws + 1);
+}
+
 TEST_F(SelectColor, TheColorItemDecidesWhatIsTheSame) {
     APaintTable foreign;
     ABrush twin(foreign.solidBrush(foreign.rgb(0xff0000))->getBrushItem());

@@ -95,6 +95,14 @@ TEST_F(SelectSimilar, ComparesClassNamesExactly) {
     drawing.selection().resetSelection(0);
 }
 
+TEST_F(SelectSimilar, AsksForTheHandlesOnce) {
+    AObject* oval = drawing.add(drawing.layer(), _T("AOval"));
+    AObject* other = drawing.add(drawing.layer(), _T("AOval"));
+    const unsigned long long redraws = drawing.selection().getRedrawCount();
+    EXPECT_EQ(similarTo({oval}), (Objects{oval, other}));
+    EXPECT_EQ(drawing.selection().getRedrawCount(), redraws + 1);
+}
+
 TEST_F(SelectSimilar, SearchesTheMasterLayersBehindTheOthers) {
     AObject* master = drawing.add(drawing.masterLayer(), _T("AOval"));
     AObject* drawn = drawing.add(drawing.layer(), _T("AOval"));

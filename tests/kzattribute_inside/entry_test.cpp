@@ -6,6 +6,7 @@
 #include "platform/afx/object.h"
 #include "support/failing_new.h"
 #include "support/temp_folder.h"
+#include "viewfilter/view_attr_filter.h"
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved);
 
@@ -48,6 +49,17 @@ TEST_F(Entry, AttachLinksTheLocalizedTextsAndDetachTakesThemBack) {
     EXPECT_EQ(textOf(kSelectSimilarObjects), "Ähnliche Objekte auswählen");
     EXPECT_EQ(DllMain(self, DLL_PROCESS_DETACH, nullptr), 1);
     EXPECT_EQ(textOf(kSelectSimilarObjects), "");
+}
+
+TEST_F(Entry, AttachTellsTheHostHowToCopyFiltersAndDetachTakesItBack) {
+    const AViewAttrFilter filter;
+    EXPECT_EQ(copyViewFilter(&filter), nullptr);
+    ASSERT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
+    const std::unique_ptr<AViewFilter> copy = copyViewFilter(&filter);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_TRUE(sameViewFilter(copy.get(), &filter));
+    DllMain(self, DLL_PROCESS_DETACH, nullptr);
+    EXPECT_EQ(copyViewFilter(&filter), nullptr);
 }
 
 TEST_F(Entry, AttachFailsWhenTheExtensionModuleCannotBeInitialised) {

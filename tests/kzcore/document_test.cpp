@@ -18,10 +18,12 @@ TEST(Document, EveryDrawingClassIsMadeAsItsKind) {
         EXPECT_EQ(dynamic_cast<AParent*>(object), object->asParent());
         EXPECT_EQ(object->asParent() != nullptr,
                   row.kind != AClassKind::leaf && row.kind != AClassKind::bitmap);
+        EXPECT_EQ(object->asLayer(), nullptr);
         EXPECT_EQ(dynamic_cast<AEffect*>(object) != nullptr, row.kind == AClassKind::effect);
         EXPECT_EQ(dynamic_cast<AGroup*>(object) != nullptr, row.kind == AClassKind::group);
         EXPECT_EQ(dynamic_cast<ABitmap*>(object) != nullptr, row.kind == AClassKind::bitmap);
     }
+    EXPECT_EQ(layer->asLayer(), layer);
 }
 
 TEST(Document, OnlyACompositeIsClosed) {

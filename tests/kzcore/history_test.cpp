@@ -148,6 +148,75 @@ TEST(History, FiltersChangedInPlaceComeBackAsTheyWere) {
     EXPECT_EQ(numberOf(drawing.view()), 2);
 }
 
+TEST(History, AStepBringsSelectionAndFilterBackTogether) {
+    const Registered registered;
+    Drawing drawing;
+    ALayer* layer = drawing.layer();
+    AObject* a = drawing.add(layer, _T("AOval"));
+    AObject* b = drawing.add(layer, _T("AOval"));
+    AHistory& history = drawing.view().getHistory();
+    drawing.select({a, b});
+    drawing.view().setViewFilter(new NumberFilter(1));
+    history.begin();
+    drawing.select({b});
+    drawing.view().setViewFilter(new NumberFilter(2));
+    EXPECT_TRUE(history.end());
+    EXPECT_TRUE(history.undo());
+    EXPECT_EQ(drawing.selected(), (Objects{a, b}));
+    EXPECT_EQ(numberOf(drawing.view()), 1);
+    EXPECT_TRUE(history.redo());
+    EXPECT_EQ(drawing.selected(), Objects{b});
+    EXPECT_EQ(numberOf(drawing.view()), 2);
+}
+
+TEST(History, ANewFilterForgetsTheFilterThatCouldBeRedone) {
+    const Registered registered;
+    Drawing drawing;
+    AHistory& history = drawing.view().getHistory();
+    history.begin();
+    drawing.view().setViewFilter(new NumberFilter(1));
+    EXPECT_TRUE(history.end());
+    EXPECT_TRUE(history.undo());
+    EXPECT_EQ(drawing.view().m_viewFilter, nullptr);
+    history.begin();
+    drawing.view().setViewFilter(new NumberFilter(2));
+    EXPECT_TRUE(history.end());
+    EXPECT_FALSE(history.redo());
+    EXPECT_TRUE(history.undo());
+    EXPECT_EQ(drawing.view().m_viewFilter, nullptr);
+}
+
+TEST(History, WhatIsChangedAfterAnUndoDoesNotReachTheStepsThatAreKept) {
+    const Registered registered;
+    Drawing drawing;
+    AHistory& history = drawing.view().getHistory();
+    history.begin();
+    drawing.view().setViewFilter(new NumberFilter(1));
+    EXPECT_TRUE(history.end());
+    history.begin();
+    drawing.view().setViewFilter(nullptr);
+    EXPECT_TRUE(history.end());
+    EXPECT_TRUE(history.undo());
+    static_cast<NumberFilter*>(drawing.view().m_viewFilter)->number = 7;  // outside of every step
+    EXPECT_TRUE(history.redo());
+    EXPECT_TRUE(history.undo());
+    EXPECT_EQ(numberOf(drawing.view()), 1);
+}
+
+TEST(History, UndoAndRedoAskForTheViewToBeDrawn) {
+    Drawing drawing;
+    AObject* a = drawing.add(drawing.layer(), _T("AOval"));
+    AHistory& history = drawing.view().getHistory();
+    history.begin();
+    drawing.select({a});
+    EXPECT_TRUE(history.end());
+    const auto before = drawing.view().getRedrawCount();
+    EXPECT_TRUE(history.undo());
+    EXPECT_EQ(drawing.view().getRedrawCount(), before + 1);
+    EXPECT_TRUE(history.redo());
+    EXPECT_EQ(drawing.view().getRedrawCount(), before + 2);
+}
+
 TEST(History, KeepsTheLastHundredSteps) {
     Drawing drawing;
     ALayer* layer = drawing.layer();

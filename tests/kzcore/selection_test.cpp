@@ -23,6 +23,43 @@ TEST(Selection, HoldsEachObjectOnceInOrderOfSelection) {
     EXPECT_FALSE(drawing.selection().contains(a));
 }
 
+TEST(Selection, AsksForItsHandlesOnlyWhenToldToAndWhenSomethingChanges) {
+    Drawing drawing;
+    AObject* a = drawing.add(drawing.layer(), _T("AOval"));
+    AObject* b = drawing.add(drawing.layer(), _T("AOval"));
+    ASelection& selection = drawing.selection();
+    AObList both;
+    both.AddTail(b);
+    both.AddTail(a);
+    unsigned long long redraws = selection.getRedrawCount();
+    unsigned long long revision = selection.getRevision();
+    const auto expect = [&](unsigned changes, unsigned asked, const char* what) {
+        EXPECT_EQ(selection.getRevision(), revision += changes) << what;
+        EXPECT_EQ(selection.getRedrawCount(), redraws += asked) << what;
+    };
+    selection.resetSelection(1);
+    expect(0, 0, "nothing was selected");
+    selection.addSelection(&both, 0, 1);
+    expect(1, 1, "added");
+    selection.addSelection(&both, 0, 1);
+    expect(0, 0, "selected already");
+    selection.sortSelection(0);
+    expect(1, 0, "sorted in silence");
+    selection.sortSelection(1);
+    expect(0, 0, "in order already");
+    selection.addSelection(&both, 1, 1);
+    expect(1, 1, "both left");
+    selection.addSelection(&both, 0, 0);
+    expect(1, 0, "added in silence");
+    selection.sortSelection(1);
+    expect(1, 1, "sorted");
+    selection.resetSelection(0);
+    expect(1, 0, "emptied in silence");
+    selection.addSelection(a);
+    selection.resetSelection(1);
+    expect(2, 1, "one added in silence, and emptied");
+}
+
 TEST(Selection, AddingWithToggleTakesOutWhatIsSelected) {
     Drawing drawing;
     ALayer* layer = drawing.layer();

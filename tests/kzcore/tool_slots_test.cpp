@@ -1,20 +1,12 @@
 // The order of ATool's virtual table, which plug-ins built elsewhere rely on.
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "kzcore/tool.h"
+#include "support/virtual_slots.h"
+
+using test::slotOf;
 
 namespace {
-
-// In the Itanium ABI a pointer to a virtual member holds one plus the slot's byte offset in its first word.
-template <class Member>
-std::ptrdiff_t slotOf(Member member) {
-    std::ptrdiff_t word;
-    std::memcpy(&word, &member, sizeof word);
-    EXPECT_EQ(word % 8, 1) << "not a virtual operation";
-    return (word - 1) / 8;
-}
 
 template <class Result, class... Arguments>
 auto overload(Result (ATool::*member)(Arguments...)) {

@@ -106,7 +106,7 @@ void StyleSheet::addRules(std::string_view text, int depth) {
 
 void StyleSheet::addRule(std::string_view selectors, std::string_view body) {
     const std::size_t first = m_declarations.size();
-    for (Declaration declaration; takeDeclaration(body, declaration);) {
+    for (Declaration declaration; takeDeclaration(body, declaration, m_vocabulary);) {
         prepare(declaration);
         m_declarations.push_back(declaration);
     }

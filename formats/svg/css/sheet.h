@@ -19,6 +19,8 @@ namespace svg {
 
 class StyleSheet {
 public:
+    explicit StyleSheet(Vocabulary vocabulary = Vocabulary::import) : m_vocabulary(vocabulary) {}
+
     // Rules of a later call count as later in the sheet. Broken and unsupported parts are left out.
     void add(std::string_view text);
     bool isEmpty() const { return m_rules.empty(); }
@@ -67,6 +69,7 @@ private:
     void collectFrom(const Index& index, std::string_view key, pugi::xml_node element);
     void collectFrom(const std::vector<std::size_t>& rules, pugi::xml_node element);
 
+    Vocabulary m_vocabulary;
     std::deque<std::string> m_texts;  // what the views below point into
     std::vector<Declaration> m_declarations;
     std::vector<Rule> m_rules;

@@ -1,0 +1,68 @@
+#include "kzcore/view.h"
+#include "app/commands/commands.h"
+#include "app/commands/on_file.h"
+#include "app/filter_report.h"
+#include "app/report.h"
+#include "app/script/refer_item_argument.h"
+#include "app/written_drawing.h"
+#include "app/written_file.h"
+
+namespace app {
+
+namespace {
+
+void printItem(const ShownItem& one) {
+    std::string line = "  " + one.item->getName().toUtf8();
+    fillUp(line, 26);
+    line += displayName(one.item->getClassInfo());
+    fillUp(line, 44);
+    printText(line + (one.isVisible ? "visible" : "hidden"));
+}
+
+void printShownForPeople(ADocument& document) {
+    const ShownItems shown = shownItems(document);
+    std::size_t hidden = 0;
+    for (const auto* items : {&shown.colors, &shown.brushes}) {
+        for (const ShownItem& one : *items) hidden += one.isVisible ? 0 : 1;
+    }
+    const std::size_t count = shown.colors.size() + shown.brushes.size();
+    printLine(std::to_string(hidden) + " of " + std::to_string(count) +
+              (count == 1 ? " color hidden" : " colors hidden"));
+    for (const auto* items : {&shown.colors, &shown.brushes}) {
+        for (const ShownItem& one : *items) printItem(one);
+    }
+}
+
+std::string outputBytes(ADocument& document, const std::string& extension, PictureSize size) {
+    if (extension == ".png") return drawPng(document, size);
+    return drawingBytes(document, document.getView().m_viewFilter);
+}
+
+}  // namespace
+
+int runView(const ViewOptions& options) {
+    const PictureSize size = options.size ? readPictureSize(*options.size) : PictureSize();
+    const std::string extension = options.out ? extensionOf(*options.out) : std::string();
+    if (options.out && extension != ".png" && extension != ".svg")
+        throw Failure{*options.out + ": it is neither a picture, .png, nor a drawing, .svg"};
+    if (options.size && extension != ".png") throw Failure{"--size is for pictures: -o FILE.png"};
+    Session session;
+    session.open(options.file);
+    ADocument& document = session.document();
+    onFile(options.file, [&] {
+        for (const ViewStep& step : options.steps) {
+            if (!session.runTool(step.tool, findReferItemOrColor(document, step.item)))
+                throw Failure{"the tool " + step.tool + " cannot start"};
+        }
+    });
+    if (options.out) {
+        writeFile(*options.out, onFile(options.file, [&] { return outputBytes(document, extension, size); }));
+    }
+    if (options.json)
+        printJson(reportFilter(document));
+    else if (!options.out)
+        printShownForPeople(document);
+    return 0;
+}
+
+}  // namespace app

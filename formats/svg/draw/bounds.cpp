@@ -1,0 +1,105 @@
+#include "formats/svg/draw/bounding_box.h"
+#include "formats/svg/draw/element_walk.h"
+#include "formats/svg/draw/shapes.h"
+#include "formats/svg/draw/text.h"
+#include "formats/svg/object_class.h"
+#include "formats/svg/switch_case.h"
+
+namespace svg {
+
+namespace {
+
+// Collects the extent of everything inside an element, in that element's user space.
+class ContentBounds {
+public:
+    explicit ContentBounds(DrawContext& context) : m_context(context) {}
+
+    // `view`: the one in which the element stands.
+    AFRect of(pugi::xml_node element, const DrawStyle& around, const View& view) {
+        m_levels.push_back({{}, around, view, false, false});
+        visit(element, true);
+        while (m_levels.size() > 1) {
+            Level& level = m_levels.back();
+            const pugi::xml_node node = level.next;
+            if (!node) {
+                if (level.reference) m_context.leaveReference();
+                m_levels.pop_back();
+                continue;
+            }
+            level.next = level.single ? pugi::xml_node() : node.next_sibling();
+            visit(node, level.reference);
+        }
+        return m_bounds.get();
+    }
+
+private:
+    struct Level {
+        pugi::xml_node next;
+        DrawStyle style;
+        View view;
+        bool single;
+        bool reference;
+    };
+
+    void visit(pugi::xml_node node, bool mayBeSymbol) {
+        const Element element = kindOf(node);
+        const bool container = isContainer(element) || (mayBeSymbol && element == Element::symbol);
+        if ((!container && !isDrawn(element)) || !m_context.spend(1)) return;
+        const Level& outer = m_levels.back();
+        m_attributes.read(node);
+        const DrawStyle& style =
+            m_context.styles().compute(node, m_attributes, outer.style, outer.view, m_room);
+        if (!style.displayed) return;
+        const View inner = enter(outer.view, element, m_attributes.plain());
+        if (!container) return addLeaf({node, m_attributes, style, inner}, element);
+        if (m_levels.size() >= static_cast<std::size_t>(kDeepestNesting)) return;
+        Level level{node.first_child(), style, inner, false, element == Element::use};
+        if (element == Element::use) {
+            level.next = useTarget(m_context, node);
+            if (!m_context.enterReference(level.next)) return;
+        } else if (element == Element::switch_) {
+            level.next = chosenCase(node);
+        }
+        level.single = element == Element::use || element == Element::switch_;
+        m_levels.push_back(std::move(level));
+    }
+
+    void addLeaf(const DrawnElement& leaf, Element element) {
+        m_path.clear();
+        if (element == Element::text) {
+            m_pieces.clear();
+            layOutText(m_context, leaf, m_pieces);
+            for (const TextPiece& piece : m_pieces) m_bounds.add(rectBounds(leaf.view.toDrawing, piece.box));
+            return;
+        }
+        const bool image = element == Element::image;
+        appendShape(image ? Element::rect : element, leaf.attributes, leaf.view, leaf.style.fontSize, m_path);
+        m_placed.clear();
+        m_placed.append(m_path, leaf.view.toDrawing);
+        if (!m_placed.empty()) m_bounds.add(outlineBounds(m_placed));
+    }
+
+    DrawContext& m_context;
+    BoundsBuilder m_bounds;
+    std::vector<Level> m_levels;
+    DrawAttributes m_attributes;
+    DrawStyle m_room;
+    APath m_path;
+    APath m_placed;
+    std::vector<TextPiece> m_pieces;
+};
+
+}  // namespace
+
+AFRect boundsOfContent(DrawContext& context, const DrawnElement& element) {
+    // Walking into the element applies its own transform, which does not belong to its user space.
+    View view{AAffine(), element.view.width, element.view.height};
+    if (element.attributes.has(Attribute::transform)) {
+        const auto back = parseTransform(element.attributes.get(Attribute::transform)).inverse();
+        if (!back) return {};
+        view.toDrawing = *back;
+    }
+    return ContentBounds(context).of(element.node, element.style, view);
+}
+
+}  // namespace svg

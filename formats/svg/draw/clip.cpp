@@ -1,0 +1,186 @@
+#include "formats/svg/draw/clip.h"
+
+#include <unordered_map>
+
+#include "formats/svg/draw/effect.h"
+#include "formats/svg/draw/element_walk.h"
+#include "formats/svg/draw/mask.h"
+#include "formats/svg/draw/shapes.h"
+#include "formats/svg/draw/text.h"
+
+namespace svg {
+
+namespace {
+
+// More shapes than this are not compared with each other but painted.
+constexpr std::size_t kMostJoined = 64;
+
+// Calls use(element, kind) for every shape and text of a clip path, those behind "use" included.
+template <class Use>
+void forEachClipShape(DrawContext& context, const DrawStyle& style, const View& view, pugi::xml_node clipPath,
+                      Use use) {
+    DrawAttributes attributes;
+    DrawStyle room;
+    const auto visitOne = [&](pugi::xml_node node, Element element, const DrawStyle& around,
+                              const View& outer, const auto& next) -> void {
+        if (!context.spend(1)) return;
+        attributes.read(node);
+        const DrawStyle own = context.styles().compute(node, attributes, around, outer, room);
+        if (!own.displayed) return;
+        const View inner = enter(outer, element, attributes.plain());
+        if (element != Element::use) {
+            if (own.visible) use(DrawnElement{node, attributes, own, inner}, element);
+            return;
+        }
+        const pugi::xml_node target = useTarget(context, node);
+        const Element kind = kindOf(target);
+        if (!isShape(kind) && kind != Element::text) return;
+        const DrawContext::Visit visit(context, target);
+        if (visit) next(target, kind, own, inner, next);
+    };
+    for (const pugi::xml_node child : clipPath.children()) {
+        const Element element = kindOf(child);
+        if (isShape(element) || element == Element::text || element == Element::use)
+            visitOne(child, element, style, view, visitOne);
+    }
+}
+
+void appendOutline(DrawContext& context, const DrawnElement& element, Element kind, APath& path) {
+    if (kind != Element::text)
+        return appendShape(kind, element.attributes, element.view, element.style.fontSize, path);
+    std::vector<TextPiece> pieces;
+    layOutText(context, element, pieces);
+    for (const TextPiece& piece : pieces) path.append(piece.outline, AAffine());
+}
+
+// What a clip path cuts, in the user space of its content.
+struct ClipOutline {
+    APath path;
+    EFillRule rule = EFillRule::nonZero;
+    bool simple = true;  // one outline with one rule cuts it
+    double width = 0;    // what percentages referred to
+    double height = 0;
+};
+
+struct ClipOutlines : DrawCache {
+    std::unordered_map<std::size_t, ClipOutline> byNode;
+};
+
+bool overlap(const AFRect& a, const AFRect& b) {
+    return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+ClipOutline outlineOf(DrawContext& context, pugi::xml_node clipPath, double width, double height) {
+    ClipOutline result;
+    result.width = width;
+    result.height = height;
+    const View view{AAffine(), width, height};
+    std::vector<AFRect> boxes;
+    APath one;
+    APath placed;
+    forEachClipShape(context, context.styleAt(clipPath), view, clipPath,
+                     [&](const DrawnElement& element, Element kind) {
+                         if (!result.simple) return;
+                         one.clear();
+                         appendOutline(context, element, kind, one);
+                         if (one.empty()) return;
+                         placed.clear();
+                         placed.append(one, element.view.toDrawing);
+                         const AFRect box = placed.bounds();
+                         result.simple = element.style.clipPath.empty() && boxes.size() < kMostJoined &&
+                                         (boxes.empty() || result.rule == element.style.clipRule);
+                         // Where outlines overlap, they could take each other away.
+                         for (const AFRect& other : boxes) result.simple &= !overlap(box, other);
+                         boxes.push_back(box);
+                         result.rule = element.style.clipRule;
+                         result.path.append(placed, AAffine());
+                     });
+    return result;
+}
+
+// From the content of a clip path to the user space of what it cuts; false when there is no such thing.
+bool contentView(pugi::xml_node clipPath, const View& view, BoundingBox& box, View& content) {
+    content = view;
+    const std::string_view transform = textOf(clipPath, "transform");
+    if (!transform.empty()) content.toDrawing = content.toDrawing * parseTransform(transform);
+    if (textOf(clipPath, "clipPathUnits") != "objectBoundingBox") return true;
+    AAffine units;
+    if (!boxUnits(box.get(), units)) return false;
+    content.toDrawing = content.toDrawing * units;
+    content.width = content.height = 1;
+    return true;
+}
+
+pugi::xml_node findClipPath(DrawContext& context, std::string_view text) {
+    std::string_view id;
+    if (!takeUrl(text, id)) return {};
+    const pugi::xml_node node = context.tree().findResource(id);
+    return kindOf(node) == Element::clipPath ? node : pugi::xml_node();
+}
+
+const ClipOutline& cachedOutline(DrawContext& context, pugi::xml_node clipPath, const View& content) {
+    ClipOutlines& cache = context.cache<ClipOutlines>(CacheOf::clips);
+    const auto [entry, isNew] = cache.byNode.try_emplace(clipPath.hash_value());
+    ClipOutline& outline = entry->second;
+    if (isNew || outline.width != content.width || outline.height != content.height)
+        outline = outlineOf(context, clipPath, content.width, content.height);
+    return outline;
+}
+
+}  // namespace
+
+bool pushClipPath(DrawContext& context, std::string_view text, const View& view, BoundingBox& box,
+                  int& pushed, std::vector<pugi::xml_node>& complex) {
+    const pugi::xml_node clipPath = findClipPath(context, text);
+    if (!clipPath) return true;  // not there: nothing is cut
+    const DrawContext::Visit visit(context, clipPath);
+    if (!visit) return true;
+    View content;
+    if (!contentView(clipPath, view, box, content)) return false;
+    // A clip path may be cut by another one, in the same user space.
+    const DrawStyle style = context.styleAt(clipPath);
+    if (!style.clipPath.empty() && !pushClipPath(context, style.clipPath, view, box, pushed, complex))
+        return false;
+    const ClipOutline& outline = cachedOutline(context, clipPath, content);
+    if (!outline.simple) {
+        complex.push_back(clipPath);
+        return true;
+    }
+    if (outline.path.empty()) return false;
+    context.pushClip(outline.path, content.toDrawing, outline.rule);
+    ++pushed;
+    const RECT& bounds = context.clipBounds();
+    return bounds.left < bounds.right && bounds.top < bounds.bottom;
+}
+
+void clipImage(DrawContext& context, pugi::xml_node clipPath, const View& view, const AFRect& box,
+               AImage& image) {
+    AImage coverage(image.width(), image.height());
+    const DrawContext::Visit visit(context, clipPath);
+    View content;
+    BoundingBox known(box);
+    if (visit && contentView(clipPath, view, known, content)) {
+        ACanvas canvas(pixelsOf(coverage));
+        const DrawContext::OnCanvas on(context, canvas);
+        APath outline;
+        forEachClipShape(
+            context, context.styleAt(clipPath), content, clipPath,
+            [&](const DrawnElement& element, Element kind) {
+                outline.clear();
+                appendOutline(context, element, kind, outline);
+                if (outline.empty()) return;
+                // Only the shape's own clip path counts here.
+                DrawStyle style;
+                style.clipPath = element.style.clipPath;
+                BoundingBox own(outline);
+                Effect effect(context);
+                if (!effect.begin({element.node, element.attributes, style, element.view}, own, nullptr, 1))
+                    return;
+                context.canvas().fill(outline, effect.view().toDrawing, APaint{}, element.style.clipRule);
+                effect.end();
+            });
+    }
+    multiplyByAlpha(image, coverage);
+}
+
+}  // namespace svg

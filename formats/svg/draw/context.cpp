@@ -1,0 +1,124 @@
+#include "formats/svg/draw/context.h"
+
+#include <algorithm>
+
+#include "formats/svg/draw/blend_mode.h"
+#include "formats/svg/draw/bounding_box.h"
+#include "formats/svg/draw/element_walk.h"
+#include "formats/svg/draw/pixel_area.h"
+
+namespace svg {
+
+namespace {
+
+// What references may repeat in one picture, like what "use" may repeat while a drawing is read.
+constexpr std::size_t kRepeatedAtLeast = 100'000;
+constexpr std::size_t kRepeatedPerElement = 100;
+constexpr std::size_t kRepeatedAtMost = 2'000'000;
+// References within references.
+constexpr std::size_t kDeepestReference = 48;
+
+}  // namespace
+
+DrawContext::DrawContext(const std::string& text, const View& root, ACanvas& canvas)
+    : m_tree(text),
+      m_root(root),
+      m_blends(asksForBlending(text)),
+      m_canvas(&canvas),
+      m_clipBounds(canvas.clipBounds()),
+      m_repeatable(
+          std::min(kRepeatedAtLeast + kRepeatedPerElement * m_tree.elementCount(), kRepeatedAtMost)) {
+    for (const pugi::xml_node style : m_tree.styles()) m_styles.sheet().add(styleText(style));
+}
+
+DrawContext::~DrawContext() = default;
+
+void DrawContext::pushClip(const APath& path, const AAffine& toPixels, EFillRule rule) {
+    m_canvas->pushClip(path, toPixels, rule);
+    m_clipBounds = m_canvas->clipBounds();
+}
+
+void DrawContext::popClip() {
+    m_canvas->popClip();
+    m_clipBounds = m_canvas->clipBounds();
+}
+
+void DrawContext::touch(const RECT& area) {
+    const RECT seen = intersection(area, m_clipBounds);
+    if (isEmpty(seen)) return;
+    m_touched = isEmpty(m_touched)
+                    ? seen
+                    : RECT{std::min(seen.left, m_touched.left), std::min(seen.top, m_touched.top),
+                           std::max(seen.right, m_touched.right), std::max(seen.bottom, m_touched.bottom)};
+}
+
+DrawContext::OnCanvas::OnCanvas(DrawContext& context, ACanvas& canvas)
+    : m_context(context),
+      m_before(context.m_canvas),
+      m_boundsBefore(context.m_clipBounds),
+      m_touchedBefore(context.m_touched) {
+    context.m_touched = {0, 0, 0, 0};
+    context.m_canvas = &canvas;
+    context.m_clipBounds = canvas.clipBounds();
+}
+
+DrawContext::OnCanvas::~OnCanvas() {
+    m_context.m_canvas = m_before;
+    m_context.m_clipBounds = m_boundsBefore;
+    m_context.m_touched = m_touchedBefore;
+}
+
+bool DrawContext::enterReference(pugi::xml_node node) {
+    if (!node || m_visited.size() >= kDeepestReference || !spend(1)) return false;
+    if (std::find(m_visited.begin(), m_visited.end(), node) != m_visited.end()) return false;
+    m_visited.push_back(node);
+    return true;
+}
+
+bool DrawContext::spend(std::size_t elements) {
+    const bool enough = m_repeatable >= elements;
+    m_repeatable = enough ? m_repeatable - elements : 0;
+    return enough;
+}
+
+bool DrawContext::takeGroup(std::size_t pixels) {
+    // A dozen screens of the largest kind in one another, sixty of the usual size.
+    constexpr std::size_t kMostGroupPixels = std::size_t{1} << 27;
+    if (pixels > kMostGroupPixels - m_groupPixels) return false;
+    m_groupPixels += pixels;
+    return true;
+}
+
+DrawStyle DrawContext::styleAt(pugi::xml_node element) {
+    std::vector<pugi::xml_node> chain;
+    for (pugi::xml_node at = element; at.type() == pugi::node_element; at = at.parent()) chain.push_back(at);
+    DrawStyle style;
+    DrawStyle room;
+    DrawAttributes attributes;
+    for (std::size_t i = chain.size(); i-- > 0;) {
+        attributes.read(chain[i]);
+        const DrawStyle& own = m_styles.compute(chain[i], attributes, style, m_root, room);
+        if (&own != &style) style = own;
+    }
+    style.displayed = true;
+    return style;
+}
+
+void DrawContext::paintElement(pugi::xml_node element, const DrawStyle& style, const View& view) {
+    ElementWalk(*this, style, view).paint(element, {});
+}
+
+void DrawContext::paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) {
+    ElementWalk(*this, style, view).paintChildren(parent, {});
+}
+
+AFRect DrawContext::boundsOf(const DrawnElement& element) {
+    return boundsOfContent(*this, element);
+}
+
+bool boxUnits(const AFRect& box, AAffine& fromUnits) {
+    fromUnits = {box.Width(), 0, 0, box.Height(), box.left, box.top};
+    return box.Width() > 0 && box.Height() > 0;
+}
+
+}  // namespace svg

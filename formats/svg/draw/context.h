@@ -1,0 +1,161 @@
+// What everything that draws an element shares: the tree, the styles, the canvas, and bounds on the work.
+//
+//     void paintMarker(DrawContext& context, pugi::xml_node marker, …) {
+//         const DrawContext::Visit visit(context, marker);
+//         if (!visit) return;                       // it is being drawn already, or too much was drawn
+//         View view = …;                            // from the marker's content to the canvas's pixels
+//         context.paintChildren(marker, context.styleAt(marker), view);
+//     }
+//
+// In pictures View::toDrawing leads to the pixels of the current canvas. Drawings are untrusted: whatever is
+// reached by a reference is entered through a Visit.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "formats/svg/draw/draw_style.h"
+#include "formats/svg/draw/drawing_tree.h"
+
+namespace svg {
+
+// What is kept from element to element of one picture. Each file that keeps something derives its own.
+struct DrawCache {
+    virtual ~DrawCache() = default;
+};
+enum class CacheOf : std::uint8_t {
+    gradients,
+    brushes,
+    clips,
+    groups,
+    tiles,
+    images,
+    markers,
+    filters,
+    texts,
+    count
+};
+
+// An element that is being drawn.
+struct DrawnElement {
+    pugi::xml_node node;
+    const DrawAttributes& attributes;
+    const DrawStyle& style;
+    // From the element's own user space, its transform included; what percentages refer to.
+    const View& view;
+};
+
+class DrawContext {
+public:
+    DrawContext(const std::string& text, const View& root, ACanvas& canvas);
+    ~DrawContext();
+    DrawContext(const DrawContext&) = delete;
+    DrawContext& operator=(const DrawContext&) = delete;
+
+    DrawingTree& tree() { return m_tree; }
+    DrawStyleResolver& styles() { return m_styles; }
+
+    // Whether something in the drawing has a mix-blend-mode.
+    bool blends() const { return m_blends; }
+
+    // What is drawn on now: the device's canvas, or that of a group.
+    ACanvas& canvas() { return *m_canvas; }
+    // Of the current canvas, kept up to date by pushClip and popClip; cheaper than asking it.
+    const RECT& clipBounds() const { return m_clipBounds; }
+    void pushClip(const APath& path, const AAffine& toPixels, EFillRule rule);
+    void popClip();
+    // To be called with the pixels that are about to be drawn on, at least: the picture of a group is put on
+    // the canvas below where it was touched.
+    void touch(const RECT& area);
+    const RECT& touched() const { return m_touched; }
+
+    // While it lives, drawing goes to another canvas.
+    class OnCanvas {
+    public:
+        OnCanvas(DrawContext& context, ACanvas& canvas);
+        ~OnCanvas();
+        OnCanvas(const OnCanvas&) = delete;
+        OnCanvas& operator=(const OnCanvas&) = delete;
+
+    private:
+        DrawContext& m_context;
+        ACanvas* m_before;
+        RECT m_boundsBefore;
+        RECT m_touchedBefore;
+    };
+
+    // Marks an element that a reference led to as being drawn. False when it is being drawn already (it would
+    // draw itself for ever), references lead too deep, or the picture has repeated too much.
+    class Visit {
+    public:
+        Visit(DrawContext& context, pugi::xml_node node)
+            : m_context(context), m_entered(context.enterReference(node)) {}
+        ~Visit() {
+            if (m_entered) m_context.leaveReference();
+        }
+        Visit(const Visit&) = delete;
+        Visit& operator=(const Visit&) = delete;
+        explicit operator bool() const { return m_entered; }
+
+    private:
+        DrawContext& m_context;
+        bool m_entered;
+    };
+    // The same for those that keep the order themselves.
+    bool enterReference(pugi::xml_node node);
+    void leaveReference() { m_visited.pop_back(); }
+    // Takes elements (or a similar amount of work) from what may still be repeated; false when there is no
+    // more.
+    bool spend(std::size_t elements);
+
+    // Counts the pixels of the pictures of groups that are open; false when there are too many.
+    bool takeGroup(std::size_t pixels);
+    void releaseGroup(std::size_t pixels) { m_groupPixels -= pixels; }
+
+    // The style of an element as it stands in the tree, with what it inherits there: for patterns, markers,
+    // masks and clip paths, which do not inherit from what refers to them. It counts as displayed, as
+    // definitions show wherever they stand.
+    DrawStyle styleAt(pugi::xml_node element);
+    const View& rootView() const { return m_root; }
+
+    // Draws an element or the children of one with all their content on the current canvas. `style`: of what
+    // is around the element; `view`: the one in which it stands. No view filter is asked.
+    void paintElement(pugi::xml_node element, const DrawStyle& style, const View& view);
+    void paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view);
+    // The extent of an element's geometry with its content, without strokes, in its own user space: what
+    // objectBoundingBox units refer to. The element's own transform is not included.
+    AFRect boundsOf(const DrawnElement& element);
+
+    // Made when first asked for.
+    template <class Cache>
+    Cache& cache(CacheOf which) {
+        std::unique_ptr<DrawCache>& slot = m_caches[static_cast<std::size_t>(which)];
+        if (!slot) slot = std::make_unique<Cache>();
+        return static_cast<Cache&>(*slot);
+    }
+
+private:
+    DrawingTree m_tree;
+    DrawStyleResolver m_styles;
+    View m_root;
+    bool m_blends;
+    ACanvas* m_canvas;
+    RECT m_clipBounds;
+    RECT m_touched{0, 0, 0, 0};
+    std::vector<pugi::xml_node> m_visited;
+    std::size_t m_repeatable;
+    std::size_t m_groupPixels = 0;
+    std::array<std::unique_ptr<DrawCache>, static_cast<std::size_t>(CacheOf::count)> m_caches;
+};
+
+// The box that objectBoundingBox units stand for, as a transform from the unit square; false for a box
+// without width or height, which such units do not apply to.
+bool boxUnits(const AFRect& box, AAffine& fromUnits);
+
+// An attribute by name, for those that no table knows; empty when it is not there.
+inline std::string_view textOf(pugi::xml_node node, const char* attribute) {
+    return node.attribute(attribute).value();
+}
+
+}  // namespace svg

@@ -1,0 +1,165 @@
+#include "formats/svg/draw/effect.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "formats/svg/draw/clip.h"
+#include "formats/svg/draw/filters.h"
+#include "formats/svg/draw/mask.h"
+#include "formats/svg/draw/pixel_area.h"
+#include "formats/svg/object_class.h"
+#include "formats/svg/transform.h"
+
+namespace svg {
+
+namespace {
+
+// Clean images that serve one group after another: a drawing may have a hundred thousand groups that show
+// through, each touching a few pixels of an image as large as the canvas.
+struct GroupImages : DrawCache {
+    static constexpr std::size_t kMost = 8;
+
+    AImage take(int width, int height) {
+        for (std::size_t i = 0; i < images.size(); ++i) {
+            if (images[i].width() != width || images[i].height() != height) continue;
+            AImage image = std::move(images[i]);
+            images.erase(images.begin() + static_cast<std::ptrdiff_t>(i));
+            return image;
+        }
+        return AImage(width, height);
+    }
+    void giveBack(AImage image, const RECT& touched) {
+        for (int y = touched.top; y < touched.bottom; ++y) {
+            std::uint32_t* const row = image.row(y);
+            std::fill(row + touched.left, row + touched.right, 0);
+        }
+        if (images.size() == kMost) images.erase(images.begin());
+        images.push_back(std::move(image));
+    }
+
+    std::vector<AImage> images;
+};
+
+AImage partOf(const AImage& image, const RECT& area) {
+    AImage part(area.right - area.left, area.bottom - area.top);
+    for (int y = 0; y < part.height(); ++y) {
+        const std::uint32_t* const row = image.row(area.top + y);
+        std::copy(row + area.left, row + area.right, part.row(y));
+    }
+    return part;
+}
+
+bool isEqual(const RECT& a, const RECT& b) {
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+// Whether what blends inside must not see what lies below the element. A clip path makes a group, too, but
+// one that has to be an image only for that.
+bool isolates(const DrawContext& context, const DrawnElement& element) {
+    if (!context.blends() || !isContainer(kindOf(element.node))) return false;
+    return element.style.own.isolated || !element.style.clipPath.empty();
+}
+
+// An image of less is made faster than looked for.
+constexpr LONG kWorthKeeping = 4096;
+
+}  // namespace
+
+Effect::~Effect() {
+    // Left without an end: nothing is drawn, but the canvas is as before.
+    m_on.reset();
+    m_context.releaseGroup(m_pixels);
+    popClips();
+}
+
+void Effect::popClips() {
+    for (; m_clips > 0; --m_clips) m_context.popClip();
+}
+
+bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* reach, double opacity) {
+    m_view = m_outerView = element.view;
+    m_opacity = opacity;
+    if (!(opacity > 0)) return false;
+    const DrawStyle& style = element.style;
+    if (!style.clipPath.empty() &&
+        !pushClipPath(m_context, style.clipPath, element.view, box, m_clips, m_clipPaths)) {
+        popClips();
+        return false;
+    }
+    std::string_view text = style.mask;
+    std::string_view id;
+    if (!text.empty() && takeUrl(text, id)) {
+        m_mask = m_context.tree().findResource(id);
+        if (kindOf(m_mask) != Element::mask) m_mask = {};
+    }
+    m_filtered = !style.filter.empty() && hasFilter(m_context, style.filter);
+    const bool needsImage = opacity < 1 || m_mask || m_filtered || !m_clipPaths.empty() ||
+                            style.own.blend != EBlend::normal || isolates(m_context, element);
+    if (needsImage ? beginImage(element, box, reach) : !isEmpty(m_context.clipBounds())) return true;
+    popClips();
+    return false;
+}
+
+bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach) {
+    RECT area = m_context.clipBounds();
+    if (reach && !m_filtered) area = intersection(area, *reach);
+    if (m_mask) {
+        AFRect region;
+        if (maskNeedsBox(m_mask)) m_box = box.get();
+        if (!maskRegion(m_context, m_mask, element.view, m_box, region)) return false;
+        area = intersection(area, pixelsAround(rectBounds(element.view.toDrawing, region), 1));
+    }
+    if (m_filtered || !m_clipPaths.empty()) m_box = box.get();
+    if (isEmpty(area)) return false;
+    m_style = element.style;
+    if (m_filtered) {
+        area = filterBounds(m_context, {m_style.filter, m_box, m_outerView, m_style}, area);
+        if (isEmpty(area)) return false;
+    }
+    const LONG width = area.right - area.left;
+    const LONG height = area.bottom - area.top;
+    const std::size_t pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    // Groups in groups without end: the innermost ones are drawn as if they were none.
+    if (!m_context.takeGroup(pixels)) return true;
+    m_pixels = pixels;
+    m_lent = !m_filtered && width * height >= kWorthKeeping;
+    m_image =
+        m_lent ? m_context.cache<GroupImages>(CacheOf::groups).take(width, height) : AImage(width, height);
+    m_canvas = std::make_unique<ACanvas>(pixelsOf(m_image));
+    m_area = area;
+    m_view.toDrawing = shift() * m_view.toDrawing;
+    m_on.emplace(m_context, *m_canvas);
+    return true;
+}
+
+void Effect::end() {
+    if (m_on) finishImage();
+    popClips();
+}
+
+void Effect::finishImage() {
+    const RECT touched = m_filtered ? RECT{0, 0, m_image.width(), m_image.height()} : m_context.touched();
+    m_on.reset();
+    m_canvas.reset();  // the pixels are complete
+    if (!isEmpty(touched)) compose(touched);
+    if (m_lent) m_context.cache<GroupImages>(CacheOf::groups).giveBack(std::move(m_image), touched);
+    m_image = AImage();
+    m_context.releaseGroup(std::exchange(m_pixels, 0));
+}
+
+void Effect::compose(const RECT& touched) {
+    if (m_filtered)
+        applyFilter(m_context, {m_style.filter, m_box, m_outerView, m_style}, m_image,
+                    {m_area.left, m_area.top});
+    for (const pugi::xml_node clipPath : m_clipPaths) clipImage(m_context, clipPath, m_view, m_box, m_image);
+    if (m_mask) maskImage(m_context, m_mask, m_view, m_box, m_image);
+    const RECT outside{touched.left + m_area.left, touched.top + m_area.top, touched.right + m_area.left,
+                       touched.bottom + m_area.top};
+    m_context.touch(outside);
+    const AAffine place = AAffine::translation(outside.left, outside.top);
+    const bool whole = isEqual(touched, {0, 0, m_image.width(), m_image.height()});
+    m_context.canvas().drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false,
+                                 m_style.own.blend);
+}
+
+}  // namespace svg

@@ -1,0 +1,91 @@
+// Walks down elements as they are drawn: the containers that are open, with their styles, views and effects;
+// shapes, texts and images inside.
+//
+// The painter of a document opens and closes containers as the model tells; what the model does not hold
+// (masks, patterns, objects that are drawn by a group) is walked here, without recursion, since elements may
+// be nested a thousand deep.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/effect.h"
+#include "formats/svg/draw/paint_source.h"
+#include "formats/svg/draw/text.h"
+
+namespace svg {
+
+class ElementWalk {
+public:
+    // Starts inside something of that style and view.
+    ElementWalk(DrawContext& context, const DrawStyle& style, const View& view);
+    ~ElementWalk();
+    ElementWalk(const ElementWalk&) = delete;
+    ElementWalk& operator=(const ElementWalk&) = delete;
+
+    const DrawStyle& style() const { return m_levels.back().style; }
+    const View& view() const { return m_levels.back().view; }
+
+    // Opens a container for what stands in it; false when nothing inside can be seen, then it is not open.
+    // A layer shows or not as the model says, whatever its element's display says.
+    enum class Display { ofElement, ofModel };
+    bool open(pugi::xml_node container, Element element, Display display);
+    // Opens something that is not in the drawing: nothing changes inside.
+    void openPlain();
+    void close();
+    // For a walk that started in the drawing's root: the effects that the root itself has on its content, to
+    // be closed behind it. False when nothing can be seen.
+    bool beginRoot(pugi::xml_node root);
+
+    // Paints an element that is no open container: a shape, a text, an image, or a container with its
+    // content.
+    void paint(pugi::xml_node element, const PaintSource& source);
+    void paintChildren(pugi::xml_node parent, const PaintSource& source);
+
+private:
+    struct Level {
+        DrawStyle style;
+        View view;
+        int clips = 0;
+        std::unique_ptr<Effect> effect;
+    };
+    struct Frame {
+        pugi::xml_node next;
+        bool single = false;     // only `next` itself, not what follows it
+        bool reference = false;  // that of a "use"
+        bool opened = false;     // a level is to be closed behind it
+    };
+
+    void run(const PaintSource& source);
+    void step(pugi::xml_node node, bool inUse, const PaintSource& source);
+    void enterContainer(pugi::xml_node node, Element element);
+    void paintLeaf(pugi::xml_node node, Element element, const PaintSource& source);
+    void paintDrawn(const DrawnElement& drawn, Element element, const PaintSource& source);
+    void paintShape(const DrawnElement& shape, Element element, const PaintSource& source);
+    struct Parts {
+        bool fill, stroke, markers;
+        double opacity;
+    };
+    void paintParts(const DrawnElement& shape, Element element, const PaintSource& source, const Parts& parts,
+                    BoundingBox& box);
+    void stroke(const APath& outline, const DrawStyle& style, const View& view, const APaint& paint);
+    void paintText(const DrawnElement& text, const PaintSource& source);
+    void paintPieces(const DrawnElement& text, const PaintSource& source, const AFRect& box, double opacity);
+    void paintPicture(const DrawnElement& image);
+
+    DrawContext& m_context;
+    std::vector<Level> m_levels;
+    std::vector<Frame> m_frames;
+    // Scratch, so that the next shape needs no memory of its own.
+    DrawAttributes m_attributes;
+    DrawStyle m_room;
+    APath m_outline;
+    std::vector<TextPiece> m_pieces;
+    AStrokeStyle m_stroke;
+};
+
+// What a "use" repeats; null when there is nothing, or it would repeat itself for ever.
+pugi::xml_node useTarget(DrawContext& context, pugi::xml_node use);
+
+}  // namespace svg

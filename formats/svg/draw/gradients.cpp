@@ -1,0 +1,200 @@
+#include "formats/svg/draw/gradients.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "formats/svg/color.h"
+
+namespace svg {
+
+namespace {
+
+// A gradient may take what it does not say from another one; so many steps are followed.
+constexpr int kLongestGradientChain = 32;
+
+// A coordinate: of the unit square, or of user space, where a percentage is of the viewport.
+struct Coordinate {
+    std::string_view text;
+    double otherwise = 0;  // in hundredths of the viewport or of the box
+};
+
+struct ReadGradient {
+    bool radial = false;
+    bool inBox = true;
+    AAffine transform;
+    // x1, y1, x2, y2, or cx, cy, r, fx, fy, fr.
+    std::array<Coordinate, 6> coordinates;
+    bool hasFocusX = false, hasFocusY = false;
+    AGradient gradient;
+};
+
+struct Gradients : DrawCache {
+    std::unordered_map<std::size_t, ReadGradient> byNode;
+};
+
+AColor stopColor(const DrawStyle& style) {
+    const Paint& paint = style.stopColor;
+    std::uint32_t rgb = 0;
+    double opacity = style.own.stopOpacity;
+    switch (paint.kind) {
+        case PaintKind::rgb:
+            rgb = paint.rgb;
+            opacity *= paint.alpha / 255.0;
+            break;
+        case PaintKind::currentColor:
+            rgb = style.color;
+            break;
+        case PaintKind::cmyk: {
+            std::array<float, 4> cmyk{};
+            std::string_view text = paint.text;
+            takeCmyk(text, cmyk);
+            rgb = cmykToRgb(cmyk);
+            break;
+        }
+        default:
+            opacity = 0;  // transparent
+            break;
+    }
+    return AColor(RGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff), opacity);
+}
+
+void readStops(DrawContext& context, pugi::xml_node owner, std::vector<AGradientStop>& stops) {
+    constexpr std::size_t kMostStops = 1024;
+    const DrawStyle around = context.styleAt(owner);
+    DrawAttributes attributes;
+    DrawStyle room;
+    double last = 0;
+    for (const pugi::xml_node child : owner.children()) {
+        if (kindOf(child) != Element::stop || stops.size() == kMostStops) continue;
+        attributes.read(child);
+        const DrawStyle& style =
+            context.styles().compute(child, attributes, around, context.rootView(), room);
+        double offset = 0;
+        parseLength(textOf(child, "offset"), Axis::horizontal, {kUsualFontSize, 1, 1}, offset);
+        last = std::clamp(offset, last, 1.0);
+        stops.push_back({last, stopColor(style)});
+    }
+}
+
+// An attribute of the gradient or of the first in its chain that has it.
+class GradientChain {
+public:
+    GradientChain(DrawContext& context, pugi::xml_node gradient) {
+        while (gradient && m_nodes.size() < kLongestGradientChain) {
+            m_nodes.push_back(gradient);
+            const std::string_view id = referenceOf(gradient);
+            gradient = id.empty() ? pugi::xml_node() : context.tree().findResource(id);
+            const Element element = kindOf(gradient);
+            if (element != Element::linearGradient && element != Element::radialGradient) return;
+            if (std::find(m_nodes.begin(), m_nodes.end(), gradient) != m_nodes.end()) return;
+        }
+    }
+
+    std::string_view get(const char* attribute) const {
+        for (const pugi::xml_node node : m_nodes) {
+            if (const pugi::xml_attribute found = node.attribute(attribute)) return found.value();
+        }
+        return {};
+    }
+    pugi::xml_node stopsOwner() const {
+        for (const pugi::xml_node node : m_nodes) {
+            for (const pugi::xml_node child : node.children()) {
+                if (kindOf(child) == Element::stop) return node;
+            }
+        }
+        return {};
+    }
+
+private:
+    std::vector<pugi::xml_node> m_nodes;
+};
+
+void read(DrawContext& context, pugi::xml_node node, ReadGradient& result) {
+    const GradientChain chain(context, node);
+    if (const pugi::xml_node owner = chain.stopsOwner()) readStops(context, owner, result.gradient.stops);
+    result.radial = result.gradient.radial = kindOf(node) == Element::radialGradient;
+    result.inBox = chain.get("gradientUnits") != "userSpaceOnUse";
+    result.transform = parseTransform(chain.get("gradientTransform"));
+    const std::string_view spread = chain.get("spreadMethod");
+    result.gradient.spread = spread == "reflect"  ? ESpread::reflect
+                             : spread == "repeat" ? ESpread::repeat
+                                                  : ESpread::pad;
+    if (result.radial) {
+        result.coordinates = {{{chain.get("cx"), 50},
+                               {chain.get("cy"), 50},
+                               {chain.get("r"), 50},
+                               {chain.get("fx"), 50},
+                               {chain.get("fy"), 50},
+                               {chain.get("fr"), 0}}};
+        result.hasFocusX = !chain.get("fx").empty();
+        result.hasFocusY = !chain.get("fy").empty();
+    } else {
+        result.coordinates = {{{chain.get("x1"), 0},
+                               {chain.get("y1"), 0},
+                               {chain.get("x2"), 100},
+                               {chain.get("y2"), 0},
+                               {},
+                               {}}};
+    }
+}
+
+// A focus outside the end circle lies on its edge.
+void placeFocus(AGradient& gradient) {
+    const double dx = gradient.from.x - gradient.to.x;
+    const double dy = gradient.from.y - gradient.to.y;
+    const double distance = std::hypot(dx, dy);
+    const double most = std::max(0.0, gradient.radius - gradient.fromRadius) * 0.999;
+    if (distance <= most || distance == 0) return;
+    gradient.from = {gradient.to.x + dx * most / distance, gradient.to.y + dy * most / distance};
+}
+
+void place(ReadGradient& read, double width, double height) {
+    const LengthContext context{kUsualFontSize, width, height};
+    const auto at = [&](std::size_t i, Axis axis) {
+        const Coordinate& one = read.coordinates[i];
+        const double extent = axis == Axis::horizontal ? width
+                              : axis == Axis::vertical ? height
+                                                       : std::sqrt((width * width + height * height) / 2);
+        double value = one.otherwise / 100 * extent;
+        parseLength(one.text, axis, context, value);
+        return value;
+    };
+    AGradient& gradient = read.gradient;
+    if (!read.radial) {
+        gradient.from = {at(0, Axis::horizontal), at(1, Axis::vertical)};
+        gradient.to = {at(2, Axis::horizontal), at(3, Axis::vertical)};
+        return;
+    }
+    gradient.to = {at(0, Axis::horizontal), at(1, Axis::vertical)};
+    gradient.radius = std::max(0.0, at(2, Axis::both));
+    gradient.from = {read.hasFocusX ? at(3, Axis::horizontal) : gradient.to.x,
+                     read.hasFocusY ? at(4, Axis::vertical) : gradient.to.y};
+    gradient.fromRadius = std::clamp(at(5, Axis::both), 0.0, gradient.radius);
+    placeFocus(gradient);
+}
+
+ReadGradient& readOnce(DrawContext& context, pugi::xml_node gradient) {
+    auto& cache = context.cache<Gradients>(CacheOf::gradients);
+    const auto [entry, isNew] = cache.byNode.try_emplace(gradient.hash_value());
+    if (isNew) read(context, gradient, entry->second);
+    return entry->second;
+}
+
+}  // namespace
+
+const AGradient* gradientFor(DrawContext& context, pugi::xml_node node, BoundingBox& box, const View& view) {
+    ReadGradient& read = readOnce(context, node);
+    if (read.gradient.stops.empty()) return nullptr;
+    AAffine units;
+    if (read.inBox && !boxUnits(box.get(), units)) return nullptr;
+    place(read, read.inBox ? 1 : view.width, read.inBox ? 1 : view.height);
+    read.gradient.toPixels = view.toDrawing * units * read.transform;
+    return &read.gradient;
+}
+
+double swatchOpacity(DrawContext& context, pugi::xml_node gradient) {
+    const ReadGradient& read = readOnce(context, gradient);
+    return read.gradient.stops.size() == 1 ? read.gradient.stops.front().color.getOpacity() : 1;
+}
+
+}  // namespace svg

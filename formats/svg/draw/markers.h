@@ -1,0 +1,15 @@
+// Markers along a path.
+#pragma once
+
+#include "formats/svg/draw/context.h"
+
+namespace svg {
+
+inline bool hasMarkers(const DrawStyle& style) {
+    return !style.markerStart.empty() || !style.markerMid.empty() || !style.markerEnd.empty();
+}
+
+// Paints the markers of an outline in the user space of `view`. The style is that of the shape.
+void paintMarkers(DrawContext& context, const APath& outline, const DrawStyle& style, const View& view);
+
+}  // namespace svg

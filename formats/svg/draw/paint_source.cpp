@@ -1,0 +1,145 @@
+#include "formats/svg/draw/paint_source.h"
+
+#include <unordered_map>
+
+#include "formats/svg/color.h"
+#include "formats/svg/draw/gradients.h"
+#include "formats/svg/draw/patterns.h"
+#include "kzcore/refer_item.h"
+
+namespace svg {
+
+namespace {
+
+// The elements that brush items are made of, by item.
+struct BrushServers : DrawCache {
+    std::unordered_map<const ABrushItem*, pugi::xml_node> byItem;
+};
+
+// What is needed to make a paint of a paint server.
+struct Painted {
+    DrawContext& context;
+    const View& view;
+    BoundingBox& box;
+    double opacity;
+};
+
+bool solid(COLORREF color, double opacity, APaint& paint) {
+    paint = {AColor(color, opacity)};
+    return opacity > 0;
+}
+
+bool solidRgb(std::uint32_t rgb, double opacity, APaint& paint) {
+    return solid(RGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff), opacity, paint);
+}
+
+bool serverPaint(const Painted& painted, pugi::xml_node server, APaint& paint) {
+    paint = {};
+    paint.opacity = painted.opacity;
+    switch (kindOf(server)) {
+        case Element::linearGradient:
+        case Element::radialGradient:
+            paint.gradient = gradientFor(painted.context, server, painted.box, painted.view);
+            return paint.gradient != nullptr;
+        case Element::pattern:
+            paint.tile = patternTile(painted.context, server, painted.box.get(), painted.view);
+            return paint.tile != nullptr;
+        default:
+            return false;  // meshes and hatches
+    }
+}
+
+bool isServer(Element element) {
+    return element >= Element::linearGradient && element <= Element::hatch;
+}
+
+// What a style says.
+bool stylePaint(const Painted& painted, const Paint& paint, std::uint32_t currentColor, APaint& result) {
+    PaintKind kind = paint.kind;
+    if (kind == PaintKind::reference) {
+        const pugi::xml_node server = painted.context.tree().findResource(paint.text);
+        if (isServer(kindOf(server))) return serverPaint(painted, server, result);
+        kind = paint.fallback;
+    }
+    switch (kind) {
+        case PaintKind::rgb:
+            return solidRgb(paint.rgb, painted.opacity * (paint.alpha / 255.0), result);
+        case PaintKind::currentColor:
+            return solidRgb(currentColor, painted.opacity, result);
+        case PaintKind::cmyk: {
+            std::array<float, 4> cmyk{};
+            std::string_view text = paint.text;
+            takeCmyk(text, cmyk);
+            return solidRgb(cmykToRgb(cmyk), painted.opacity, result);
+        }
+        default:
+            return false;
+    }
+}
+
+// The opacity that the style gives to what the model keeps as a plain colour.
+double colorOpacity(DrawContext& context, const Paint& paint) {
+    if (paint.kind == PaintKind::rgb) return paint.alpha / 255.0;
+    if (paint.kind != PaintKind::reference) return 1;
+    const pugi::xml_node server = context.tree().findResource(paint.text);
+    if (isServer(kindOf(server))) return swatchOpacity(context, server);
+    return paint.fallback == PaintKind::rgb ? paint.alpha / 255.0 : 1;
+}
+
+// The element of a gradient or pattern brush: that of its name, or what the style refers to where names had
+// to be changed.
+pugi::xml_node serverOf(DrawContext& context, const ABrushItem* item, const Paint& paint) {
+    auto& cache = context.cache<BrushServers>(CacheOf::brushes);
+    const auto [entry, isNew] = cache.byItem.try_emplace(item);
+    if (isNew) {
+        entry->second = context.tree().findResource(item->getName().toUtf8());
+        if (!isServer(kindOf(entry->second)) && paint.kind == PaintKind::reference)
+            entry->second = context.tree().findResource(paint.text);
+    }
+    return entry->second;
+}
+
+bool itemPaint(Painted painted, const AColorItem* color, const ABrushItem* item, const Paint& paint,
+               APaint& result) {
+    if (!color && item) {
+        if (const auto* const plain = dynamic_cast<const ASolidBrushItem*>(item)) {
+            color = plain->getColorItem();
+        } else {
+            return serverPaint(painted, serverOf(painted.context, item, paint), result);
+        }
+    }
+    if (!color) return false;
+    return solid(color->getDisplayColor(), painted.opacity * colorOpacity(painted.context, paint), result);
+}
+
+}  // namespace
+
+bool hasFill(const PaintSource& source, const DrawStyle& style) {
+    if (!source.visible.fill) return false;
+    return source.object ? source.object->getBrush() != nullptr : style.fill.kind != PaintKind::none;
+}
+
+bool hasStroke(const PaintSource& source, const DrawStyle& style) {
+    if (!source.visible.stroke || !(style.strokeWidth > 0)) return false;
+    return source.object ? source.object->getPen() != nullptr : style.stroke.kind != PaintKind::none;
+}
+
+bool fillPaint(DrawContext& context, const PaintSource& source, const DrawStyle& style, const View& view,
+               BoundingBox& box, double opacity, APaint& paint) {
+    const Painted painted{context, view, box, opacity * style.fillOpacity};
+    if (!source.object) return stylePaint(painted, style.fill, style.color, paint);
+    const ABrush* const brush = source.object->getBrush();
+    return brush && itemPaint(painted, nullptr, brush->getBrushItem(), style.fill, paint);
+}
+
+bool strokePaint(DrawContext& context, const PaintSource& source, const DrawStyle& style, const View& view,
+                 BoundingBox& box, double opacity, APaint& paint) {
+    const Painted painted{context, view, box, opacity * style.strokeOpacity};
+    if (!source.object) return stylePaint(painted, style.stroke, style.color, paint);
+    const APen* const pen = source.object->getPen();
+    const APenItem* const item = pen ? pen->getPenItem() : nullptr;
+    if (!item || item->getStyle() == APenItem::kStyleNone) return false;
+    return itemPaint(painted, item->getColorItem(), item->getBrushItem(), style.stroke, paint);
+}
+
+}  // namespace svg

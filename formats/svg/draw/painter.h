@@ -1,0 +1,19 @@
+// Paints the objects of a document that was read from a drawing: what there is, and in which order, as the
+// model says; how it looks, as the drawing says.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "formats/svg/view.h"
+#include "kzcore/canvas.h"
+#include "kzcore/object_painter.h"
+
+namespace svg {
+
+// `text`: the drawing's (DrawingSource::text); `root`: the view of its root in drawing coordinates. The text
+// and the canvas outlive the painter. Raises bad_alloc.
+std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const View& root, ACanvas& canvas,
+                                            const AAffine& toPixels);
+
+}  // namespace svg

@@ -1,0 +1,99 @@
+#include "formats/svg/draw/shapes.h"
+
+#include <algorithm>
+
+namespace svg {
+
+namespace {
+
+// How far the control points of a quarter of a circle lie from its ends.
+constexpr double kQuarterReach = 0.5522847498307936;
+
+void appendEllipse(double cx, double cy, double rx, double ry, APath& path) {
+    if (!(rx > 0 && ry > 0)) return;
+    const double kx = rx * kQuarterReach;
+    const double ky = ry * kQuarterReach;
+    path.moveTo({cx + rx, cy});
+    path.curveTo({cx + rx, cy + ky}, {cx + kx, cy + ry}, {cx, cy + ry});
+    path.curveTo({cx - kx, cy + ry}, {cx - rx, cy + ky}, {cx - rx, cy});
+    path.curveTo({cx - rx, cy - ky}, {cx - kx, cy - ry}, {cx, cy - ry});
+    path.curveTo({cx + kx, cy - ry}, {cx + rx, cy - ky}, {cx + rx, cy});
+    path.close();
+}
+
+void appendRectangle(const AFRect& box, double rx, double ry, APath& path) {
+    const auto [left, top, right, bottom] = box;
+    if (rx == 0) {
+        path.moveTo({left, top});
+        path.lineTo({right, top});
+        path.lineTo({right, bottom});
+        path.lineTo({left, bottom});
+        path.close();
+        return;
+    }
+    const double kx = rx * (1 - kQuarterReach);
+    const double ky = ry * (1 - kQuarterReach);
+    path.moveTo({left + rx, top});
+    path.lineTo({right - rx, top});
+    path.curveTo({right - kx, top}, {right, top + ky}, {right, top + ry});
+    path.lineTo({right, bottom - ry});
+    path.curveTo({right, bottom - ky}, {right - kx, bottom}, {right - rx, bottom});
+    path.lineTo({left + rx, bottom});
+    path.curveTo({left + kx, bottom}, {left, bottom - ky}, {left, bottom - ry});
+    path.lineTo({left, top + ry});
+    path.curveTo({left, top + ky}, {left + kx, top}, {left + rx, top});
+    path.close();
+}
+
+}  // namespace
+
+void appendShape(Element shape, const DrawAttributes& attributes, const View& view, double fontSize,
+                 APath& path, Arcs arcs) {
+    const LengthContext context{fontSize, view.width, view.height};
+    const auto get = [&](Attribute attribute, Axis axis, double missing = 0) {
+        return length(attributes.plain(), attribute, axis, context, missing);
+    };
+    switch (shape) {
+        case Element::rect: {
+            const double width = get(Attribute::width, Axis::horizontal);
+            const double height = get(Attribute::height, Axis::vertical);
+            if (!(width > 0 && height > 0)) return;
+            const double x = get(Attribute::x, Axis::horizontal);
+            const double y = get(Attribute::y, Axis::vertical);
+            double rx = get(Attribute::rx, Axis::horizontal, -1);
+            double ry = get(Attribute::ry, Axis::vertical, -1);
+            if (rx < 0) rx = ry;
+            if (ry < 0) ry = rx;
+            rx = std::clamp(rx, 0.0, width / 2);
+            ry = std::clamp(ry, 0.0, height / 2);
+            if (rx == 0 || ry == 0) rx = ry = 0;
+            return appendRectangle({x, y, x + width, y + height}, rx, ry, path);
+        }
+        case Element::circle: {
+            const double r = get(Attribute::r, Axis::both);
+            return appendEllipse(get(Attribute::cx, Axis::horizontal), get(Attribute::cy, Axis::vertical), r,
+                                 r, path);
+        }
+        case Element::ellipse: {
+            double rx = get(Attribute::rx, Axis::horizontal, -1);
+            double ry = get(Attribute::ry, Axis::vertical, -1);
+            if (rx < 0) rx = ry;  // "auto"
+            if (ry < 0) ry = rx;
+            return appendEllipse(get(Attribute::cx, Axis::horizontal), get(Attribute::cy, Axis::vertical), rx,
+                                 ry, path);
+        }
+        case Element::line:
+            path.moveTo({get(Attribute::x1, Axis::horizontal), get(Attribute::y1, Axis::vertical)});
+            path.lineTo({get(Attribute::x2, Axis::horizontal), get(Attribute::y2, Axis::vertical)});
+            return;
+        case Element::polygon:
+        case Element::polyline:
+            return appendPoints(attributes.get(Attribute::points), shape == Element::polygon, path);
+        case Element::path:
+            return appendPath(attributes.get(Attribute::d), path, arcs);
+        default:
+            return;
+    }
+}
+
+}  // namespace svg

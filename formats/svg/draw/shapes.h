@@ -1,0 +1,18 @@
+// The outlines of shapes.
+#pragma once
+
+#include "formats/svg/draw/draw_style.h"
+#include "formats/svg/path_data.h"
+
+namespace svg {
+
+constexpr bool isShape(Element element) {
+    return element >= Element::rect && element <= Element::polyline;
+}
+
+// Appends the outline of a shape in its own user space; nothing for one that is not drawn. `view`: what
+// percentages refer to.
+void appendShape(Element shape, const DrawAttributes& attributes, const View& view, double fontSize,
+                 APath& path, Arcs arcs = Arcs::exact);
+
+}  // namespace svg

@@ -1,0 +1,21 @@
+// Text elements as outlines: tspans with their own styles and positions, anchors, texts on paths.
+#pragma once
+
+#include <vector>
+
+#include "formats/svg/draw/context.h"
+
+namespace svg {
+
+// A run of glyphs with one style.
+struct TextPiece {
+    APath outline;    // in the text's user space, decorations included
+    AFRect box;       // of its line: the advance wide, ascent and descent high; for bounding boxes
+    DrawStyle style;  // computed; that of the text element itself where no tspan says otherwise
+};
+
+// Lays out a text. Pieces that are not displayed are left out; those with visibility: hidden are, too, but
+// take their room.
+void layOutText(DrawContext& context, const DrawnElement& text, std::vector<TextPiece>& pieces);
+
+}  // namespace svg

@@ -1,0 +1,56 @@
+// The characters of a text element as they are drawn: white space collapsed, each with its style and
+// position.
+//
+//     const TextCharacters text = collectCharacters(context, element);
+//     for (const TextCharacter& one : text.characters) draw(text.bytes.substr(one.begin, one.size), …);
+//
+// Positions come from the lists of the innermost element that has one for the character; a character beyond
+// the sixteen-bit ones takes two places of them. A text beyond kMostCharacters is cut.
+#pragma once
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "formats/svg/draw/context.h"
+
+namespace svg {
+
+constexpr std::size_t kMostCharacters = std::size_t{1} << 16;
+constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
+
+// The text element, or one of tspan, textPath, tref, a within it.
+struct TextSpan {
+    DrawStyle style;
+    pugi::xml_node textPath;       // around it, or null
+    double baselineShift = 0;      // upwards, with that of the elements around
+    double textLength = -1;        // negative: as long as it is
+    bool stretchesGlyphs = false;  // to the text length
+    bool underline = false, overline = false, lineThrough = false;  // its own or one around
+    std::size_t first = 0, last = 0;                                // its characters
+};
+
+struct TextCharacter {
+    std::size_t begin = 0;  // in `bytes`
+    std::size_t size = 0;
+    std::size_t span = 0;
+    char32_t code = 0;
+    // Absolute: NaN where the character follows the one before.
+    double x = kNowhere, y = kNowhere;
+    double dx = 0, dy = 0;
+    double rotate = 0;  // degrees
+};
+
+struct TextCharacters {
+    std::string bytes;  // UTF-8
+    std::vector<TextCharacter> characters;
+    std::vector<TextSpan> spans;  // in the order of their start tags; the first is the text element's
+};
+
+TextCharacters collectCharacters(DrawContext& context, const DrawnElement& text);
+
+// The end of the cluster (a letter with the marks upon it) that starts at a character.
+std::size_t clusterEnd(const std::vector<TextCharacter>& characters, std::size_t first, std::size_t end);
+
+}  // namespace svg

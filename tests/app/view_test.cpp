@@ -1,0 +1,255 @@
+// kzdraw view and kzdraw render, as their users run them.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "kzcore/image.h"
+#include "process.h"
+#include "sea.h"
+#include "support/temp_folder.h"
+
+using test::Outcome;
+using test::runKzdraw;
+
+namespace {
+
+// Three squares: red, blue, and gold with a black line inside of it.
+constexpr char kSquares[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="30" height="10">
+  <rect id="a" width="10" height="10" fill="red"/>
+  <rect id="b" x="10" width="10" height="10" fill="blue"/>
+  <g fill="gold"><rect id="c" x="22" y="2" width="6" height="6" stroke="black" stroke-width="4"/></g>
+</svg>
+)svg";
+
+Outcome refused(const std::string& reason) {
+    return {2, "", "kzdraw: " + reason + "\n"};
+}
+
+class ViewCommand : public testing::Test {
+protected:
+    test::TempFolder folder;
+    std::string sea = test::utf8(folder.write("sea.svg", test::kSea));
+    std::string squares = test::utf8(folder.write("squares.svg", kSquares));
+    std::string png = test::utf8(folder.path() / "out.png");
+    std::string svg = test::utf8(folder.path() / "out.svg");
+
+    const Outcome done{0, "", ""};
+
+    AImage picture() {
+        const std::string bytes = rawBytes(folder.path() / "out.png");
+        return decodeImage({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
+    }
+    static std::string rawBytes(const std::filesystem::path& file) {
+        std::ifstream stream(file, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(stream), {});
+    }
+    // The middles of the three squares, and the line around the last one: r, b, g, k, and . for white.
+    std::string look() {
+        const AImage image = picture();
+        if (image.width() != 30 || image.height() != 10) return "wrong size";
+        std::string letters;
+        for (const int x : {5, 15, 25, 20}) {
+            switch (image.at(x, 5)) {
+                case 0xffff0000:
+                    letters += 'r';
+                    break;
+                case 0xff0000ff:
+                    letters += 'b';
+                    break;
+                case 0xffffd700:
+                    letters += 'g';
+                    break;
+                case 0xff000000:
+                    letters += 'k';
+                    break;
+                case 0xffffffff:
+                    letters += '.';
+                    break;
+                default:
+                    letters += '?';
+            }
+        }
+        return letters;
+    }
+    std::string lookOf(std::vector<std::string> options) {
+        options.insert(options.begin(), {"view", squares, "-o", png});
+        EXPECT_EQ(runKzdraw(options), done);
+        return look();
+    }
+};
+
+}  // namespace
+
+TEST_F(ViewCommand, ShowsWhatTheOptionsLeave) {
+    EXPECT_EQ(lookOf({}), "rbgk");
+    EXPECT_EQ(lookOf({"--hide", "red"}), ".bgk");
+    EXPECT_EQ(lookOf({"--hide", "black"}), "rbg.");
+    EXPECT_EQ(lookOf({"--only", "gold"}), "..g.");
+    EXPECT_EQ(lookOf({"--except", "gold"}), "rb.k");
+}
+
+TEST_F(ViewCommand, AppliesItsOptionsInTheOrderWritten) {
+    EXPECT_EQ(lookOf({"--hide", "red", "--show", "red"}), "rbgk");
+    EXPECT_EQ(lookOf({"--show", "red", "--hide", "red"}), ".bgk");
+    EXPECT_EQ(lookOf({"--only", "red", "--show", "black", "--show", "gold", "--hide", "red"}), "..gk");
+    EXPECT_EQ(lookOf({"--hide", "red", "--only", "blue", "--hide", "gold", "--except", "black"}), "rbg.");
+    EXPECT_EQ(lookOf({"--hide=red", "--hide=blue", "--show=red"}), "r.gk");
+}
+
+TEST_F(ViewCommand, TakesColorsByNameByValueAndFromObjects) {
+    for (const char* color : {"gold", "GOLD", "#ffd700", "#FFD700", "color:gold", "fill:c"})
+        EXPECT_EQ(lookOf({"--hide", color}), "rb.k") << color;
+    EXPECT_EQ(lookOf({"--hide", "stroke:c"}), "rbg.");
+}
+
+TEST_F(ViewCommand, TellsWhatIsHidden) {
+    EXPECT_EQ(runKzdraw({"view", sea, "--hide", "red", "--hide", "fill:sun"}),
+              (Outcome{0,
+                       "2 of 5 colors hidden\n"
+                       "  red                     RGB Color         hidden\n"
+                       "  black                   RGB Color         visible\n"
+                       "  blue                    RGB Color         visible\n"
+                       "  #123456                 RGB Color         visible\n"
+                       "  glow                    Gradient          hidden\n",
+                       ""}));
+    EXPECT_EQ(runKzdraw({"view", sea, "--json", "--only", "blue"}),
+              (Outcome{0,
+                       R"({"filter":{"hidden":["red","black","#123456"],"visible":["blue"],)"
+                       R"("brushes":{"hidden":["glow"],"visible":[]}}})"
+                       "\n",
+                       ""}));
+    EXPECT_EQ(runKzdraw({"view", sea, "--json"}), (Outcome{0, "{\"filter\":null}\n", ""}));
+}
+
+TEST_F(ViewCommand, TellsJsonBesideWhatItWrites) {
+    const Outcome outcome = runKzdraw({"view", squares, "--hide", "red", "-o", png, "--json"});
+    EXPECT_EQ(outcome, (Outcome{0,
+                                R"({"filter":{"hidden":["red"],"visible":["blue","gold","black"],)"
+                                R"("brushes":{"hidden":[],"visible":[]}}})"
+                                "\n",
+                                ""}));
+    EXPECT_EQ(look(), ".bgk");
+}
+
+TEST_F(ViewCommand, WritesTheDrawingWithoutWhatIsHidden) {
+    EXPECT_EQ(runKzdraw({"view", squares, "--hide", "red", "--hide", "gold", "-o", svg}), done);
+    EXPECT_EQ(test::readText(folder.path() / "out.svg"),
+              R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="30" height="10">
+  
+  <rect id="b" x="10" width="10" height="10" fill="blue"/>
+  <g fill="gold"><rect id="c" x="22" y="2" width="6" height="6" stroke="black" stroke-width="4" style="fill:none!important"/></g>
+</svg>
+)svg");
+    EXPECT_EQ(runKzdraw({"render", svg, "-o", png}), done);
+    EXPECT_EQ(look(), ".b.k");
+}
+
+TEST_F(ViewCommand, MayReplaceTheDrawingItself) {
+    EXPECT_EQ(runKzdraw({"view", squares, "--only", "blue", "-o", squares}), done);
+    EXPECT_EQ(lookOf({}), ".b..");
+}
+
+TEST_F(ViewCommand, PicturesHaveTheSizeThatIsAskedFor) {
+    const struct {
+        const char* size;
+        int width, height;
+    } table[] = {{"60x20", 60, 20}, {"60", 60, 20}, {"30x30", 30, 30},
+                 {"1x1", 1, 1},     {"7", 7, 2},    {"1", 1, 1}};
+    for (const auto& row : table) {
+        EXPECT_EQ(runKzdraw({"render", squares, "--size", row.size, "-o", png}), done);
+        EXPECT_EQ(picture().width(), row.width) << row.size;
+        EXPECT_EQ(picture().height(), row.height) << row.size;
+    }
+}
+
+TEST_F(ViewCommand, PicturesShowThePageInTheirMiddleAndNothingBesideIt) {
+    folder.write("wide.svg", R"svg(<svg xmlns="http://www.w3.org/2000/svg" viewBox="100 50 30 10">
+        <rect x="90" y="0" width="1000" height="1000" fill="red"/></svg>)svg");
+    const std::string wide = test::utf8(folder.path() / "wide.svg");
+    EXPECT_EQ(runKzdraw({"render", wide, "--size", "60x60", "-o", png}), done);
+    const AImage image = picture();
+    ASSERT_EQ(image.width(), 60);
+    for (const int y : {20, 30, 39}) {
+        EXPECT_EQ(image.at(0, y), 0xffff0000) << y;
+        EXPECT_EQ(image.at(59, y), 0xffff0000) << y;
+    }
+    for (const int y : {0, 19, 40, 59}) EXPECT_EQ(image.at(30, y), 0xffffffff) << y;
+}
+
+TEST_F(ViewCommand, PicturesOfAPageWithoutExtentShowTheObjects) {
+    folder.write("flat.svg", R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="0" height="0">
+        <rect x="100" y="100" width="30" height="10" fill="red"/></svg>)svg");
+    const std::string flat = test::utf8(folder.path() / "flat.svg");
+    EXPECT_EQ(runKzdraw({"render", flat, "-o", png}), done);
+    const AImage image = picture();
+    ASSERT_EQ(image.width(), 30);
+    ASSERT_EQ(image.height(), 10);
+    EXPECT_EQ(image.at(0, 0), 0xffff0000);
+    EXPECT_EQ(image.at(29, 9), 0xffff0000);
+    folder.write("flat.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='0' height='5'/>");
+    EXPECT_EQ(runKzdraw({"render", flat, "-o", png}),
+              refused(flat + ": there is nothing to make a picture of: the page has no extent"));
+}
+
+TEST_F(ViewCommand, SizesThatAreNoneAreRefused) {
+    for (const char* size :
+         {"x", "60x", "x60", "60X20", "a", "60x20x3", "-60x20", "60x-20", "6e1", "60 x 20", "+60"}) {
+        EXPECT_EQ(
+            runKzdraw({"render", squares, "-o", png, "--size=" + std::string(size)}),
+            refused("\"" + std::string(size) + "\" is no size: it is WIDTHxHEIGHT or WIDTH, in pixels"));
+    }
+    for (const char* size : {"0", "0x0", "60x0", "0x60"}) {
+        EXPECT_EQ(runKzdraw({"render", squares, "-o", png, "--size", size}),
+                  refused("\"" + std::string(size) + "\" is no size: a side has at least one pixel"));
+    }
+    for (const char* size : {"32768", "32768x1", "1x99999999999999999999"}) {
+        EXPECT_EQ(runKzdraw({"render", squares, "-o", png, "--size", size}),
+                  refused("\"" + std::string(size) + "\" is too large: a side has at most 32767 pixels"));
+    }
+    EXPECT_EQ(runKzdraw({"render", squares, "-o", png, "--size", "32767x32767"}),
+              refused(squares + ": a picture of 32767x32767 is too large: it has at most 268435456 pixels"));
+    const std::string large = test::utf8(
+        folder.write("large.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='40000' height='10'/>"));
+    EXPECT_EQ(
+        runKzdraw({"render", large, "-o", png}),
+        refused(large + ": the page makes a picture with a side of more than 32767 pixels: give a size"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "out.png"));
+}
+
+TEST_F(ViewCommand, WrongUsageIsToldInOneLine) {
+    const std::string jpg = test::utf8(folder.path() / "out.jpg");
+    const struct {
+        std::vector<std::string> arguments;
+        std::string reason;
+    } table[] = {
+        {{"view"}, "FILE is required (see kzdraw view --help)"},
+        {{"view", squares, "--hide"}, "--hide: 1 required COLOR missing (see kzdraw view --help)"},
+        {{"view", squares, "--hide", "pink"}, squares + ": the drawing has no color \"pink\""},
+        {{"view", squares, "--only", "#12345"}, squares + ": the drawing has no color \"#12345\""},
+        {{"view", squares, "--hide", ""}, squares + ": the drawing has no color \"\""},
+        {{"view", squares, "--except", "fill:z"}, squares + ": there is no object \"z\""},
+        {{"view", squares, "--show", "stroke:a"}, squares + ": \"a\" has no stroke"},
+        {{"view", squares, "-o", jpg}, jpg + ": it is neither a picture, .png, nor a drawing, .svg"},
+        {{"view", squares, "-o", ""}, "the name of a file is empty"},
+        {{"view", squares, "--size", "9"}, "--size is for pictures: -o FILE.png"},
+        {{"view", squares, "--size", "9", "-o", svg}, "--size is for pictures: -o FILE.png"},
+        {{"render", squares, "-o", png, "--size="},
+         "--size: 1 required SIZE missing (see kzdraw render --help)"},
+        {{"view", "", "-o", png}, "the name of a file is empty"},
+        {{"render", squares}, "--output is required (see kzdraw render --help)"},
+        {{"render", squares, "-o", jpg}, jpg + ": a picture is a PNG file, its name ends in .png"},
+        {{"render", squares, "-o", svg}, svg + ": a picture is a PNG file, its name ends in .png"},
+        {{"render", "-o", png}, "FILE is required (see kzdraw render --help)"},
+        {{"render", squares, "-o", test::utf8(folder.path())},
+         test::utf8(folder.path()) + ": cannot be written: it is a folder"},
+    };
+    for (const auto& row : table) EXPECT_EQ(runKzdraw(row.arguments), refused(row.reason));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "out.png"));
+}
+
+TEST_F(ViewCommand, WhatCannotBeReadIsTold) {
+    const std::string missing = test::utf8(folder.path() / "missing.svg");
+    EXPECT_EQ(runKzdraw({"render", missing, "-o", png}), refused(missing + ": there is no such file"));
+    EXPECT_EQ(runKzdraw({"view", missing, "--hide", "red"}), refused(missing + ": there is no such file"));
+}

@@ -1,0 +1,113 @@
+#include "kzcore/text_outline.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "kzcore/canvas.h"
+
+namespace {
+
+AFont font(const char* family, double size = 100) {
+    AFont result;
+    result.family = family;
+    result.size = size;
+    return result;
+}
+
+void expectNothing(const ATextOutline& text) {
+    EXPECT_TRUE(text.path.empty());
+    EXPECT_EQ(text.advance, 0);
+}
+
+}  // namespace
+
+TEST(TextOutline, StandsOnItsBaseline) {
+    const AFRect bounds = outlineText("H", font("sans-serif")).path.bounds();
+    EXPECT_NEAR(bounds.bottom, 0, 2);
+    EXPECT_LT(bounds.top, -50);
+    EXPECT_GT(bounds.top, -100);
+    EXPECT_GE(bounds.left, 0);
+    EXPECT_LT(bounds.left, 30);
+    EXPECT_GT(outlineText("g", font("sans-serif")).path.bounds().bottom, 10);
+}
+
+TEST(TextOutline, AdvancesFurtherTheLongerItIs) {
+    const double one = outlineText("n", font("serif")).advance;
+    EXPECT_GT(one, 20);
+    EXPECT_LT(one, 100);
+    EXPECT_NEAR(outlineText("nn", font("serif")).advance, 2 * one, 2);
+    EXPECT_GT(outlineText("n n", font("serif")).advance, 2 * one + 5);
+}
+
+TEST(TextOutline, SpacesAdvanceWithoutAnOutline) {
+    const ATextOutline text = outlineText("  ", font("serif"));
+    EXPECT_TRUE(text.path.empty());
+    EXPECT_GT(text.advance, 20);
+}
+
+TEST(TextOutline, IsAsLargeAsItsFont) {
+    const ATextOutline small = outlineText("Harbour", font("sans-serif", 10));
+    const ATextOutline large = outlineText("Harbour", font("sans-serif", 1'000));
+    EXPECT_NEAR(large.advance, small.advance * 100, small.advance * 5);
+    EXPECT_NEAR(large.path.bounds().top, small.path.bounds().top * 100, 50);
+}
+
+TEST(TextOutline, EveryMonospaceLetterIsAsWide) {
+    EXPECT_NEAR(outlineText("iiii", font("monospace")).advance,
+                outlineText("MMMM", font("monospace")).advance, 2);
+    EXPECT_LT(outlineText("iiii", font("sans-serif")).advance,
+              outlineText("MMMM", font("sans-serif")).advance * 0.7);
+}
+
+TEST(TextOutline, AnUnknownFamilyFallsBackToTheNextAndNoFamilyToSansSerif) {
+    EXPECT_EQ(outlineText("Harbour", font("Surely No Such Family, monospace")).advance,
+              outlineText("Harbour", font("monospace")).advance);
+    EXPECT_EQ(outlineText("Harbour", font("")).advance, outlineText("Harbour", font("sans-serif")).advance);
+    EXPECT_FALSE(outlineText("Harbour", font("Surely No Such Family")).path.empty());
+}
+
+TEST(TextOutline, BoldAndItalicLookDifferent) {
+    AFont style = font("sans-serif");
+    const ATextOutline plain = outlineText("Harbour", style);
+    style.weight = 700;
+    const ATextOutline bold = outlineText("Harbour", style);
+    EXPECT_NE(bold.path.bounds(), plain.path.bounds());
+    style.weight = 400;
+    style.italic = true;
+    EXPECT_NE(outlineText("Harbour", style).path.bounds(), plain.path.bounds());
+}
+
+TEST(TextOutline, OfNothingIsEmpty) {
+    expectNothing(outlineText("", font("serif")));
+    for (double size :
+         {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+        expectNothing(outlineText("Harbour", font("serif", size)));
+    }
+}
+
+TEST(TextOutline, OfBytesThatAreNoTextIsEmpty) {
+    expectNothing(outlineText("\xff", font("serif")));
+    expectNothing(outlineText("Harb\xc3", font("serif")));
+    expectNothing(outlineText("\xed\xa0\x80", font("serif")));
+    expectNothing(outlineText("\xc0\xaf", font("serif")));
+}
+
+TEST(TextOutline, StaysOnOneLine) {
+    const AFRect one = outlineText("Hy Hy", font("serif")).path.bounds();
+    for (const char* text : {"Hy\nHy", "Hy\r\nHy", "Hy\tHy"}) {
+        const AFRect bounds = outlineText(text, font("serif")).path.bounds();
+        EXPECT_NEAR(bounds.top, one.top, 1);
+        EXPECT_NEAR(bounds.bottom, one.bottom, 1);
+    }
+    EXPECT_FALSE(outlineText(std::string_view("H\0H", 3), font("serif")).path.empty());
+}
+
+TEST(TextOutline, OtherScriptsAndLongTextsAreDrawn) {
+    EXPECT_FALSE(outlineText("Ελλάδα ж é", font("serif")).path.empty());
+    const std::string longest(20'000, 'n');
+    const double one = outlineText("n", font("serif")).advance;
+    const ATextOutline text = outlineText(longest, font("serif"));
+    EXPECT_NEAR(text.advance / 20'000, one, one / 20);
+    EXPECT_NEAR(text.path.bounds().right, text.advance, 100);
+}

@@ -1,0 +1,44 @@
+// Draws drawings and looks at the pixels.
+//
+//     const Picture picture = drawBody("<rect width='10' height='10' fill='red'/>");
+//     EXPECT_COLOR(picture, 5, 5, 0xff0000);
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "kzcore/document.h"
+#include "kzutil/affine.h"
+
+namespace svg_test {
+
+class Picture {
+public:
+    // What the document's view draws on white, 200 by 100 pixels.
+    explicit Picture(ADocument& document, const AAffine& toPixels = {});
+
+    static constexpr int kWidth = 200;
+    static constexpr int kHeight = 100;
+
+    // 0xRRGGBB.
+    std::uint32_t at(int x, int y) const {
+        return m_pixels[static_cast<std::size_t>(y * kWidth + x)] & 0xffffff;
+    }
+    friend bool operator==(const Picture&, const Picture&) = default;
+
+private:
+    std::vector<std::uint32_t> m_pixels;
+};
+
+// A body (see drawing() in support.h), a user unit to the pixel.
+Picture drawBody(const std::string& body);
+
+// Whether a pixel has a colour, give or take a little for what is mixed.
+testing::AssertionResult hasColor(const Picture& picture, int x, int y, std::uint32_t rgb, int tolerance = 3);
+
+}  // namespace svg_test
+
+#define EXPECT_COLOR(picture, x, y, rgb) EXPECT_TRUE(svg_test::hasColor(picture, x, y, rgb))

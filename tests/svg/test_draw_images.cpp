@@ -1,0 +1,120 @@
+#include <string>
+
+#include "kzcore/image.h"
+#include "svg/picture.h"
+
+namespace svg_test {
+
+namespace {
+
+// A picture of two by two pixels: red, green; blue, white.
+std::string png() {
+    AImage image(2, 2);
+    image.at(0, 0) = 0xffff0000;
+    image.at(1, 0) = 0xff00ff00;
+    image.at(0, 1) = 0xff0000ff;
+    image.at(1, 1) = 0xffffffff;
+    return encodePng(image);
+}
+
+std::string base64(const std::string& bytes) {
+    constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        unsigned bits = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            bits = bits << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0);
+        for (std::size_t k = 0; k < 4; ++k)
+            text += i + k <= bytes.size() ? kDigits[bits >> (18 - 6 * k) & 63] : '=';
+    }
+    return text;
+}
+
+std::string percent(const std::string& bytes) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return text;
+}
+
+std::string image(const std::string& attributes, const std::string& uri) {
+    return "<image " + attributes + " href='" + uri + "' image-rendering='pixelated'/>";
+}
+
+std::string image(const std::string& attributes) {
+    return image(attributes, "data:image/png;base64," + base64(png()));
+}
+
+}  // namespace
+
+TEST(DrawImages, AnEmbeddedPictureFillsItsRectangle) {
+    const Picture picture = drawBody(image("x='10' y='10' width='40' height='40'"));
+    EXPECT_COLOR(picture, 11, 11, 0xff0000);
+    EXPECT_COLOR(picture, 48, 11, 0x00ff00);
+    EXPECT_COLOR(picture, 11, 48, 0x0000ff);
+    EXPECT_COLOR(picture, 9, 11, 0xffffff);
+    EXPECT_COLOR(picture, 51, 11, 0xffffff);
+}
+
+TEST(DrawImages, EscapedBytesAreReadToo) {
+    const Picture picture =
+        drawBody(image("width='40' height='40'", "data:image/png," + percent(png())) +
+                 image("x='50' width='40' height='40'", "data:;base64,\n" + base64(png()) + "\n"));
+    EXPECT_COLOR(picture, 5, 5, 0xff0000);
+    EXPECT_COLOR(picture, 85, 5, 0x00ff00);
+}
+
+TEST(DrawImages, TheProportionsAreKeptAsTheDrawingSays) {
+    EXPECT_COLOR(drawBody(image("width='80' height='40'")), 10, 5, 0xffffff);
+    EXPECT_COLOR(drawBody(image("width='80' height='40'")), 25, 5, 0xff0000);
+    EXPECT_COLOR(drawBody(image("width='80' height='40' preserveAspectRatio='xMinYMin'")), 10, 5, 0xff0000);
+    EXPECT_COLOR(drawBody(image("width='80' height='40' preserveAspectRatio='none'")), 35, 5, 0xff0000);
+}
+
+TEST(DrawImages, ASliceIsCutToTheRectangle) {
+    const Picture picture =
+        drawBody(image("x='20' y='20' width='80' height='40' preserveAspectRatio='xMidYMid slice'"));
+    EXPECT_COLOR(picture, 21, 21, 0xff0000);
+    EXPECT_COLOR(picture, 21, 58, 0x0000ff);
+    EXPECT_COLOR(picture, 21, 18, 0xffffff);
+    EXPECT_COLOR(picture, 21, 62, 0xffffff);
+}
+
+TEST(DrawImages, AMissingSideFollowsThePicture) {
+    EXPECT_COLOR(drawBody(image("width='40'")), 5, 35, 0x0000ff);
+    EXPECT_COLOR(drawBody(image("")), 1, 0, 0x00ff00);
+}
+
+TEST(DrawImages, OpacityAndTransformCount) {
+    const Picture picture = drawBody(image("width='20' height='20' opacity='.5' transform='scale(2)'"));
+    EXPECT_TRUE(hasColor(picture, 5, 5, 0xff8080, 4));
+    EXPECT_TRUE(hasColor(picture, 35, 5, 0x80ff80, 4));
+}
+
+TEST(DrawImages, NothingOutsideTheDrawingIsOpened) {
+    for (const char* uri :
+         {"picture.png", "/etc/passwd", "file:///etc/passwd", "http://localhost/x.png", "#x"}) {
+        EXPECT_EQ(drawBody(image("width='40' height='40'", uri)), drawBody("<g/>")) << uri;
+    }
+}
+
+TEST(DrawImages, DamagedPicturesAndHostileSizesDrawNothing) {
+    const std::string data = base64(png());
+    for (const std::string& uri :
+         {std::string("data:"), std::string("data:,"), std::string("data:image/png;base64,"),
+          "data:image/png;base64," + data.substr(0, data.size() / 2),
+          std::string("data:image/png;base64,%%%"), std::string("data:image/svg+xml,%3Csvg/%3E")}) {
+        EXPECT_COLOR(drawBody(image("width='40' height='40'", uri)), 5, 5, 0xffffff);
+    }
+    for (const char* size : {"1e30", "-1e30", "0", "1e-30", "nan"}) {
+        const std::string s = size;
+        const Picture picture = drawBody(image("x='" + s + "' width='" + s + "' height='" + s + "'") +
+                                         "<rect x='190' y='90' width='10' height='10' fill='red'/>");
+        EXPECT_COLOR(picture, 195, 95, 0xff0000) << size;
+    }
+}
+
+}  // namespace svg_test
