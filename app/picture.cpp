@@ -65,13 +65,14 @@ AFRect shownArea(ADocument& document) {
     return area;
 }
 
-// Both sides, of what was asked for and of the area's proportions.
-PictureSize wholeSize(PictureSize size, const AFRect& area) {
+// Both sides, of what was asked for and of the area's proportions; else the area, with so many pixels to a
+// unit.
+PictureSize wholeSize(PictureSize size, const AFRect& area, double scale) {
     const auto side = [](double length) { return std::max(1.0, std::round(length)); };
-    const double width = size.width != 0 ? size.width : side(area.Width());
+    const double width = size.width != 0 ? size.width : side(area.Width() * scale);
     const double height = size.height != 0  ? size.height
                           : size.width != 0 ? side(area.Height() / area.Width() * width)
-                                            : side(area.Height());
+                                            : side(area.Height() * scale);
     if (width > kLongestPictureSide || height > kLongestPictureSide) {
         throw Failure{"the page makes a picture with a side of more than " +
                       std::to_string(kLongestPictureSide) + " pixels: give a size"};
@@ -127,7 +128,7 @@ PictureSize readPictureSize(const std::string& text) {
 
 std::string drawPng(ADocument& document, PictureSize size) {
     const AFRect area = shownArea(document);
-    size = wholeSize(size, area);
+    size = wholeSize(size, area, document.getPageScale());
     const AAffine toPixels = fit(area, size);
     APixelSection section(size.width, size.height);
     if (!section.isValid()) throw std::bad_alloc();

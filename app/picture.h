@@ -8,7 +8,7 @@
 namespace app {
 
 struct PictureSize {
-    int width = 0;   // 0: the page in user units, 96 to the inch, rounded
+    int width = 0;   // 0: as large as the page was made, 96 to the inch, rounded
     int height = 0;  // 0: as the page's proportions ask for
 };
 

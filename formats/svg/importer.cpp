@@ -38,9 +38,9 @@ View Importer::run(pugi::xml_node root) {
     m_document.reserve(m_index.elementCount());
 
     m_attributes.read(root, m_namespaces);
-    AFRect page;
+    Page page;
     const View view = rootView(m_attributes, page);
-    m_document.setPage(page);
+    m_document.setPage(page.area, page.scale);
     const Style style = m_styles.compute(root, m_attributes, Style());
     m_frames.push_back({root, root.first_child(), nullptr, style, view, m_namespaces.size(), false, false});
     while (!m_frames.empty()) {

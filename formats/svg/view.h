@@ -20,8 +20,15 @@ struct View {
     double useHeight = -1;
 };
 
-// The view of the content of the drawing's root, and its page in user units: the view box, or the size.
-View rootView(const AttributeSet& root, AFRect& page);
+// What the root shows: an area in user units, and the pixels, 96 to the inch, that a unit is meant to take.
+struct Page {
+    AFRect area;
+    double scale = 1;
+};
+
+// The view of the content of the drawing's root, and its page: the size, or the view box with what the
+// proportions of the size show beside it.
+View rootView(const AttributeSet& root, Page& page);
 
 // Reads a viewBox attribute; false when it is none or has no area.
 bool parseViewBox(std::string_view text, AFRect& box);

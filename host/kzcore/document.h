@@ -77,7 +77,12 @@ public:
 
     // The page in user units.
     const AFRect& getPage() const { return m_page; }
-    void setPage(const AFRect& page) { m_page = page; }
+    // The pixels, 96 to the inch, that a user unit takes where a drawing is shown as large as it was made.
+    double getPageScale() const { return m_pageScale; }
+    void setPage(const AFRect& page, double scale) {
+        m_page = page;
+        m_pageScale = scale;
+    }
 
 private:
     template <class T>
@@ -94,4 +99,5 @@ private:
     std::unique_ptr<ADatabase> m_secondary;
     std::unique_ptr<ADocView> m_view;
     AFRect m_page;
+    double m_pageScale = 1;
 };

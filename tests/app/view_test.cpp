@@ -163,6 +163,41 @@ TEST_F(ViewCommand, PicturesHaveTheSizeThatIsAskedFor) {
     }
 }
 
+TEST_F(ViewCommand, PicturesAreAsLargeAsThePageWasMade) {
+    const struct {
+        const char* page;
+        int width;
+        int height;
+    } table[] = {
+        {"viewBox='0 0 20300 28300' width='203mm' height='283mm'", 767, 1070},
+        {"viewBox='-18 -12 36 24' width='640' height='480'", 640, 480},
+        {"viewBox='0 0 36 24' width='72pt'", 96, 64},
+        {"viewBox='0 0 36 24' width='100%' height='100%'", 36, 24},
+    };
+    for (const auto& row : table) {
+        const std::string file = test::utf8(folder.write(
+            "page.svg", "<svg xmlns='http://www.w3.org/2000/svg' " + std::string(row.page) + "/>"));
+        EXPECT_EQ(runKzdraw({"render", file, "-o", png}), done);
+        EXPECT_EQ(picture().width(), row.width) << row.page;
+        EXPECT_EQ(picture().height(), row.height) << row.page;
+        // One side alone keeps the page's proportions.
+        EXPECT_EQ(runKzdraw({"render", file, "-o", png, "--size", std::to_string(row.width * 2)}), done);
+        EXPECT_NEAR(picture().height(), row.height * 2, 1) << row.page;
+    }
+}
+
+// Three units are shown beside the box on each side, in the proportions of the size.
+TEST_F(ViewCommand, APageOfOtherProportionsShowsWhatIsBesideItsBox) {
+    const std::string file = test::utf8(
+        folder.write("page.svg",
+                     "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 10 10' width='32' height='20'>"
+                     "<rect x='-9' y='-9' width='30' height='30' fill='red'/></svg>"));
+    EXPECT_EQ(runKzdraw({"render", file, "-o", png}), done);
+    EXPECT_EQ(picture().width(), 32);
+    EXPECT_EQ(picture().at(0, 0), 0xffff0000);
+    EXPECT_EQ(picture().at(31, 19), 0xffff0000);
+}
+
 TEST_F(ViewCommand, PicturesShowThePageInTheirMiddleAndNothingBesideIt) {
     folder.write("wide.svg", R"svg(<svg xmlns="http://www.w3.org/2000/svg" viewBox="100 50 30 10">
         <rect x="90" y="0" width="1000" height="1000" fill="red"/></svg>)svg");

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "kzcore/plugin_loader.h"
@@ -24,20 +25,25 @@ APlugInExport tool(const WCHAR* name, std::uint32_t flags = 0) {
     return {kPlugInTool, flags, name, nullptr, &makeNothing, &zero, &zero};
 }
 
-// Reads a table, allowing only its own bytes, the names of the literals below and functions.
+// Reads a copy of a table that stands between two stretches of bytes that may not be read.
 struct Reading {
     std::vector<APlugInTool> tools;
     std::string error;
 
     explicit Reading(const std::vector<APlugInExport>& table) {
-        const auto* first = reinterpret_cast<const BYTE*>(table.data());
+        constexpr std::size_t kGuards = 4096 / sizeof(APlugInExport);
+        std::vector<APlugInExport> guarded(table.size() + 2 * kGuards);
+        std::copy(table.begin(), table.end(), guarded.begin() + kGuards);
+        const auto* begin = reinterpret_cast<const BYTE*>(guarded.data());
+        const auto* first = reinterpret_cast<const BYTE*>(guarded.data() + kGuards);
         const auto* last = first + table.size() * sizeof(APlugInExport);
+        const auto* end = reinterpret_cast<const BYTE*>(guarded.data() + guarded.size());
         tools = readExportTable(
-            table.data(),
+            first,
             [=](const void* address, std::size_t size) {
                 const auto* at = static_cast<const BYTE*>(address);
                 if (at >= first && at < last) return size <= static_cast<std::size_t>(last - at);
-                return at < first - 4096 || at > last + 4096;
+                return at < begin || at >= end;
             },
             error);
     }

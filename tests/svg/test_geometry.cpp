@@ -73,23 +73,55 @@ TEST(Units, PlainDecimalsRoundAsTheLibraryDoes) {
 struct PageCase {
     const char* attributes;
     AFRect page;
+    double scale = 1;
 };
 
 TEST(Page, IsTheViewBoxOrTheSize) {
-    const PageCase cases[] = {{"width='200' height='100'", {0, 0, 200, 100}},
-                              {"width='1in' height='25.4mm'", {0, 0, 96, 96}},
-                              {"viewBox='10 20 30 40'", {10, 20, 40, 60}},
-                              {"viewBox='-1,-2,3,4' width='90mm' height='100%'", {-1, -2, 2, 2}},
-                              {"viewBox='0 0 0 5' width='7' height='8'", {0, 0, 7, 8}},
-                              {"viewBox='junk' width='7' height='8'", {0, 0, 7, 8}},
-                              {"", {0, 0, 300, 150}},
-                              {"width='-5' height='8'", {0, 0, 0, 8}}};
+    const PageCase cases[] = {
+        {"width='200' height='100'", {0, 0, 200, 100}},
+        {"width='1in' height='25.4mm'", {0, 0, 96, 96}},
+        {"viewBox='10 20 30 40'", {10, 20, 40, 60}},
+        {"viewBox='0 0 0 5' width='7' height='8'", {0, 0, 7, 8}},
+        {"viewBox='junk' width='7' height='8'", {0, 0, 7, 8}},
+        {"", {0, 0, 300, 150}},
+        {"width='-5' height='8'", {0, 0, 0, 8}},
+        // The size tells how large the view box is meant.
+        {"viewBox='0 0 210 297' width='210mm' height='297mm'", {0, 0, 210, 297}, 96 / 25.4},
+        {"viewBox='-18 -12 36 24' width='90' height='60'", {-18, -12, 18, 12}, 2.5},
+        {"viewBox='-1,-2,3,4' width='3in'", {-1, -2, 2, 2}, 96},
+        {"viewBox='-1,-2,3,4' height='3in'", {-1, -2, 2, 2}, 72},
+        {"viewBox='-1,-2,3,4' width='3in' height='100%'", {-1, -2, 2, 2}, 96},
+        {"viewBox='-1,-2,3,4' width='100%' height='100%'", {-1, -2, 2, 2}},
+        {"viewBox='-1,-2,3,4' width='-7' height='junk'", {-1, -2, 2, 2}},
+        {"viewBox='-1,-2,3,4' width='0' height='0'", {-1, -2, 2, 2}},
+        {"viewBox='-1,-2,3,4' width='1e-320' height='1e300'", {-1, -2, 2, 2}},
+        // Of other proportions it shows what is beside the view box.
+        {"viewBox='0 0 10 10' width='40' height='20'", {-5, 0, 15, 10}, 2},
+        {"viewBox='0 0 10 10' width='20' height='40'", {0, -5, 10, 15}, 2},
+        {"viewBox='0 0 10 10' width='40' height='20' preserveAspectRatio='xMinYMin'", {0, 0, 20, 10}, 2},
+        {"viewBox='0 0 10 10' width='40' height='20' preserveAspectRatio='xMaxYMid slice'",
+         {0, 2.5, 10, 7.5},
+         4},
+        {"viewBox='0 0 10 10' width='40' height='20' preserveAspectRatio='none'", {0, 0, 10, 10}, 4},
+    };
     for (const PageCase& one : cases) {
         const auto document =
             readText(std::string("<svg xmlns='http://www.w3.org/2000/svg' ") + one.attributes + "/>");
         SCOPED_TRACE(one.attributes);
         expectBounds(document->getPage(), one.page, 1e-9);
+        EXPECT_NEAR(document->getPageScale(), one.scale, 1e-9);
     }
+}
+
+// Told to others as it was written, without a zero of the other sign.
+TEST(Page, OfTheViewBoxsProportionsIsTheViewBoxExactly) {
+    const auto document = readText(
+        "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 210 297' width='210mm' height='297mm'/>");
+    const AFRect& page = document->getPage();
+    EXPECT_EQ(page.right, 210);
+    EXPECT_EQ(page.bottom, 297);
+    EXPECT_FALSE(std::signbit(page.left));
+    EXPECT_FALSE(std::signbit(page.top));
 }
 
 struct BoundsCase {
