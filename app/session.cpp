@@ -57,6 +57,8 @@ std::unique_ptr<ATool> Session::makeTool(const std::string& className) const {
 bool Session::runTool(const std::string& className, AReferItem* item) {
     document();
     const std::unique_ptr<ATool> tool = makeTool(className);
+    const unsigned flags = m_plugIn->findTool(AString::fromUtf8(className))->flags;
+    const bool lacksItem = !item && (flags & kToolTakesItem) != 0;
     std::string error;
     switch (::runTool(*tool, item, error)) {
         case AToolOutcome::notValid:
@@ -64,7 +66,8 @@ bool Session::runTool(const std::string& className, AReferItem* item) {
         case AToolOutcome::done:
             return true;
         case AToolOutcome::refused:
-            throw Failure{"the tool " + className + " could not start"};
+            throw Failure{"the tool " + className + " could not start" +
+                          (lacksItem ? " without an item" : "")};
         case AToolOutcome::notEnded:
             throw Failure{"the tool " + className + " did not end"};
         case AToolOutcome::failed:

@@ -26,8 +26,10 @@ void printShownForPeople(ADocument& document) {
         for (const ShownItem& one : *items) hidden += one.isVisible ? 0 : 1;
     }
     const std::size_t count = shown.colors.size() + shown.brushes.size();
-    printLine(std::to_string(hidden) + " of " + std::to_string(count) +
-              (count == 1 ? " color hidden" : " colors hidden"));
+    const char* const what = !shown.brushes.empty() ? " colors, gradients and patterns hidden"
+                             : count == 1           ? " color hidden"
+                                                    : " colors hidden";
+    printLine(std::to_string(hidden) + " of " + std::to_string(count) + what);
     for (const auto* items : {&shown.colors, &shown.brushes}) {
         for (const ShownItem& one : *items) printItem(one);
     }

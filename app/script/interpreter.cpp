@@ -58,6 +58,8 @@ void doTool(Session& session, const Words& words) {
     if (!session.runTool(words[1], item)) printJson({{"tool", words[1]}, {"valid", false}});
 }
 
+constexpr std::string_view kPrintUsage = "print selection | filter | visible | objects | tools | messages";
+
 void doPrint(Session& session, const Words& words) {
     const std::string& what = words[1];
     if (what == "selection")
@@ -73,7 +75,7 @@ void doPrint(Session& session, const Words& words) {
     else if (what == "messages")
         printJson(reportMessages());
     else
-        throw Failure{"cannot print " + inQuotes(what)};
+        throw Failure{"cannot print " + inQuotes(what) + ": usage: " + std::string(kPrintUsage)};
 }
 
 struct Command {
@@ -93,7 +95,7 @@ constexpr std::array kCommands = {
     Command{"tool", 1, 2, "tool CLASS [color:NAME | fill:ID | stroke:ID]", doTool},
     Command{"undo", 0, 0, "undo", doUndo},
     Command{"redo", 0, 0, "redo", doRedo},
-    Command{"print", 1, 1, "print selection | filter | visible | objects | tools | messages", doPrint},
+    Command{"print", 1, 1, kPrintUsage, doPrint},
 };
 
 void runLine(Session& session, const std::string& line) {

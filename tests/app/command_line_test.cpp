@@ -138,12 +138,12 @@ TEST_F(CommandLine, ScriptComesFromAFileOrFromStandardInput) {
 }
 
 TEST_F(CommandLine, AFailingScriptNamesItsLine) {
-    const std::string text = "print messages\n\nprint weather\nprint messages\n";
+    const std::string text = "print messages\n\nrecite\nprint messages\n";
     const std::string file = test::utf8(folder.write("s.kzs", text));
     EXPECT_EQ(runKzdraw({"script", file}),
-              (Outcome{2, "{\"messages\":[]}\n", "kzdraw: " + file + ":3: cannot print \"weather\"\n"}));
+              (Outcome{2, "{\"messages\":[]}\n", "kzdraw: " + file + ":3: unknown command \"recite\"\n"}));
     EXPECT_EQ(runKzdraw({"script", "-"}, text),
-              (Outcome{2, "{\"messages\":[]}\n", "kzdraw: -:3: cannot print \"weather\"\n"}));
+              (Outcome{2, "{\"messages\":[]}\n", "kzdraw: -:3: unknown command \"recite\"\n"}));
 }
 
 TEST_F(CommandLine, WrongUsageIsToldInOneLine) {

@@ -162,7 +162,9 @@ TEST_F(Script, TellsWhatIsWrongWithALine) {
         {"print", "S:1: usage: print selection | filter | visible | objects | tools | messages"},
         {"print objects tools",
          "S:1: usage: print selection | filter | visible | objects | tools | messages"},
-        {"print weather", "S:1: cannot print \"weather\""},
+        {"print weather",
+         "S:1: cannot print \"weather\": usage: print selection | filter | visible | objects | "
+         "tools | messages"},
         {"print 'x", "S:1: a single quote is not closed"},
         {"tool", "S:1: usage: tool CLASS [color:NAME | fill:ID | stroke:ID]"},
         {"tool ANoTool", "S:1: there is no tool \"ANoTool\""},
@@ -171,6 +173,7 @@ TEST_F(Script, TellsWhatIsWrongWithALine) {
         {"tool ASelectSimilarTool color:red", "S:1: the tool ASelectSimilarTool takes no item"},
         {"tool AShowThisTool red", "S:1: \"red\" is none of color:NAME, fill:ID, stroke:ID"},
         {"tool AShowThisTool color:pink", "S:1: the drawing has no color \"pink\""},
+        {"tool AHideThisTool", "S:1: the tool AHideThisTool could not start without an item"},
         {"tool AHideThisTool fill:sail", "S:1: \"sail\" has no fill"},
         {"tool AHideThisTool stroke:sun", "S:1: \"sun\" has no stroke"},
     };

@@ -106,13 +106,14 @@ TEST_F(ViewCommand, TakesColorsByNameByValueAndFromObjects) {
 TEST_F(ViewCommand, TellsWhatIsHidden) {
     EXPECT_EQ(runKzdraw({"view", sea, "--hide", "red", "--hide", "fill:sun"}),
               (Outcome{0,
-                       "2 of 5 colors hidden\n"
+                       "2 of 5 colors, gradients and patterns hidden\n"
                        "  red                     RGB Color         hidden\n"
                        "  black                   RGB Color         visible\n"
                        "  blue                    RGB Color         visible\n"
                        "  #123456                 RGB Color         visible\n"
                        "  glow                    Gradient          hidden\n",
                        ""}));
+    EXPECT_EQ(runKzdraw({"view", squares, "--only", "blue"}).out.substr(0, 20), "3 of 4 colors hidden");
     EXPECT_EQ(runKzdraw({"view", sea, "--json", "--only", "blue"}),
               (Outcome{0,
                        R"({"filter":{"hidden":["red","black","#123456"],"visible":["blue"],)"
