@@ -46,10 +46,14 @@ ADocument& Session::document() {
     return *m_document;
 }
 
-std::unique_ptr<ATool> Session::makeTool(const std::string& className) const {
+const APlugInTool& Session::toolEntry(const std::string& className) const {
     const APlugInTool* entry = m_plugIn->findTool(AString::fromUtf8(className));
     if (!entry) throw Failure{"there is no tool " + inQuotes(className)};
-    std::unique_ptr<ATool> tool(entry->factory());
+    return *entry;
+}
+
+std::unique_ptr<ATool> Session::makeTool(const std::string& className) const {
+    std::unique_ptr<ATool> tool(toolEntry(className).factory());
     if (!tool) throw Failure{"not enough memory for the tool " + className};
     return tool;
 }
@@ -57,8 +61,7 @@ std::unique_ptr<ATool> Session::makeTool(const std::string& className) const {
 bool Session::runTool(const std::string& className, AReferItem* item) {
     document();
     const std::unique_ptr<ATool> tool = makeTool(className);
-    const unsigned flags = m_plugIn->findTool(AString::fromUtf8(className))->flags;
-    const bool lacksItem = !item && (flags & kToolTakesItem) != 0;
+    const bool lacksItem = !item && (toolEntry(className).flags & kToolTakesItem) != 0;
     std::string error;
     switch (::runTool(*tool, item, error)) {
         case AToolOutcome::notValid:

@@ -35,6 +35,8 @@ public:
     ADocument& document();
 
     const APlugIn& plugIn() const { return *m_plugIn; }
+    // Of the export table. Raises Failure for an unknown class.
+    const APlugInTool& toolEntry(const std::string& className) const;
     // A new tool of the export table. Raises Failure for an unknown class and when there is no memory for it.
     std::unique_ptr<ATool> makeTool(const std::string& className) const;
 

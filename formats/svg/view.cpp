@@ -51,6 +51,32 @@ AFRect rectangleBounds(const AttributeSet& attributes, const Affine& transform,
     return roundBounds(transform, {x + halfWidth, y + halfHeight}, {halfWidth - rx, halfHeight - ry}, rx, ry);
 }
 
+// 0 when the side is not given, is nothing to count with, or is a part of the window that a drawing is shown
+// in.
+double givenSide(const AttributeSet& root, Attribute attribute, Axis axis) {
+    if (!root.has(attribute) || root.get(attribute).find('%') != std::string_view::npos) return 0;
+    return positive(length(root, attribute, axis, LengthContext()));
+}
+
+// A side that is not given follows the box's proportions. A box that is to be stretched stays as it is.
+Page pageAround(const AFRect& box, const AttributeSet& root) {
+    double width = givenSide(root, Attribute::width, Axis::horizontal);
+    double height = givenSide(root, Attribute::height, Axis::vertical);
+    if (width == 0) width = height > 0 ? height * box.Width() / box.Height() : box.Width();
+    if (height == 0) height = width * box.Height() / box.Width();
+    const Affine place = fitViewBox(box, width, height, root.get(Attribute::preserveAspectRatio));
+    const bool isUsable = std::isfinite(width) && std::isfinite(height) && std::isnormal(place.a);
+    if (!isUsable) return {box, 1};
+    if (place.a != place.d) return {box, place.a};
+    const AFRect shown{(0 - place.e) / place.a, (0 - place.f) / place.d, (width - place.e) / place.a,
+                       (height - place.f) / place.d};
+    // The same proportions but for rounding: "210mm" for 210 units.
+    constexpr double kRounding = 1e-6;
+    const bool isBox = std::fabs(shown.Width() - box.Width()) <= kRounding * box.Width() &&
+                       std::fabs(shown.Height() - box.Height()) <= kRounding * box.Height();
+    return {isBox ? box : shown, place.a};
+}
+
 }  // namespace
 
 bool parseViewBox(std::string_view text, AFRect& box) {
@@ -81,36 +107,6 @@ double length(const AttributeSet& attributes, Attribute attribute, Axis axis, co
     if (attributes.has(attribute)) parseLength(attributes.get(attribute), axis, context, value);
     return value;
 }
-
-namespace {
-
-// 0 when the side is not given, is nothing to count with, or is a part of the window that a drawing is shown
-// in.
-double givenSide(const AttributeSet& root, Attribute attribute, Axis axis) {
-    if (!root.has(attribute) || root.get(attribute).find('%') != std::string_view::npos) return 0;
-    return positive(length(root, attribute, axis, LengthContext()));
-}
-
-// A side that is not given follows the box's proportions. A box that is to be stretched stays as it is.
-Page pageAround(const AFRect& box, const AttributeSet& root) {
-    double width = givenSide(root, Attribute::width, Axis::horizontal);
-    double height = givenSide(root, Attribute::height, Axis::vertical);
-    if (width == 0) width = height > 0 ? height * box.Width() / box.Height() : box.Width();
-    if (height == 0) height = width * box.Height() / box.Width();
-    const Affine place = fitViewBox(box, width, height, root.get(Attribute::preserveAspectRatio));
-    const bool isUsable = std::isfinite(width) && std::isfinite(height) && std::isnormal(place.a);
-    if (!isUsable) return {box, 1};
-    if (place.a != place.d) return {box, place.a};
-    const AFRect shown{(0 - place.e) / place.a, (0 - place.f) / place.d, (width - place.e) / place.a,
-                       (height - place.f) / place.d};
-    // The same proportions but for rounding: "210mm" for 210 units.
-    constexpr double kRounding = 1e-6;
-    const bool isBox = std::fabs(shown.Width() - box.Width()) <= kRounding * box.Width() &&
-                       std::fabs(shown.Height() - box.Height()) <= kRounding * box.Height();
-    return {isBox ? box : shown, place.a};
-}
-
-}  // namespace
 
 View rootView(const AttributeSet& root, Page& page) {
     View view{ownTransform(root), kDefaultWidth, kDefaultHeight};

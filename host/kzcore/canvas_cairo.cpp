@@ -31,6 +31,16 @@ cairo_matrix_t matrixOf(const AAffine& transform) {
     return {transform.a, transform.b, transform.c, transform.d, transform.e, transform.f};
 }
 
+// In the order of EBlend.
+constexpr std::array<cairo_operator_t, 16> kOperators{
+    CAIRO_OPERATOR_OVER,          CAIRO_OPERATOR_MULTIPLY,       CAIRO_OPERATOR_SCREEN,
+    CAIRO_OPERATOR_OVERLAY,       CAIRO_OPERATOR_DARKEN,         CAIRO_OPERATOR_LIGHTEN,
+    CAIRO_OPERATOR_COLOR_DODGE,   CAIRO_OPERATOR_COLOR_BURN,     CAIRO_OPERATOR_HARD_LIGHT,
+    CAIRO_OPERATOR_SOFT_LIGHT,    CAIRO_OPERATOR_DIFFERENCE,     CAIRO_OPERATOR_EXCLUSION,
+    CAIRO_OPERATOR_HSL_HUE,       CAIRO_OPERATOR_HSL_SATURATION, CAIRO_OPERATOR_HSL_COLOR,
+    CAIRO_OPERATOR_HSL_LUMINOSITY};
+static_assert(static_cast<std::size_t>(EBlend::luminosity) + 1 == kOperators.size());
+
 cairo_fill_rule_t ruleOf(EFillRule rule) {
     return rule == EFillRule::evenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING;
 }
@@ -501,20 +511,6 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
     if (pen->dashes.empty()) strokeTraced(cairo, *pen, toPixels, 0);
     library.settle();
 }
-
-namespace {
-
-// In the order of EBlend.
-constexpr std::array<cairo_operator_t, 16> kOperators{
-    CAIRO_OPERATOR_OVER,          CAIRO_OPERATOR_MULTIPLY,       CAIRO_OPERATOR_SCREEN,
-    CAIRO_OPERATOR_OVERLAY,       CAIRO_OPERATOR_DARKEN,         CAIRO_OPERATOR_LIGHTEN,
-    CAIRO_OPERATOR_COLOR_DODGE,   CAIRO_OPERATOR_COLOR_BURN,     CAIRO_OPERATOR_HARD_LIGHT,
-    CAIRO_OPERATOR_SOFT_LIGHT,    CAIRO_OPERATOR_DIFFERENCE,     CAIRO_OPERATOR_EXCLUSION,
-    CAIRO_OPERATOR_HSL_HUE,       CAIRO_OPERATOR_HSL_SATURATION, CAIRO_OPERATOR_HSL_COLOR,
-    CAIRO_OPERATOR_HSL_LUMINOSITY};
-static_assert(static_cast<std::size_t>(EBlend::luminosity) + 1 == kOperators.size());
-
-}  // namespace
 
 void ACanvas::drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth,
                         EBlend blend) {

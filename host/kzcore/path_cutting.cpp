@@ -112,6 +112,7 @@ public:
     void line(AFPoint from, AFPoint to) {
         std::array<double, 4> parts{};  // in rising order
         std::size_t count = 0;
+        // Sorted by hand: within std::sort GCC 12 takes them for more than four, and warns.
         const auto cross = [&](double a, double b, double edge) {
             if ((a < edge) == (b < edge)) return;
             const double part = (edge - a) / (b - a);

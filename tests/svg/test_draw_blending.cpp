@@ -136,7 +136,8 @@ TEST(DrawBlending, WhatIsPaintedAsAPictureOfItsOwnIsolates) {
     const std::string content = mint(kMultiply) + "</g>";
     for (const char* group :
          {"<g style='isolation:isolate'>", "<g clip-path='url(#c)'>", "<g clip-path='url(#t)'>",
-          "<g mask='url(#m)'>", "<g filter='url(#f)'>", "<g style='mix-blend-mode:darken;fill:red'>"}) {
+          "<g clip-path='url(#missing)'>", "<g mask='url(#m)'>", "<g filter='url(#f)'>",
+          "<g style='mix-blend-mode:darken;fill:red'>"}) {
         const Picture picture = drawBody(defs + kBelow + group + content);
         const bool darkens = std::string(group).find("darken") != std::string::npos;
         EXPECT_COLOR(picture, 50, 50, darkens ? 0x808000U : kMint) << group;

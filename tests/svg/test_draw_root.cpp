@@ -50,6 +50,27 @@ TEST(DrawRoot, ClipPathIsInUnitsOutsideTheViewBox) {
     EXPECT_EQ(picture.at(59, 40), kWhite);
 }
 
+// As the page does: a side that is not given follows the view box, and what is beside the box counts.
+TEST(DrawRoot, ClipPathIsInUnitsOfTheSizeThatThePageHas) {
+    const auto draw = [](const std::string& attributes, const AAffine& toPixels) {
+        return Picture(*readText("<svg xmlns='http://www.w3.org/2000/svg' clip-path='url(#c)' " + attributes +
+                                 "><clipPath id='c'><rect width='60' height='40'/></clipPath>"
+                                 "<rect x='-99' y='-99' width='999' height='999' fill='red'/></svg>"),
+                       toPixels);
+    };
+    for (const char* size : {"width='200'", "height='100'", "width='200' height='100%'"}) {
+        const Picture picture = draw(std::string("viewBox='0 0 100 50' ") + size, AAffine::scaling(2));
+        EXPECT_EQ(picture.at(59, 39), kRed) << size;
+        EXPECT_EQ(picture.at(60, 39), kWhite) << size;
+        EXPECT_EQ(picture.at(59, 40), kWhite) << size;
+    }
+    // The box stands in the middle of a wider page, which begins 50 pixels before it.
+    const Picture wide = draw("viewBox='0 0 100 100' width='200' height='100'", AAffine::translation(50, 0));
+    EXPECT_EQ(wide.at(0, 0), kRed);
+    EXPECT_EQ(wide.at(59, 39), kRed);
+    EXPECT_EQ(wide.at(60, 39), kWhite);
+}
+
 TEST(DrawRoot, ClipPathFollowsTheView) {
     const Picture picture =
         drawRoot("clip-path='url(#c)'", "<clipPath id='c'><rect width='60' height='40'/></clipPath>",

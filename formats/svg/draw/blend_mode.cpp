@@ -6,11 +6,11 @@ namespace svg {
 
 namespace {
 
-struct Word {
+struct Name {
     std::string_view word;
     EBlend mode;
 };
-constexpr Word kWords[] = {{"normal", EBlend::normal},
+constexpr Name kModes[] = {{"normal", EBlend::normal},
                            {"multiply", EBlend::multiply},
                            {"screen", EBlend::screen},
                            {"overlay", EBlend::overlay},
@@ -29,19 +29,19 @@ constexpr Word kWords[] = {{"normal", EBlend::normal},
 
 // As people write mix-blend-mode; to look for every mixture of capitals would take much longer. Without its
 // beginning, since every path has an M.
-constexpr std::string_view kNames[] = {"blend-mode", "BLEND-MODE", "Blend-Mode"};
+constexpr std::string_view kSpellings[] = {"blend-mode", "BLEND-MODE", "Blend-Mode"};
 
 }  // namespace
 
 std::optional<EBlend> blendModeOf(std::string_view word) {
-    for (const Word& one : kWords) {
+    for (const Name& one : kModes) {
         if (equalsNoCase(word, one.word)) return one.mode;
     }
     return std::nullopt;
 }
 
 bool asksForBlending(std::string_view text) {
-    for (const std::string_view name : kNames) {
+    for (const std::string_view name : kSpellings) {
         for (std::size_t at = text.find(name); at != text.npos; at = text.find(name, at)) {
             at += name.size();
             const std::size_t value = text.find_first_not_of(" \t\r\n\f:", at);

@@ -21,15 +21,11 @@ pugi::xml_node useTarget(DrawContext& context, pugi::xml_node use) {
 namespace {
 
 // The root's own user space, before its view box; `content`: the view inside.
-View rootSpace(const View& content, const DrawAttributes& attributes) {
-    const View around{AAffine(), content.width, content.height};
-    const View port = viewportOf(around, attributes.plain());
-    const View inner = enter(around, Element::svg, attributes.plain());
-    const std::optional<AAffine> back = inner.toDrawing.inverse();
-    if (!back) return content;
-    AAffine own;
-    if (attributes.has(Attribute::transform)) own = parseTransform(attributes.get(Attribute::transform));
-    return {content.toDrawing * *back * own, port.width, port.height};
+View rootSpace(const View& content, const AttributeSet& root) {
+    Page page;
+    rootView(root, page);
+    const AAffine toContent{1 / page.scale, 0, 0, 1 / page.scale, page.area.left, page.area.top};
+    return {content.toDrawing * toContent, page.area.Width() * page.scale, page.area.Height() * page.scale};
 }
 
 }  // namespace
@@ -90,7 +86,7 @@ bool ElementWalk::beginRoot(pugi::xml_node root) {
     style.own.isolated = m_context.blends();
     if (!root || !Effect::isNeeded(style)) return true;
     m_attributes.read(root);
-    const View own = rootSpace(level.view, m_attributes);
+    const View own = rootSpace(level.view, m_attributes.plain());
     const DrawnElement drawn{root, m_attributes, style, own};
     BoundingBox box(m_context, drawn);
     level.effect = std::make_unique<Effect>(m_context);
