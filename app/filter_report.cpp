@@ -4,7 +4,8 @@
 #include <unordered_set>
 
 #include "app/report.h"
-#include "kzcore/view.h"
+#include "kzcore/document/document.h"
+#include "kzcore/view/paint_visibility.h"
 
 namespace app {
 
@@ -72,16 +73,17 @@ const char* stateOf(bool hasPaint, bool isVisible) {
 
 }  // namespace
 
-ShownItems shownItems(ADocument& document) {
+ShownItems shownItems(const ADocView& view) {
+    ADocument& document = *view.getDocument();
     const Items used = usedItems(document);
-    AViewFilter* const filter = document.getView().m_viewFilter;
+    AViewFilter* const filter = view.m_viewFilter;
     return {ask(document.getPaint().getColors(), used, filter),
             ask(document.getPaint().getBrushes(), used, filter)};
 }
 
-Json reportFilter(ADocument& document) {
-    if (!document.getView().m_viewFilter) return {{"filter", Json()}};
-    const ShownItems shown = shownItems(document);
+Json reportFilter(const ADocView& view) {
+    if (!view.m_viewFilter) return {{"filter", Json()}};
+    const ShownItems shown = shownItems(view);
     return {{"filter",
              {{"hidden", namesOf(shown.colors, false)},
               {"visible", namesOf(shown.colors, true)},
@@ -89,11 +91,11 @@ Json reportFilter(ADocument& document) {
                {{"hidden", namesOf(shown.brushes, false)}, {"visible", namesOf(shown.brushes, true)}}}}}};
 }
 
-void printVisible(ADocument& document) {
-    AViewFilter* const filter = document.getView().m_viewFilter;
+void printVisible(const ADocView& view) {
+    AViewFilter* const filter = view.m_viewFilter;
     std::string line = "{\"visible\":{";
     bool first = true;
-    for (ARoot* entry : allObjects(document)) {
+    for (ARoot* entry : allObjects(*view.getDocument())) {
         const auto& object = static_cast<const AObject&>(*entry);
         const APaintVisibility visible = paintVisibility(object, filter);
         if (!first) line += ',';

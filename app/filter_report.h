@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "app/output.h"
-#include "kzcore/document.h"
+#include "kzcore/view/view.h"
 
 namespace app {
 
@@ -17,14 +17,14 @@ struct ShownItems {
     std::vector<ShownItem> brushes;  // that are not solid
 };
 // In the order of their first use in the document. Without a filter everything is visible.
-ShownItems shownItems(ADocument& document);
+ShownItems shownItems(const ADocView& view);
 
 // {"filter":null} when the view has none, else {"filter":{"hidden":[…],"visible":[…],"brushes":{"hidden":[…],
 // "visible":[…]}}}.
-nlohmann::ordered_json reportFilter(ADocument& document);
+nlohmann::ordered_json reportFilter(const ADocView& view);
 
 // {"visible":{"a":{"fill":true,"stroke":null},…}}: every object in drawing order, master layers first; null
 // where it has no such paint. Printed as it is made: a document may hold a million objects.
-void printVisible(ADocument& document);
+void printVisible(const ADocView& view);
 
 }  // namespace app

@@ -6,10 +6,10 @@
 
 #include "app/output.h"
 #include "app/session.h"
-#include "kzcore/device.h"
-#include "kzcore/image.h"
-#include "kzcore/pixel_section.h"
-#include "kzcore/view.h"
+#include "canvas/image.h"
+#include "kzcore/device/device.h"
+#include "kzcore/device/pixel_section.h"
+#include "kzcore/view/view.h"
 
 namespace app {
 
@@ -126,7 +126,8 @@ PictureSize readPictureSize(const std::string& text) {
     return size;
 }
 
-std::string drawPng(ADocument& document, PictureSize size) {
+std::string drawPng(const ADocView& view, PictureSize size) {
+    ADocument& document = *view.getDocument();
     const AFRect area = shownArea(document);
     size = wholeSize(size, area, document.getPageScale());
     const AAffine toPixels = fit(area, size);
@@ -136,7 +137,7 @@ std::string drawPng(ADocument& document, PictureSize size) {
     device.Fill(AColor(RGB(255, 255, 255)));
     device.DrawStart();
     device.canvas().pushClip(pixelsOfArea(area, toPixels, size), AAffine(), EFillRule::nonZero);
-    document.getView().draw(device, toPixels);
+    view.draw(device, toPixels);
     device.canvas().popClip();
     device.DrawEnd();
     return encodePng(imageOf(section.getPixels()));

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "kzcore/document.h"
+#include "kzcore/view/view.h"
 
 namespace app {
 
@@ -19,6 +19,6 @@ PictureSize readPictureSize(const std::string& text);
 
 // The bytes of a PNG file: the page, fitted into the picture and centred, on white; where the page has no
 // extent, what the objects cover. Raises Failure, and bad_alloc.
-std::string drawPng(ADocument& document, PictureSize size);
+std::string drawPng(const ADocView& view, PictureSize size);
 
 }  // namespace app

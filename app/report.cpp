@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 #include "kzutil/message_box.h"
 
 namespace app {
@@ -46,13 +46,14 @@ AObList allObjects(ADocument& document) {
     return objects;
 }
 
-void printSelection(ADocument& document) {
+void printSelection(const ADocView& view) {
+    const ANameTable& names = view.getDocument()->getNames();
     std::string line = "{\"selection\":[";
     bool first = true;
-    for (const AObject* object : document.getView().m_selection->getObjects()) {
+    for (const AObject* object : view.m_selection->getObjects()) {
         if (!first) line += ',';
         first = false;
-        appendJsonString(line, document.getNames().get(object->getIndex()));
+        appendJsonString(line, names.get(object->getIndex()));
         if (line.size() > 60000) {
             print(line);
             line.clear();

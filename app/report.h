@@ -11,7 +11,7 @@ AObList allObjects(ADocument& document);
 
 // {"selection":["a","b"]}, in the selection's order. Printed as it is made: a selection may hold a million
 // objects.
-void printSelection(ADocument& document);
+void printSelection(const ADocView& view);
 // {"objects":[{"id":…,"class":…,"layer":…,"parent":…,"fill":…,"stroke":…}]}, in drawing order, master layers
 // first.
 void printObjects(ADocument& document);

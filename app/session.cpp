@@ -4,8 +4,8 @@
 
 #include "app/output.h"
 #include "formats/svg/reader.h"
-#include "kzcore/tool_runner.h"
-#include "kzcore/view.h"
+#include "kzcore/tool/tool_runner.h"
+#include "kzcore/view/view.h"
 
 namespace app {
 
@@ -30,20 +30,26 @@ Session::Session() {
 
 Session::~Session() {
     m_application.setActiveView(nullptr);
-    m_document.reset();
 }
 
 void Session::open(const std::string& file) {
     std::string error;
     std::unique_ptr<ADocument> document = svg::readDrawing(filePath(file), error);
     if (!document) throw Failure{error};
-    m_application.setActiveView(&document->getView());
+    auto view = std::make_unique<ADocView>(*document);
+    m_application.setActiveView(view.get());
+    m_view = std::move(view);
     m_document = std::move(document);
 }
 
 ADocument& Session::document() {
     if (!m_document) throw Failure{"no drawing is open"};
     return *m_document;
+}
+
+ADocView& Session::view() {
+    document();
+    return *m_view;
 }
 
 const APlugInTool& Session::toolEntry(const std::string& className) const {
@@ -86,7 +92,7 @@ void Session::select(const std::vector<std::string>& names) {
         if (!object) throw Failure{"there is no object " + inQuotes(name)};
         objects.AddTail(object);
     }
-    ASelection& selection = *document().getView().m_selection;
+    ASelection& selection = *view().m_selection;
     selection.resetSelection(0);
     selection.addSelection(&objects, 0, 1);
 }

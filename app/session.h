@@ -5,10 +5,11 @@
 #include <memory>
 #include <string>
 
-#include "kzcore/application.h"
-#include "kzcore/document.h"
-#include "kzcore/plugin_loader.h"
-#include "kzcore/tool.h"
+#include "kzcore/document/application.h"
+#include "kzcore/document/document.h"
+#include "kzcore/tool/plugin_loader.h"
+#include "kzcore/tool/tool.h"
+#include "kzcore/view/view.h"
 
 namespace app {
 
@@ -31,8 +32,9 @@ public:
     // Opens a drawing in place of the one before. Raises Failure, and then the one before stays open.
     void open(const std::string& file);
     bool hasDocument() const { return m_document != nullptr; }
-    // Raises Failure when no drawing is open.
+    // Both raise Failure when no drawing is open.
     ADocument& document();
+    ADocView& view();
 
     const APlugIn& plugIn() const { return *m_plugIn; }
     // Of the export table. Raises Failure for an unknown class.
@@ -51,7 +53,8 @@ public:
 private:
     AApplication m_application;
     std::unique_ptr<APlugIn> m_plugIn;
-    std::unique_ptr<ADocument> m_document;  // gone before the plug-in is: its filter may be the plug-in's
+    std::unique_ptr<ADocument> m_document;
+    std::unique_ptr<ADocView> m_view;  // gone before the plug-in is: its filter may be the plug-in's
 };
 
 }  // namespace app

@@ -12,8 +12,8 @@
 #include "conditions/fill_condition.h"
 #include "conditions/refer_condition.h"
 #include "conditions/stroke_condition.h"
-#include "kzcore/application.h"
-#include "kzcore/document.h"
+#include "kzcore/document/application.h"
+#include "kzcore/document/document.h"
 
 namespace {
 

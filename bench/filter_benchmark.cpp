@@ -5,10 +5,10 @@
 
 #include <vector>
 
-#include "kzcore/application.h"
-#include "kzcore/document.h"
-#include "kzcore/tool.h"
-#include "kzcore/view.h"
+#include "kzcore/document/application.h"
+#include "kzcore/document/document.h"
+#include "kzcore/tool/tool.h"
+#include "kzcore/view/view.h"
 #include "plug_in.h"
 
 namespace {
@@ -27,15 +27,16 @@ std::uint32_t visibleValue(std::uint32_t index) {
 struct FilteredView {
     AApplication application;
     ADocument document;
+    ADocView view{document};
 
     explicit FilteredView(std::uint32_t hidden) {
-        application.setActiveView(&document.getView());
+        application.setActiveView(&view);
         const std::unique_ptr<ATool> tool(plugIn().findTool(_T("AHideThisTool"))->factory());
         for (std::uint32_t i = 0; i < hidden; ++i)
             tool->onToolStart(AFPoint(), document.getPaint().rgb(hiddenValue(i)));
     }
     ~FilteredView() { application.setActiveView(nullptr); }
-    AViewFilter& filter() { return *document.getView().m_viewFilter; }
+    AViewFilter& filter() { return *view.m_viewFilter; }
 };
 
 using Make = AReferItem* (*)(APaintTable& paint, std::uint32_t value);

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "kzcore/plugin_loader.h"
+#include "kzcore/tool/plugin_loader.h"
 
 // Raises runtime_error when it cannot be loaded.
 inline const APlugIn& plugIn() {

@@ -4,10 +4,10 @@
 #include <random>
 #include <string>
 
-#include "kzcore/application.h"
-#include "kzcore/document.h"
-#include "kzcore/tool.h"
-#include "kzcore/view.h"
+#include "kzcore/document/application.h"
+#include "kzcore/document/document.h"
+#include "kzcore/tool/tool.h"
+#include "kzcore/view/view.h"
 #include "plug_in.h"
 
 namespace {
@@ -42,8 +42,9 @@ void runTool(benchmark::State& state, const WCHAR* className) {
     AApplication application;
     ADocument document;
     fill(document, static_cast<int>(state.range(0)));
-    application.setActiveView(&document.getView());
-    ASelection& selection = *document.getView().m_selection;
+    ADocView view(document);
+    application.setActiveView(&view);
+    ASelection& selection = *view.m_selection;
     const std::unique_ptr<ATool> tool(plugIn().findTool(className)->factory());
     AObject* reference = document.getObject(2);
     for (auto _ : state) {

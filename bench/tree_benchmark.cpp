@@ -4,7 +4,7 @@
 #include <string>
 
 #include "checktree/check_tree.h"
-#include "kzcore/refer_item.h"
+#include "kzcore/document/refer_item.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 
 #include "formats/svg/reader.h"
 #include "formats/svg/writer.h"
-#include "kzcore/device.h"
-#include "kzcore/pixel_section.h"
-#include "kzcore/view.h"
+#include "kzcore/device/device.h"
+#include "kzcore/device/pixel_section.h"
+#include "kzcore/view/view.h"
 
 namespace {
 
@@ -28,9 +28,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!document) return 0;
     APixelSection section(64, 48);
     ADevice device(section.getContext(), AScreenInfo(1.0));
-    document->getView().draw(device, AAffine::scaling(0.7));
-    document->getView().setViewFilter(new EveryOther);
-    document->getView().draw(device, AAffine{0.5, 0.3, -0.3, 0.5, 20, 3});
+    ADocView view(*document);
+    view.draw(device, AAffine::scaling(0.7));
+    view.setViewFilter(new EveryOther);
+    view.draw(device, AAffine{0.5, 0.3, -0.3, 0.5, 20, 3});
 
     EveryOther filter;
     const auto written = svg::writeDrawing(*document, &filter, error);

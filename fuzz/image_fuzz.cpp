@@ -1,7 +1,7 @@
 // Image files from anybody: whatever the bytes are, an image has the pixels of its size, or there is none.
 #include <cstdlib>
 
-#include "kzcore/image.h"
+#include "canvas/image.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const AImage image = decodeImage({data, size});

@@ -10,7 +10,7 @@ int runRender(const std::string& file, const std::string& out, const std::option
     checkPictureName(out);
     Session session;
     session.open(file);
-    writeFile(out, onFile(file, [&] { return drawPng(session.document(), pixels); }));
+    writeFile(out, onFile(file, [&] { return drawPng(session.view(), pixels); }));
     return 0;
 }
 

@@ -1,14 +1,15 @@
 #include "app/commands/commands.h"
 #include "app/commands/on_file.h"
 #include "app/report.h"
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 
 namespace app {
 
 namespace {
 
-void printForPeople(ADocument& document) {
-    const auto& selected = document.getView().m_selection->getObjects();
+void printForPeople(const ADocView& view) {
+    const ADocument& document = *view.getDocument();
+    const auto& selected = view.m_selection->getObjects();
     printLine(std::to_string(selected.size()) + " of " + std::to_string(document.getObjectCount()) +
               (document.getObjectCount() == 1 ? " object selected" : " objects selected"));
     for (const AObject* object : selected) {
@@ -34,10 +35,10 @@ int runSelect(const SelectOptions& options) {
         }
     });
     if (options.json)
-        printSelection(session.document());
+        printSelection(session.view());
     else
-        printForPeople(session.document());
-    return session.document().getView().m_selection->getCount() == 0 ? 1 : 0;
+        printForPeople(session.view());
+    return session.view().m_selection->getCount() == 0 ? 1 : 0;
 }
 
 }  // namespace app

@@ -1,4 +1,4 @@
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 #include "app/commands/commands.h"
 #include "app/commands/on_file.h"
 #include "app/filter_report.h"
@@ -19,8 +19,8 @@ void printItem(const ShownItem& one) {
     printText(line + (one.isVisible ? "visible" : "hidden"));
 }
 
-void printShownForPeople(ADocument& document) {
-    const ShownItems shown = shownItems(document);
+void printShownForPeople(const ADocView& view) {
+    const ShownItems shown = shownItems(view);
     std::size_t hidden = 0;
     for (const auto* items : {&shown.colors, &shown.brushes}) {
         for (const ShownItem& one : *items) hidden += one.isVisible ? 0 : 1;
@@ -35,9 +35,9 @@ void printShownForPeople(ADocument& document) {
     }
 }
 
-std::string outputBytes(ADocument& document, const std::string& extension, PictureSize size) {
-    if (extension == ".png") return drawPng(document, size);
-    return drawingBytes(document, document.getView().m_viewFilter);
+std::string outputBytes(const ADocView& view, const std::string& extension, PictureSize size) {
+    if (extension == ".png") return drawPng(view, size);
+    return drawingBytes(*view.getDocument(), view.m_viewFilter);
 }
 
 }  // namespace
@@ -50,20 +50,20 @@ int runView(const ViewOptions& options) {
     if (options.size && extension != ".png") throw Failure{"--size is for pictures: -o FILE.png"};
     Session session;
     session.open(options.file);
-    ADocument& document = session.document();
+    const ADocView& view = session.view();
     onFile(options.file, [&] {
         for (const ViewStep& step : options.steps) {
-            if (!session.runTool(step.tool, findReferItemOrColor(document, step.item)))
+            if (!session.runTool(step.tool, findReferItemOrColor(session.document(), step.item)))
                 throw Failure{"the tool " + step.tool + " cannot start"};
         }
     });
     if (options.out) {
-        writeFile(*options.out, onFile(options.file, [&] { return outputBytes(document, extension, size); }));
+        writeFile(*options.out, onFile(options.file, [&] { return outputBytes(view, extension, size); }));
     }
     if (options.json)
-        printJson(reportFilter(document));
+        printJson(reportFilter(view));
     else if (!options.out)
-        printShownForPeople(document);
+        printShownForPeople(view);
     return 0;
 }
 

@@ -11,7 +11,7 @@
 #include "app/script/words.h"
 #include "app/written_drawing.h"
 #include "app/written_file.h"
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 
 namespace app {
 
@@ -33,7 +33,7 @@ void doSave(Session& session, const Words& words) {
 void doRender(Session& session, const Words& words) {
     const PictureSize size = words.size() == 3 ? readPictureSize(words[2]) : PictureSize();
     checkPictureName(words[1]);
-    writeFile(words[1], drawPng(session.document(), size));
+    writeFile(words[1], drawPng(session.view(), size));
 }
 
 void doSelect(Session& session, const Words& words) {
@@ -42,11 +42,11 @@ void doSelect(Session& session, const Words& words) {
 }
 
 void doUndo(Session& session, const Words&) {
-    if (!session.document().getView().getHistory().undo()) throw Failure{"there is nothing to undo"};
+    if (!session.view().getHistory().undo()) throw Failure{"there is nothing to undo"};
 }
 
 void doRedo(Session& session, const Words&) {
-    if (!session.document().getView().getHistory().redo()) throw Failure{"there is nothing to redo"};
+    if (!session.view().getHistory().redo()) throw Failure{"there is nothing to redo"};
 }
 
 void doTool(Session& session, const Words& words) {
@@ -63,13 +63,13 @@ constexpr std::string_view kPrintUsage = "print selection | filter | visible | o
 void doPrint(Session& session, const Words& words) {
     const std::string& what = words[1];
     if (what == "selection")
-        printSelection(session.document());
+        printSelection(session.view());
     else if (what == "objects")
         printObjects(session.document());
     else if (what == "filter")
-        printJson(reportFilter(session.document()));
+        printJson(reportFilter(session.view()));
     else if (what == "visible")
-        printVisible(session.document());
+        printVisible(session.view());
     else if (what == "tools")
         printJson(reportTools(session));
     else if (what == "messages")

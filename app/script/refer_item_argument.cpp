@@ -5,7 +5,7 @@
 
 #include "app/output.h"
 #include "app/session.h"
-#include "kzcore/named_colors.h"
+#include "kzcore/document/named_colors.h"
 
 namespace app {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 
 namespace app {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "formats/svg/draw/painter.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

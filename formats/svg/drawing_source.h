@@ -11,9 +11,9 @@
 #include <string_view>
 #include <vector>
 
-#include "formats/svg/entities.h"
-#include "formats/svg/view.h"
-#include "kzcore/document.h"
+#include "formats/svg/tree/user_space.h"
+#include "formats/svg/xml/entities.h"
+#include "kzcore/document/document.h"
 
 namespace svg {
 

@@ -11,11 +11,11 @@
 #include <pugixml.hpp>
 
 #include "formats/svg/drawing_source.h"
-#include "formats/svg/encoding.h"
-#include "formats/svg/entities.h"
-#include "formats/svg/importer.h"
-#include "formats/svg/text_scan.h"
-#include "formats/svg/xml_memory.h"
+#include "formats/svg/import/importer.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/xml/encoding.h"
+#include "formats/svg/xml/entities.h"
+#include "formats/svg/xml/xml_memory.h"
 #include "kzutil/large_memory.h"
 
 namespace svg {

@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 
 namespace svg {
 

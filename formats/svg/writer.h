@@ -22,7 +22,7 @@
 #include <optional>
 #include <string>
 
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 
 class AViewFilter;
 

@@ -17,10 +17,10 @@
 #include <memory>
 #include <vector>
 
-#include "kzcore/color.h"
-#include "kzcore/image.h"
-#include "kzcore/path.h"
-#include "kzcore/pixel_blending.h"
+#include "canvas/color.h"
+#include "canvas/image.h"
+#include "canvas/path.h"
+#include "canvas/pixel_blending.h"
 #include "kzutil/affine.h"
 
 enum class EFillRule { nonZero, evenOdd };

@@ -5,13 +5,13 @@
 #include <array>
 #include <cmath>
 
-#include "kzcore/canvas.h"
-#include "kzcore/canvas_limits.h"
-#include "kzcore/outline_coverage.h"
-#include "kzcore/paint_shader.h"
-#include "kzcore/path_cutting.h"
-#include "kzcore/path_dashes.h"
-#include "kzcore/pixel_mixing.h"
+#include "canvas/canvas.h"
+#include "canvas/canvas_limits.h"
+#include "canvas/outline_coverage.h"
+#include "canvas/paint_shader.h"
+#include "canvas/path_cutting.h"
+#include "canvas/path_dashes.h"
+#include "canvas/pixel_mixing.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <new>
 
-#include "kzcore/gdiplus_startup.h"
-#include "kzcore/outline_coverage.h"
-#include "kzcore/path_cutting.h"
+#include "canvas/gdiplus_startup.h"
+#include "canvas/outline_coverage.h"
+#include "canvas/path_cutting.h"
 
 // <gdiplus.h> takes min and max from where it stands.
 using std::max;

@@ -1,8 +1,8 @@
-#include "kzcore/image.h"
+#include "canvas/image.h"
 
 #include <new>
 
-#include "kzcore/canvas.h"
+#include "canvas/canvas.h"
 
 AImage::AImage(int width, int height) {
     if (width <= 0 || height <= 0) return;

@@ -6,10 +6,10 @@
 #include <new>
 #include <utility>
 
-#include "kzcore/gdiplus_startup.h"
-#include "kzcore/image.h"
-#include "kzcore/image_limits.h"
-#include "kzcore/pixel_mixing.h"
+#include "canvas/gdiplus_startup.h"
+#include "canvas/image.h"
+#include "canvas/image_limits.h"
+#include "canvas/pixel_mixing.h"
 
 // <gdiplus.h> takes min and max from where it stands.
 using std::max;

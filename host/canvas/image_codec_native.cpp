@@ -12,8 +12,8 @@
 #include <png.h>
 #include <zlib.h>
 
-#include "kzcore/image.h"
-#include "kzcore/image_limits.h"
+#include "canvas/image.h"
+#include "canvas/image_limits.h"
 
 namespace {
 

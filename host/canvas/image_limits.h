@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "kzcore/image.h"
+#include "canvas/image.h"
 
 // A few bytes must not make us take gigabytes: no image is larger than its bytes can tell of. `mostPixels`:
 // as many as the file's bytes can hold.

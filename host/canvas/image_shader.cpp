@@ -2,8 +2,8 @@
 #include <cmath>
 #include <vector>
 
-#include "kzcore/paint_shader.h"
-#include "kzcore/pixel_mixing.h"
+#include "canvas/paint_shader.h"
+#include "canvas/pixel_mixing.h"
 
 namespace {
 

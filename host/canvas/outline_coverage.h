@@ -12,7 +12,7 @@
 #include <memory>
 #include <span>
 
-#include "kzcore/canvas.h"
+#include "canvas/canvas.h"
 
 class AOutlineCoverage {
 public:

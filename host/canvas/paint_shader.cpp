@@ -1,10 +1,10 @@
-#include "kzcore/paint_shader.h"
+#include "canvas/paint_shader.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "kzcore/pixel_mixing.h"
+#include "canvas/pixel_mixing.h"
 
 namespace {
 

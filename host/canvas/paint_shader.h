@@ -14,7 +14,7 @@
 #include <optional>
 #include <span>
 
-#include "kzcore/canvas.h"
+#include "canvas/canvas.h"
 
 class APaintShader {
 public:

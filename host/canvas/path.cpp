@@ -1,4 +1,4 @@
-#include "kzcore/path.h"
+#include "canvas/path.h"
 
 #include <algorithm>
 #include <cmath>

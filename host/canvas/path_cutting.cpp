@@ -1,4 +1,4 @@
-#include "kzcore/path_cutting.h"
+#include "canvas/path_cutting.h"
 
 #include <algorithm>
 #include <array>

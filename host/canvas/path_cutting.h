@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "kzcore/path.h"
+#include "canvas/path.h"
 #include "kzutil/affine.h"
 
 // Where the corners of the outline come to lie.

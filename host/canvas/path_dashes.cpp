@@ -1,4 +1,4 @@
-#include "kzcore/path_dashes.h"
+#include "canvas/path_dashes.h"
 
 #include <algorithm>
 #include <cmath>

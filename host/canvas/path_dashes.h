@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "kzcore/path.h"
+#include "canvas/path.h"
 
 // Every dash is an open figure of lines; curves become lines that keep within `tolerance` of them. The dashes
 // start anew with every figure, `offset` into the list; an odd list goes on with its lengths in exchanged

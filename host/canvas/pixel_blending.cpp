@@ -1,10 +1,10 @@
-#include "kzcore/pixel_blending.h"
+#include "canvas/pixel_blending.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "kzcore/pixel_mixing.h"
+#include "canvas/pixel_mixing.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "kzcore/color.h"
+#include "canvas/color.h"
 
 // From 0 to 1; what is no number counts as 0.
 inline double opacityOf(double opacity) {

@@ -1,4 +1,4 @@
-#include "kzcore/gdiplus_startup.h"
+#include "canvas/gdiplus_startup.h"
 #include "platform/winapi.h"
 
 // <gdiplus.h> takes min and max from where it stands.

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "kzcore/path.h"
+#include "canvas/path.h"
 
 struct AFont {
     std::string family;  // UTF-8: names in order of preference, separated by commas; empty: a sans-serif one

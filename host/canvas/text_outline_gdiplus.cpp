@@ -5,8 +5,8 @@
 #include <new>
 #include <utility>
 
-#include "kzcore/gdiplus_startup.h"
-#include "kzcore/text_outline.h"
+#include "canvas/gdiplus_startup.h"
+#include "canvas/text_outline.h"
 #include "kzutil/utf.h"
 
 // <gdiplus.h> takes min and max from where it stands.

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <memory>
 
-#include "kzcore/text_outline.h"
+#include "canvas/text_outline.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "plugin/item_path.h"
+#include "base/item_path.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 
 int viewHasObjects(ATool& tool) {
     if (!tool.ATool::isValid()) return 0;

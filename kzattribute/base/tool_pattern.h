@@ -16,7 +16,7 @@
 
 #include <new>
 
-#include "kzcore/tool.h"
+#include "kzcore/tool/tool.h"
 #include "res/resource.h"
 
 enum class ToolChanges { view, selection };

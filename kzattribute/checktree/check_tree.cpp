@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "base/item_path.h"
 #include "checktree/check_values.h"
-#include "plugin/item_path.h"
 
 using namespace checktree;
 

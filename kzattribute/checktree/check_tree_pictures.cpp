@@ -1,7 +1,7 @@
 // The check tree's pictures.
 #include "checktree/check_tree.h"
-#include "kzcore/device_mgr.h"
-#include "kzcore/refer_item.h"
+#include "kzcore/device/device_mgr.h"
+#include "kzcore/document/refer_item.h"
 #include "res/resource.h"
 
 namespace {

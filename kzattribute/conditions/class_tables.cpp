@@ -1,6 +1,6 @@
 #include "conditions/class_tables.h"
 
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 #include "res/resource.h"
 
 UINT bitmapColorModelId(const ARoot* object) {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "checktree/check_tree.h"
-#include "kzcore/application.h"
+#include "kzcore/document/application.h"
 
 namespace {
 

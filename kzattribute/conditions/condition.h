@@ -22,9 +22,9 @@
 
 #include <cstdint>
 
+#include "base/item_path.h"
 #include "kzutil/arrays.h"
 #include "platform/afx/tree_ctrl.h"
-#include "plugin/item_path.h"
 
 class ACheckTree;
 

@@ -1,6 +1,6 @@
 #include "conditions/container_conditions.h"
 
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 
 BOOL AEffectCondition::isMatch(ARoot* item) const {
     for (auto* object = dynamic_cast<AObject*>(item); object; object = AObject::getParent(object)) {

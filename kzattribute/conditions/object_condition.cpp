@@ -1,6 +1,6 @@
 #include "conditions/object_condition.h"
 
-#include "kzcore/application.h"
+#include "kzcore/document/application.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // What the conditions on paint ask of the host's items. Null items are equal to nothing.
 #pragma once
 
-#include "kzcore/refer_item.h"
+#include "kzcore/document/refer_item.h"
 
 namespace conditions {
 

@@ -2,7 +2,7 @@
 
 #include "checktree/check_tree.h"
 #include "conditions/paint_items.h"
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 #include "res/resource.h"
 
 void AStrokeCondition::reset(const AString& itemPath, const WCHAR* className, AColorItem* color) {

@@ -1,7 +1,7 @@
 // The plug-in export table.
 #include <new>
 
-#include "kzcore/plugin.h"
+#include "kzcore/tool/plugin.h"
 #include "select/select_by_attr_tool.h"
 #include "select/select_color_tool.h"
 #include "select/select_similar_tool.h"

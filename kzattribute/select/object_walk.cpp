@@ -1,6 +1,6 @@
 #include "select/object_walk.h"
 
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 
 void appendLayers(const ADocView& view, AObList& layers) {
     layers.AddTail(&view.m_database->children);

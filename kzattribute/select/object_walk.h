@@ -1,7 +1,7 @@
 // How the selection tools go through a drawing.
 #pragma once
 
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 
 // The layers that the tools search: those of the view's database first, then those of the secondary database.
 void appendLayers(const ADocView& view, AObList& layers);

@@ -1,7 +1,7 @@
 // Opens the Select by Attributes sheet, in which the user ticks what the selection is to hold.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class ASelectByAttrTool : public TToolPattern<ASelectByAttrTool> {
 public:

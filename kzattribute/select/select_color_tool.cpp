@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "kzcore/refer_item.h"
+#include "kzcore/document/refer_item.h"
 #include "select/object_walk.h"
 
 const AString ASelectColorTool::className(_T("ASelectColorTool"));

@@ -1,7 +1,7 @@
 // Selects every object with the fill of the first selected object.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class ASelectColorTool : public TToolPattern<ASelectColorTool> {
 public:

@@ -1,7 +1,7 @@
 // Selects every object of the class of the first selected object.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class ASelectSimilarTool : public TToolPattern<ASelectSimilarTool> {
 public:

@@ -17,8 +17,8 @@
 #include <utility>
 
 #include "conditions/refer_condition.h"
-#include "kzcore/tool.h"
-#include "kzcore/view.h"
+#include "kzcore/tool/tool.h"
+#include "kzcore/view/view.h"
 #include "viewfilter/view_attr_filter.h"
 
 namespace viewfilter {

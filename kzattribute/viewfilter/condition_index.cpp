@@ -6,7 +6,7 @@
 #include <typeinfo>
 
 #include "conditions/refer_condition.h"
-#include "kzcore/refer_item.h"
+#include "kzcore/document/refer_item.h"
 #include "kzutil/text_hash.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Hides everything but one colour.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class AHideAllExceptTool : public TToolPattern<AHideAllExceptTool> {
 public:

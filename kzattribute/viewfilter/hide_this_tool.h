@@ -1,7 +1,7 @@
 // Hides one colour.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class AHideThisTool : public TToolPattern<AHideThisTool> {
 public:

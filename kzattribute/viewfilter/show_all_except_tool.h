@@ -1,7 +1,7 @@
 // Shows everything but one colour.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class AShowAllExceptTool : public TToolPattern<AShowAllExceptTool> {
 public:

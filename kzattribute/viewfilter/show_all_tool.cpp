@@ -1,6 +1,6 @@
 #include "viewfilter/show_all_tool.h"
 
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 #include "viewfilter/color_tool.h"
 
 const AString AShowAllTool::className(_T("AShowAllTool"));

@@ -1,7 +1,7 @@
 // Shows everything again: takes the filter from the view.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class AShowAllTool : public TToolPattern<AShowAllTool> {
 public:

@@ -1,7 +1,7 @@
 // Shows one colour.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class AShowThisTool : public TToolPattern<AShowThisTool> {
 public:

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "conditions/refer_condition.h"
-#include "kzcore/refer_item.h"
+#include "kzcore/document/refer_item.h"
 
 namespace {
 

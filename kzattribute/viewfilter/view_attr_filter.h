@@ -19,7 +19,7 @@
 #include <memory>
 
 #include "conditions/condition.h"
-#include "kzcore/view_filter.h"
+#include "kzcore/view/view_filter.h"
 #include "viewfilter/condition_index.h"
 
 class AViewAttrFilter : public AViewFilter {

@@ -1,7 +1,7 @@
 // Opens the View Filter dialog, in which the user ticks the colours to be shown.
 #pragma once
 
-#include "plugin/tool_pattern.h"
+#include "base/tool_pattern.h"
 
 class AViewFilterTool : public TToolPattern<AViewFilterTool> {
 public:

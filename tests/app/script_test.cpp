@@ -4,7 +4,7 @@
 
 #include "app/output.h"
 #include "app/script/interpreter.h"
-#include "kzcore/image.h"
+#include "canvas/image.h"
 #include "kzutil/message_box.h"
 #include "process.h"
 #include "sea.h"

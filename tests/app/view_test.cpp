@@ -4,7 +4,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "kzcore/image.h"
+#include "canvas/image.h"
 #include "process.h"
 #include "sea.h"
 #include "support/temp_folder.h"

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "kzcore/pixel_mixing.h"
+#include "canvas/pixel_mixing.h"
 #include "support/blend_modes.h"
 #include "support/canvas_picture.h"
 

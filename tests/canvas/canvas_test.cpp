@@ -1,5 +1,5 @@
 // Fills, strokes and clips. Edges lie on pixel edges, where every build is exact.
-#include "kzcore/canvas.h"
+#include "canvas/canvas.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "kzcore/image.h"
+#include "canvas/image.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "kzcore/paint_shader.h"
+#include "canvas/paint_shader.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <limits>
 
-#include "kzcore/pixel_mixing.h"
+#include "canvas/pixel_mixing.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The formulas of the blend modes, by numbers worked out by hand.
-#include "kzcore/pixel_blending.h"
+#include "canvas/pixel_blending.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "kzcore/pixel_mixing.h"
+#include "canvas/pixel_mixing.h"
 #include "support/blend_modes.h"
 
 using namespace test;

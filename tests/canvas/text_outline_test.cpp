@@ -1,10 +1,10 @@
-#include "kzcore/text_outline.h"
+#include "canvas/text_outline.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "kzcore/canvas.h"
+#include "canvas/canvas.h"
 
 namespace {
 

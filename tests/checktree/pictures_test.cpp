@@ -1,7 +1,7 @@
 // Pictures, pixel by pixel.
 #include "checktree/fixture.h"
-#include "kzcore/config.h"
-#include "kzcore/refer_item.h"
+#include "kzcore/document/config.h"
+#include "kzcore/document/refer_item.h"
 #include "support/pixels.h"
 
 using test::CheckTree;

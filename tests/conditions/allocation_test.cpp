@@ -9,7 +9,7 @@
 #include "conditions/fill_condition.h"
 #include "conditions/refer_condition.h"
 #include "conditions/stroke_condition.h"
-#include "kzcore/application.h"
+#include "kzcore/document/application.h"
 #include "support.h"
 #include "support/failing_new.h"
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "conditions/container_conditions.h"
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 #include "support.h"
 
 using test::cloneOf;

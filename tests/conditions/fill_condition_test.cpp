@@ -5,7 +5,7 @@
 
 #include "conditions/fill_condition.h"
 #include "conditions/stroke_condition.h"
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 #include "support.h"
 
 using test::cloneOf;

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "conditions/class_tables.h"
-#include "kzcore/application.h"
-#include "kzcore/object.h"
+#include "kzcore/document/application.h"
+#include "kzcore/document/object.h"
 #include "support.h"
 
 using test::cloneOf;

@@ -6,7 +6,7 @@
 #include <random>
 
 #include "conditions/refer_condition.h"
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 #include "support.h"
 
 using test::cloneOf;

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "conditions/condition.h"
-#include "kzcore/refer_item.h"
+#include "kzcore/document/refer_item.h"
 
 namespace test {
 

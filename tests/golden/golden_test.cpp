@@ -15,7 +15,7 @@
 #include <iterator>
 
 #include "app/process.h"
-#include "kzcore/image.h"
+#include "canvas/image.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <random>
 #include <set>
 
-#include "kzcore/tool_runner.h"
+#include "kzcore/tool/tool_runner.h"
 #include "module.h"
 
 using test::Drawing;

@@ -5,8 +5,8 @@
 
 #include <filesystem>
 
-#include "kzcore/plugin_loader.h"
-#include "kzcore/tool.h"
+#include "kzcore/tool/plugin_loader.h"
+#include "kzcore/tool/tool.h"
 #include "support/drawing.h"
 #include "support/program_folder.h"
 #include "support/temp_folder.h"

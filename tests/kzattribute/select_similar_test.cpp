@@ -1,6 +1,6 @@
 #include <random>
 
-#include "kzcore/tool_runner.h"
+#include "kzcore/tool/tool_runner.h"
 #include "module.h"
 
 using test::Drawing;

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "plugin/item_path.h"
+#include "base/item_path.h"
 
 namespace {
 

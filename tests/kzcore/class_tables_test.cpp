@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "kzcore/config.h"
+#include "kzcore/document/config.h"
 #include "support/drawing.h"
 #include "support/pixels.h"
 

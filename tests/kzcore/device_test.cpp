@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "kzcore/device_mgr.h"
+#include "kzcore/device/device_mgr.h"
 #include "tests/support/pixels.h"
 
 using namespace test;

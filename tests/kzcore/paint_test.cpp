@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "kzcore/named_colors.h"
-#include "kzcore/paint_table.h"
+#include "kzcore/document/named_colors.h"
+#include "kzcore/document/paint_table.h"
 
 namespace {
 

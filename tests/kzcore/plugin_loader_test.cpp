@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "kzcore/plugin_loader.h"
-#include "kzcore/tool.h"
+#include "kzcore/tool/plugin_loader.h"
+#include "kzcore/tool/tool.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 // bitmap.
 #include <gtest/gtest.h>
 
-#include "kzcore/device_mgr.h"
-#include "kzcore/paint_table.h"
+#include "kzcore/device/device_mgr.h"
+#include "kzcore/document/paint_table.h"
 #include "tests/support/pixels.h"
 
 using namespace test;

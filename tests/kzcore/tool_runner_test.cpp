@@ -3,8 +3,8 @@
 #include <functional>
 #include <new>
 
-#include "kzcore/refer_item.h"
-#include "kzcore/tool_runner.h"
+#include "kzcore/document/refer_item.h"
+#include "kzcore/tool/tool_runner.h"
 #include "support/drawing.h"
 
 using test::Drawing;

@@ -1,7 +1,7 @@
 // The order of ATool's virtual table, which plug-ins built elsewhere rely on.
 #include <gtest/gtest.h>
 
-#include "kzcore/tool.h"
+#include "kzcore/tool/tool.h"
 #include "support/virtual_slots.h"
 
 using test::slotOf;

@@ -3,7 +3,7 @@
 
 #include <set>
 
-#include "kzcore/device.h"
+#include "kzcore/device/device.h"
 #include "support/drawing.h"
 #include "support/pixels.h"
 

@@ -1,7 +1,7 @@
 // Every blend mode with its name in drawings.
 #pragma once
 
-#include "kzcore/pixel_blending.h"
+#include "canvas/pixel_blending.h"
 
 namespace test {
 

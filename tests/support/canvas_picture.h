@@ -8,7 +8,7 @@
 
 #include <string>
 
-#include "kzcore/canvas.h"
+#include "canvas/canvas.h"
 
 namespace test {
 

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "kzcore/application.h"
-#include "kzcore/document.h"
-#include "kzcore/view.h"
+#include "kzcore/document/application.h"
+#include "kzcore/document/document.h"
+#include "kzcore/view/view.h"
 
 namespace test {
 
@@ -14,14 +14,15 @@ namespace test {
 struct Drawing {
     AApplication application;
     ADocument document;
+    ADocView ownView{document};
 
-    Drawing() { application.setActiveView(&document.getView()); }
+    Drawing() { application.setActiveView(&ownView); }
     ~Drawing() { application.setActiveView(nullptr); }
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
-    ADocView& view() { return document.getView(); }
-    ASelection& selection() { return *document.getView().m_selection; }
+    ADocView& view() { return ownView; }
+    ASelection& selection() { return *ownView.m_selection; }
 
     ALayer* layer(const WCHAR* title = _T("Layer")) {
         return document.createLayer(document.getDatabase(), *findClass(_T("ALayer")), title);

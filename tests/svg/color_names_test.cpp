@@ -3,7 +3,7 @@
 
 #include <set>
 
-#include "formats/svg/color.h"
+#include "formats/svg/values/color.h"
 
 namespace {
 

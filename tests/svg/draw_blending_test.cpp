@@ -1,8 +1,8 @@
 // mix-blend-mode, what it blends with, and what isolates.
+#include "canvas/image.h"
 #include "filter.h"
-#include "formats/svg/draw/blend_mode.h"
-#include "kzcore/image.h"
-#include "kzcore/view.h"
+#include "formats/svg/draw/context/blend_mode.h"
+#include "kzcore/view/view.h"
 #include "picture.h"
 #include "support.h"
 #include "support/blend_modes.h"
@@ -224,12 +224,10 @@ TEST(DrawBlending, WhatTheViewFilterHidesDoesNotBlend) {
         readBody(kBelow + "<path d='M20 20H80V80H20z' fill='blue' stroke='#80ff80' stroke-width='20'" +
                  kMultiply + "/>");
     EXPECT_COLOR(Picture(*document), 50, 50, 0x000000);
-    document->getView().setViewFilter(new HideByName({"blue"}));
-    const Picture withoutFill(*document);
+    const Picture withoutFill(*document, new HideByName({"blue"}));
     EXPECT_EQ(withoutFill.at(50, 50), kOrange);
     EXPECT_COLOR(withoutFill, 20, 50, kProduct);
-    document->getView().setViewFilter(new HideByName({"#ff8000"}));
-    const Picture onNothing(*document);
+    const Picture onNothing(*document, new HideByName({"#ff8000"}));
     EXPECT_EQ(onNothing.at(50, 50), 0x0000ffU);
     EXPECT_EQ(onNothing.at(20, 50), kMint);
     EXPECT_EQ(onNothing.at(5, 5), kWhite);

@@ -1,6 +1,6 @@
 #include <string>
 
-#include "kzcore/image.h"
+#include "canvas/image.h"
 #include "svg/picture.h"
 
 namespace svg_test {

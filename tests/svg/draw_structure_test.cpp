@@ -1,7 +1,7 @@
 // What is drawn, in which order, and where: layers, use, symbols, nested drawings, hidden objects, view
 // filters.
-#include "kzcore/refer_item.h"
-#include "kzcore/view.h"
+#include "kzcore/document/refer_item.h"
+#include "kzcore/view/view.h"
 #include "picture.h"
 #include "support.h"
 
@@ -138,25 +138,20 @@ TEST(DrawStructure, ViewFilterTakesAwayFillOrStrokeAlone) {
     const auto document = readBody(
         "<rect x='20' y='20' width='40' height='40' fill='red' stroke='blue' "
         "stroke-width='10'/>");
-    document->getView().setViewFilter(new WithoutColor(RGB(255, 0, 0)));
-    const Picture stroked(*document);
+    const Picture stroked(*document, new WithoutColor(RGB(255, 0, 0)));
     EXPECT_EQ(stroked.at(40, 40), kWhite);
     EXPECT_EQ(stroked.at(17, 40), kBlue);
-    document->getView().setViewFilter(new WithoutColor(RGB(0, 0, 255)));
-    const Picture filled(*document);
+    const Picture filled(*document, new WithoutColor(RGB(0, 0, 255)));
     EXPECT_EQ(filled.at(40, 40), kRed);
     EXPECT_EQ(filled.at(22, 40), kRed);
     EXPECT_EQ(filled.at(17, 40), kWhite);
-    document->getView().setViewFilter(nullptr);
 }
 
 TEST(DrawStructure, OpacityStaysWhenTheFilterLeavesOnePaint) {
     const auto document = readBody(
         "<rect x='20' y='20' width='40' height='40' fill='red' stroke='blue' "
         "stroke-width='10' opacity='.5'/>");
-    document->getView().setViewFilter(new WithoutColor(RGB(0, 0, 255)));
-    EXPECT_COLOR(Picture(*document), 40, 40, 0xff8080);
-    document->getView().setViewFilter(nullptr);
+    EXPECT_COLOR(Picture(*document, new WithoutColor(RGB(0, 0, 255))), 40, 40, 0xff8080);
 }
 
 TEST(DrawStructure, ColoursAreThoseOfTheModel) {

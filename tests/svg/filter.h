@@ -4,8 +4,8 @@
 #include <set>
 #include <string>
 
-#include "kzcore/refer_item.h"
-#include "kzcore/view_filter.h"
+#include "kzcore/document/refer_item.h"
+#include "kzcore/view/view_filter.h"
 
 namespace svg_test {
 

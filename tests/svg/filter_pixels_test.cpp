@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "formats/svg/draw/filter_pixels.h"
-#include "formats/svg/draw/filter_turbulence.h"
+#include "formats/svg/draw/filter/filter_pixels.h"
+#include "formats/svg/draw/filter/filter_turbulence.h"
 
 namespace svg {
 

@@ -3,8 +3,8 @@
 #include <numbers>
 #include <random>
 
-#include "formats/svg/path_data.h"
-#include "formats/svg/units.h"
+#include "formats/svg/values/path_data.h"
+#include "formats/svg/values/units.h"
 #include "support.h"
 
 using namespace svg_test;

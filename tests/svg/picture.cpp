@@ -3,18 +3,20 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "kzcore/device.h"
-#include "kzcore/pixel_section.h"
-#include "kzcore/view.h"
+#include "kzcore/device/device.h"
+#include "kzcore/device/pixel_section.h"
+#include "kzcore/view/view.h"
 #include "support.h"
 
 namespace svg_test {
 
-Picture::Picture(ADocument& document, const AAffine& toPixels) {
+Picture::Picture(ADocument& document, const AAffine& toPixels, AViewFilter* filter) {
+    ADocView view(document);
+    view.setViewFilter(filter);
     APixelSection section(kWidth, kHeight);
     ADevice device(section.getContext(), AScreenInfo(1.0));
     device.Fill(AColor(RGB(255, 255, 255)));
-    document.getView().draw(device, toPixels);
+    view.draw(device, toPixels);
     const auto* const bits = static_cast<const std::uint32_t*>(section.getPixels().bits);
     m_pixels.assign(bits, bits + kWidth * kHeight);
     for (std::uint32_t& pixel : m_pixels) pixel &= 0xffffff;

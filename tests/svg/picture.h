@@ -10,15 +10,18 @@
 #include <string>
 #include <vector>
 
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 #include "kzutil/affine.h"
+
+class AViewFilter;
 
 namespace svg_test {
 
 class Picture {
 public:
-    // What the document's view draws on white, 200 by 100 pixels.
-    explicit Picture(ADocument& document, const AAffine& toPixels = {});
+    // What a view of the document draws on white, 200 by 100 pixels. Takes over the view's filter.
+    explicit Picture(ADocument& document, const AAffine& toPixels = {}, AViewFilter* filter = nullptr);
+    Picture(ADocument& document, AViewFilter* filter) : Picture(document, {}, filter) {}
 
     static constexpr int kWidth = 200;
     static constexpr int kHeight = 100;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 
 namespace svg_test {
 

@@ -6,9 +6,9 @@
 
 #include "filter.h"
 #include "formats/svg/writer.h"
-#include "kzcore/device.h"
-#include "kzcore/pixel_section.h"
-#include "kzcore/view.h"
+#include "kzcore/device/device.h"
+#include "kzcore/device/pixel_section.h"
+#include "kzcore/view/view.h"
 #include "random_drawing.h"
 #include "support.h"
 
@@ -28,11 +28,11 @@ private:
     APixelSection& m_section;
 };
 
-std::vector<std::uint32_t> picture(ADocument& document) {
+std::vector<std::uint32_t> picture(const ADocView& view) {
     APixelSection section(200, 100);
     Device device(section);
     device.Fill(AColor(RGB(255, 255, 255)));
-    document.getView().draw(device, AAffine());
+    view.draw(device, AAffine());
     const auto* pixels = static_cast<const std::uint32_t*>(section.getPixels().bits);
     return {pixels, pixels + 200 * 100};
 }
@@ -56,17 +56,18 @@ TEST(WriterPictures, TheWrittenDrawingLooksAsTheViewDid) {
         std::mt19937 random(seed);
         const std::string text = svg_test::randomDrawing(random);
         const auto document = svg_test::readText(text);
-        const std::vector<std::uint32_t> before = picture(*document);
-        document->getView().setViewFilter(new HideByName(svg_test::randomColors(random)));
-        const std::vector<std::uint32_t> view = picture(*document);
+        ADocView shown(*document);
+        const std::vector<std::uint32_t> before = picture(shown);
+        shown.setViewFilter(new HideByName(svg_test::randomColors(random)));
+        const std::vector<std::uint32_t> view = picture(shown);
         changed += view != before ? 1 : 0;
         std::string error;
-        const auto bytes = svg::writeDrawing(*document, document->getView().m_viewFilter, error);
+        const auto bytes = svg::writeDrawing(*document, shown.m_viewFilter, error);
         ASSERT_TRUE(bytes) << error;
         const auto again = svg_test::readText(*bytes);
-        ASSERT_LE(largestDifference(picture(*again), view), 2) << "seed " << seed << '\n'
-                                                               << text << "\nwritten:\n"
-                                                               << *bytes;
+        ASSERT_LE(largestDifference(picture(ADocView(*again)), view), 2) << "seed " << seed << '\n'
+                                                                         << text << "\nwritten:\n"
+                                                                         << *bytes;
     }
     EXPECT_GT(changed, 40);
 }

@@ -6,7 +6,8 @@
 
 #include "filter.h"
 #include "formats/svg/writer.h"
-#include "kzcore/view.h"
+#include "kzcore/view/paint_visibility.h"
+#include "kzcore/view/view.h"
 #include "random_drawing.h"
 #include "support.h"
 

@@ -3,7 +3,7 @@
 
 #include "filter.h"
 #include "formats/svg/writer.h"
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 #include "support.h"
 
 using svg_test::drawing;

@@ -1,7 +1,7 @@
 // The five tools: what each leaves in the view, from every state that a filter can be in.
+#include "tools.h"
 #include "support.h"
 #include "support/drawing.h"
-#include "tools.h"
 
 using namespace test;
 

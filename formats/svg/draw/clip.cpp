@@ -6,7 +6,7 @@
 #include "formats/svg/draw/element_walk.h"
 #include "formats/svg/draw/mask.h"
 #include "formats/svg/draw/shapes.h"
-#include "formats/svg/draw/text.h"
+#include "formats/svg/draw/text/text.h"
 
 namespace svg {
 

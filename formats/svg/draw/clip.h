@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "formats/svg/draw/bounding_box.h"
+#include "formats/svg/draw/context/bounding_box.h"
 
 namespace svg {
 

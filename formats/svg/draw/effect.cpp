@@ -4,11 +4,11 @@
 #include <utility>
 
 #include "formats/svg/draw/clip.h"
-#include "formats/svg/draw/filters.h"
+#include "formats/svg/draw/context/pixel_area.h"
+#include "formats/svg/draw/filter/filters.h"
 #include "formats/svg/draw/mask.h"
-#include "formats/svg/draw/pixel_area.h"
-#include "formats/svg/object_class.h"
-#include "formats/svg/transform.h"
+#include "formats/svg/tree/object_class.h"
+#include "formats/svg/values/transform.h"
 
 namespace svg {
 

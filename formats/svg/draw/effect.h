@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-#include "formats/svg/draw/bounding_box.h"
+#include "formats/svg/draw/context/bounding_box.h"
 
 namespace svg {
 

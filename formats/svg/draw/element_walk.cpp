@@ -1,11 +1,11 @@
 #include "formats/svg/draw/element_walk.h"
 
+#include "formats/svg/draw/context/pixel_area.h"
 #include "formats/svg/draw/images.h"
 #include "formats/svg/draw/markers.h"
-#include "formats/svg/draw/pixel_area.h"
 #include "formats/svg/draw/shapes.h"
-#include "formats/svg/object_class.h"
-#include "formats/svg/switch_case.h"
+#include "formats/svg/tree/object_class.h"
+#include "formats/svg/tree/switch_case.h"
 
 namespace svg {
 

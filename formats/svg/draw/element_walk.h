@@ -9,10 +9,10 @@
 #include <memory>
 #include <vector>
 
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 #include "formats/svg/draw/effect.h"
-#include "formats/svg/draw/paint_source.h"
-#include "formats/svg/draw/text.h"
+#include "formats/svg/draw/paint/paint_source.h"
+#include "formats/svg/draw/text/text.h"
 
 namespace svg {
 

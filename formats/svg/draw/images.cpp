@@ -5,8 +5,8 @@
 #include <list>
 #include <optional>
 
-#include "formats/svg/base64.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/base64.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

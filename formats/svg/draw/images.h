@@ -1,7 +1,7 @@
 // Image elements: PNG, JPEG and SVG in data URIs. Nothing outside the drawing is ever opened.
 #pragma once
 
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 
 namespace svg {
 

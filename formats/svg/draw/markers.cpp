@@ -5,7 +5,7 @@
 #include <numbers>
 #include <optional>
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -1,7 +1,7 @@
 // Markers along a path.
 #pragma once
 
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 
 namespace svg {
 

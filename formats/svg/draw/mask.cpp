@@ -1,6 +1,6 @@
 #include "formats/svg/draw/mask.h"
 
-#include "formats/svg/draw/bounding_box.h"
+#include "formats/svg/draw/context/bounding_box.h"
 #include "formats/svg/draw/effect.h"
 
 namespace svg {

@@ -1,7 +1,7 @@
 // Masks.
 #pragma once
 
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 
 namespace svg {
 

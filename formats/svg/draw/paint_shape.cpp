@@ -1,8 +1,8 @@
 // What an element walk paints: shapes, texts, images.
+#include "formats/svg/draw/context/pixel_area.h"
 #include "formats/svg/draw/element_walk.h"
 #include "formats/svg/draw/images.h"
 #include "formats/svg/draw/markers.h"
-#include "formats/svg/draw/pixel_area.h"
 #include "formats/svg/draw/shapes.h"
 
 namespace svg {

@@ -1,6 +1,7 @@
 #include "formats/svg/draw/painter.h"
 
 #include "formats/svg/draw/element_walk.h"
+#include "formats/svg/draw/picture_context.h"
 
 namespace svg {
 
@@ -41,7 +42,7 @@ private:
         return offset != 0 ? m_context.tree().at(offset) : pugi::xml_node();
     }
 
-    DrawContext m_context;
+    PictureContext m_context;
     ElementWalk m_walk;
     bool m_seen;  // the root shows at all
 };

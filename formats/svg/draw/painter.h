@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "formats/svg/view.h"
-#include "kzcore/canvas.h"
-#include "kzcore/object_painter.h"
+#include "canvas/canvas.h"
+#include "formats/svg/tree/user_space.h"
+#include "kzcore/document/object_painter.h"
 
 namespace svg {
 

@@ -1,8 +1,8 @@
 // The outlines of shapes.
 #pragma once
 
-#include "formats/svg/draw/draw_style.h"
-#include "formats/svg/path_data.h"
+#include "formats/svg/draw/context/draw_style.h"
+#include "formats/svg/values/path_data.h"
 
 namespace svg {
 

@@ -1,11 +1,11 @@
-#include "formats/svg/image_model.h"
+#include "formats/svg/import/image_model.h"
 
 #include <array>
 
-#include "formats/svg/base64.h"
-#include "formats/svg/text_scan.h"
-#include "formats/svg/word_table.h"
-#include "kzcore/object.h"
+#include "formats/svg/values/base64.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/word_table.h"
+#include "kzcore/document/object.h"
 
 namespace svg {
 

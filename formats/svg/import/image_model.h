@@ -1,7 +1,7 @@
 // The colour model of an image.
 #pragma once
 
-#include "formats/svg/attributes.h"
+#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 

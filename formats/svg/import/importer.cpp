@@ -1,12 +1,12 @@
-#include "formats/svg/importer.h"
+#include "formats/svg/import/importer.h"
 
 #include <algorithm>
 #include <unordered_set>
 
-#include "formats/svg/image_model.h"
-#include "formats/svg/switch_case.h"
-#include "formats/svg/text_bounds.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/import/image_model.h"
+#include "formats/svg/import/text_bounds.h"
+#include "formats/svg/tree/switch_case.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -17,11 +17,11 @@
 #include <string>
 #include <vector>
 
-#include "formats/svg/names.h"
-#include "formats/svg/object_class.h"
-#include "formats/svg/paint_resolver.h"
-#include "formats/svg/view.h"
-#include "kzcore/document.h"
+#include "formats/svg/import/names.h"
+#include "formats/svg/import/paint_resolver.h"
+#include "formats/svg/tree/object_class.h"
+#include "formats/svg/tree/user_space.h"
+#include "kzcore/document/document.h"
 
 namespace svg {
 

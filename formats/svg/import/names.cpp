@@ -1,10 +1,10 @@
-#include "formats/svg/names.h"
+#include "formats/svg/import/names.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstring>
 
-#include "formats/svg/encoding.h"
+#include "formats/svg/xml/encoding.h"
 #include "kzutil/utf.h"
 
 namespace svg {

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "formats/svg/drawing_index.h"
-#include "kzcore/name_table.h"
+#include "formats/svg/tree/drawing_index.h"
+#include "kzcore/document/name_table.h"
 
 namespace svg {
 

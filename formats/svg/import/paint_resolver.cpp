@@ -1,8 +1,8 @@
-#include "formats/svg/paint_resolver.h"
+#include "formats/svg/import/paint_resolver.h"
 
-#include "formats/svg/color.h"
-#include "formats/svg/names.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/import/names.h"
+#include "formats/svg/values/color.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <unordered_map>
 
-#include "formats/svg/drawing_index.h"
-#include "formats/svg/style_resolver.h"
-#include "kzcore/paint_table.h"
+#include "formats/svg/style/style_resolver.h"
+#include "formats/svg/tree/drawing_index.h"
+#include "kzcore/document/paint_table.h"
 
 namespace svg {
 

@@ -1,7 +1,7 @@
-#include "formats/svg/text_bounds.h"
+#include "formats/svg/import/text_bounds.h"
 
-#include "formats/svg/path_data.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/path_data.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

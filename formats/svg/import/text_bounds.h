@@ -3,9 +3,9 @@
 // the letters.
 #pragma once
 
-#include "formats/svg/drawing_index.h"
-#include "formats/svg/style_resolver.h"
-#include "formats/svg/view.h"
+#include "formats/svg/style/style_resolver.h"
+#include "formats/svg/tree/drawing_index.h"
+#include "formats/svg/tree/user_space.h"
 
 namespace svg {
 

@@ -1,9 +1,9 @@
-#include "formats/svg/paint.h"
+#include "formats/svg/style/paint.h"
 
 #include <array>
 
-#include "formats/svg/color.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/color.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

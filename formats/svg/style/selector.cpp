@@ -1,10 +1,10 @@
-#include "formats/svg/css/selector.h"
+#include "formats/svg/style/selector.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "formats/svg/attributes.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 

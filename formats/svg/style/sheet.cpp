@@ -1,9 +1,9 @@
-#include "formats/svg/css/sheet.h"
+#include "formats/svg/style/sheet.h"
 
 #include <algorithm>
 
-#include "formats/svg/attributes.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 

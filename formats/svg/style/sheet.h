@@ -12,8 +12,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "formats/svg/css/selector.h"
-#include "formats/svg/style.h"
+#include "formats/svg/style/selector.h"
+#include "formats/svg/style/style.h"
 
 namespace svg {
 

@@ -1,11 +1,11 @@
-#include "formats/svg/style.h"
+#include "formats/svg/style/style.h"
 
 #include <array>
 
-#include "formats/svg/color.h"
-#include "formats/svg/text_scan.h"
-#include "formats/svg/units.h"
-#include "formats/svg/word_table.h"
+#include "formats/svg/values/color.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/units.h"
+#include "formats/svg/values/word_table.h"
 
 namespace svg {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "formats/svg/attributes.h"
-#include "formats/svg/paint.h"
+#include "formats/svg/style/paint.h"
+#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 

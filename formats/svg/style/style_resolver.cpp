@@ -1,8 +1,8 @@
-#include "formats/svg/style_resolver.h"
+#include "formats/svg/style/style_resolver.h"
 
 #include <bit>
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "formats/svg/css/sheet.h"
-#include "formats/svg/style.h"
+#include "formats/svg/style/sheet.h"
+#include "formats/svg/style/style.h"
 
 namespace svg {
 

@@ -1,10 +1,10 @@
-#include "formats/svg/drawing_index.h"
+#include "formats/svg/tree/drawing_index.h"
 
 #include <algorithm>
 #include <charconv>
 
-#include "formats/svg/attributes.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 

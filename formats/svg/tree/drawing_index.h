@@ -10,7 +10,7 @@
 
 #include <pugixml.hpp>
 
-#include "formats/svg/vocabulary.h"
+#include "formats/svg/xml/vocabulary.h"
 
 namespace svg {
 

@@ -1,10 +1,10 @@
-#include "formats/svg/object_class.h"
+#include "formats/svg/tree/object_class.h"
 
 #include <cmath>
 #include <numbers>
 
-#include "formats/svg/text_scan.h"
-#include "formats/svg/units.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/units.h"
 #include "kzutil/utf.h"
 
 namespace svg {

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "formats/svg/attributes.h"
-#include "kzcore/class_info.h"
+#include "formats/svg/xml/attributes.h"
+#include "kzcore/document/class_info.h"
 
 namespace svg {
 

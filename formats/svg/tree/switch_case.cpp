@@ -1,9 +1,9 @@
-#include "formats/svg/switch_case.h"
+#include "formats/svg/tree/switch_case.h"
 
 #include <algorithm>
 
-#include "formats/svg/object_class.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/tree/object_class.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -1,10 +1,10 @@
-#include "formats/svg/view.h"
+#include "formats/svg/tree/user_space.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "formats/svg/path_data.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/path_data.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

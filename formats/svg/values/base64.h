@@ -1,7 +1,7 @@
 // The digits of base64.
 #pragma once
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

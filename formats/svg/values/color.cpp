@@ -1,11 +1,11 @@
-#include "formats/svg/color.h"
+#include "formats/svg/values/color.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
-#include "formats/svg/text_scan.h"
-#include "formats/svg/units.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/units.h"
 
 namespace svg {
 

@@ -1,6 +1,6 @@
-#include "formats/svg/color.h"
-#include "formats/svg/text_scan.h"
-#include "kzcore/named_colors.h"
+#include "formats/svg/values/color.h"
+#include "formats/svg/values/text_scan.h"
+#include "kzcore/document/named_colors.h"
 
 namespace svg {
 

@@ -1,10 +1,10 @@
-#include "formats/svg/path_data.h"
+#include "formats/svg/values/path_data.h"
 
 #include <algorithm>
 #include <numbers>
 
-#include "formats/svg/text_scan.h"
-#include "formats/svg/units.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/units.h"
 
 namespace svg {
 

@@ -9,8 +9,8 @@
 
 #include <string_view>
 
-#include "formats/svg/transform.h"
-#include "kzcore/path.h"
+#include "canvas/path.h"
+#include "formats/svg/values/transform.h"
 
 namespace svg {
 

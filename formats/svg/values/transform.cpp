@@ -1,9 +1,9 @@
-#include "formats/svg/transform.h"
+#include "formats/svg/values/transform.h"
 
 #include <numbers>
 
-#include "formats/svg/text_scan.h"
-#include "formats/svg/units.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/units.h"
 
 namespace svg {
 

@@ -1,11 +1,11 @@
-#include "formats/svg/units.h"
+#include "formats/svg/values/units.h"
 
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <system_error>
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

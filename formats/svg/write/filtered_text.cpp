@@ -1,11 +1,11 @@
-#include "formats/svg/filtered_text.h"
+#include "formats/svg/write/filtered_text.h"
 
 #include <deque>
 #include <map>
 #include <unordered_map>
 #include <unordered_set>
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

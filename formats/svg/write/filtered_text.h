@@ -5,8 +5,8 @@
 //     std::vector<TextEdit> edits = editsUnder(text, source, leftOut);
 #pragma once
 
-#include "formats/svg/left_out.h"
-#include "formats/svg/text_edits.h"
+#include "formats/svg/write/left_out.h"
+#include "formats/svg/xml/text_edits.h"
 
 namespace svg {
 

@@ -1,9 +1,10 @@
-#include "formats/svg/left_out.h"
+#include "formats/svg/write/left_out.h"
 
 #include <algorithm>
 #include <unordered_map>
 
-#include "kzcore/view_filter.h"
+#include "kzcore/view/paint_visibility.h"
+#include "kzcore/view/view_filter.h"
 
 namespace svg {
 

@@ -12,8 +12,8 @@
 #include <map>
 #include <vector>
 
-#include "formats/svg/source_elements.h"
-#include "kzcore/document.h"
+#include "formats/svg/xml/source_elements.h"
+#include "kzcore/document/document.h"
 
 class AViewFilter;
 

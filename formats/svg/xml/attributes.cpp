@@ -1,4 +1,4 @@
-#include "formats/svg/attributes.h"
+#include "formats/svg/xml/attributes.h"
 
 #include <cstring>
 

@@ -8,7 +8,7 @@
 
 #include <pugixml.hpp>
 
-#include "formats/svg/vocabulary.h"
+#include "formats/svg/xml/vocabulary.h"
 
 namespace svg {
 

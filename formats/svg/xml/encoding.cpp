@@ -1,8 +1,8 @@
-#include "formats/svg/encoding.h"
+#include "formats/svg/xml/encoding.h"
 
 #include <cstdint>
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

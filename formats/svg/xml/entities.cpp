@@ -1,10 +1,10 @@
-#include "formats/svg/entities.h"
+#include "formats/svg/xml/entities.h"
 
 #include <algorithm>
 #include <string_view>
 #include <unordered_map>
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -1,8 +1,8 @@
-#include "formats/svg/source_elements.h"
+#include "formats/svg/xml/source_elements.h"
 
 #include <algorithm>
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -11,7 +11,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "formats/svg/vocabulary.h"
+#include "formats/svg/xml/vocabulary.h"
 
 namespace svg {
 

@@ -1,8 +1,8 @@
-#include "formats/svg/vocabulary.h"
+#include "formats/svg/xml/vocabulary.h"
 
 #include <cstring>
 
-#include "formats/svg/word_table.h"
+#include "formats/svg/values/word_table.h"
 
 namespace svg {
 

@@ -3,7 +3,7 @@
 #include <new>
 #include <pugixml.hpp>
 
-#include "formats/svg/xml_memory.h"
+#include "formats/svg/xml/xml_memory.h"
 #include "kzutil/large_memory.h"
 
 namespace svg {

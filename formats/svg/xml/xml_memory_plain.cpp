@@ -1,6 +1,6 @@
 // The library's own memory: where large blocks gain nothing, and under a sanitizer, which has to see every
 // piece by itself.
-#include "formats/svg/xml_memory.h"
+#include "formats/svg/xml/xml_memory.h"
 
 namespace svg {
 

@@ -8,9 +8,9 @@
 #include <array>
 #include <cmath>
 
-#include "kzcore/canvas.h"
-#include "kzcore/canvas_limits.h"
-#include "kzcore/path_cutting.h"
+#include "canvas/canvas.h"
+#include "canvas/canvas_limits.h"
+#include "canvas/path_cutting.h"
 
 namespace {
 

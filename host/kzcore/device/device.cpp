@@ -1,10 +1,10 @@
-#include "kzcore/device.h"
+#include "kzcore/device/device.h"
 
 #include <algorithm>
 #include <cmath>
 #include <new>
 
-#include "kzcore/pixel_section.h"
+#include "kzcore/device/pixel_section.h"
 
 namespace {
 

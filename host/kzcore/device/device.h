@@ -14,8 +14,8 @@
 
 #include <memory>
 
-#include "kzcore/canvas.h"
-#include "kzcore/screen_info.h"
+#include "canvas/canvas.h"
+#include "kzcore/device/screen_info.h"
 
 class APixelSection;
 

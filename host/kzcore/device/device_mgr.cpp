@@ -1,8 +1,8 @@
-#include "kzcore/device_mgr.h"
+#include "kzcore/device/device_mgr.h"
 
 #include <memory>
 
-#include "kzcore/pixel_section.h"
+#include "kzcore/device/pixel_section.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 //     KzGetDeviceMgr()->ReleaseDevice(offscreen);
 #pragma once
 
-#include "kzcore/device.h"
+#include "kzcore/device/device.h"
 
 class ADeviceMgr {
 public:

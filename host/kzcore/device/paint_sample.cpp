@@ -2,8 +2,8 @@
 // same on every build.
 #include <algorithm>
 
-#include "kzcore/device.h"
-#include "kzcore/refer_item.h"
+#include "kzcore/device/device.h"
+#include "kzcore/document/refer_item.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "kzcore/pixel_section.h"
+#include "kzcore/device/pixel_section.h"
 
 APixelSection::APixelSection(int width, int height) {
     if (width <= 0 || height <= 0 || !m_context.CreateCompatibleDC(nullptr)) return;

@@ -1,7 +1,7 @@
 // A bitmap whose pixels both the device context and the drawing library reach.
 #pragma once
 
-#include "kzcore/canvas.h"
+#include "canvas/canvas.h"
 #include "platform/afx/gdi.h"
 
 class APixelSection {

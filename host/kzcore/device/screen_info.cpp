@@ -1,4 +1,4 @@
-#include "kzcore/screen_info.h"
+#include "kzcore/device/screen_info.h"
 
 #include <algorithm>
 #include <cmath>

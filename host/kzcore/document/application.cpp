@@ -1,4 +1,4 @@
-#include "kzcore/application.h"
+#include "kzcore/document/application.h"
 
 namespace {
 

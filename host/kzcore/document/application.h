@@ -3,7 +3,7 @@
 // A program makes one before it loads plug-ins and keeps it for its life.
 #pragma once
 
-#include "kzcore/config.h"
+#include "kzcore/document/config.h"
 
 class ADocView;
 

@@ -1,4 +1,4 @@
-#include "kzcore/class_info.h"
+#include "kzcore/document/class_info.h"
 
 #include <algorithm>
 #include <array>

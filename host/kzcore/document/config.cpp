@@ -1,4 +1,4 @@
-#include "kzcore/config.h"
+#include "kzcore/document/config.h"
 
 #include "kzutil/root.h"
 

@@ -1,7 +1,7 @@
 // AConfig: what the application knows of its classes.
 #pragma once
 
-#include "kzcore/class_info.h"
+#include "kzcore/document/class_info.h"
 
 class AConfig {
 public:

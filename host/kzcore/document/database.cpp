@@ -1,4 +1,4 @@
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 
 namespace {
 

@@ -1,18 +1,14 @@
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 
 #include <new>
 #include <stdexcept>
 
-#include "kzcore/view.h"
-
 ADocument::ADocument()
     : m_arena(std::in_place, &kzutil::largeBlocks()),
       m_database(std::make_unique<ADatabase>(*this)),
-      m_secondary(std::make_unique<ADatabase>(*this)),
-      m_view(std::make_unique<ADocView>(*this)) {}
+      m_secondary(std::make_unique<ADatabase>(*this)) {}
 
 ADocument::~ADocument() {
-    m_view.reset();  // its filter may hold references on paint
     // Leaves hold nothing, so the arena may forget them; containers hold their child lists.
     for (AParent* container : m_containers) container->~AParent();
 }

@@ -12,15 +12,14 @@
 #include <string>
 #include <vector>
 
-#include "kzcore/name_table.h"
-#include "kzcore/object.h"
-#include "kzcore/object_painter.h"
-#include "kzcore/paint_table.h"
+#include "kzcore/document/name_table.h"
+#include "kzcore/document/object.h"
+#include "kzcore/document/object_painter.h"
+#include "kzcore/document/paint_table.h"
 #include "kzutil/affine.h"
 #include "kzutil/large_memory.h"
 
 class ACanvas;
-class ADocView;
 
 // What a format keeps of its file, to answer what the model does not hold. Owned by the document.
 class AGeometrySource {
@@ -50,8 +49,6 @@ public:
     ADatabase& getDatabase() { return *m_database; }
     // The master layers: drawn under every view.
     ADatabase* getSecondaryDatabase() { return m_secondary.get(); }
-    // The view, with the selection and the filter.
-    ADocView& getView() { return *m_view; }
     APaintTable& getPaint() { return m_paint; }
 
     // Makes an object of a database class that is neither a layer nor an item. It belongs to the document and
@@ -97,7 +94,6 @@ private:
     std::unique_ptr<AGeometrySource> m_source;
     std::unique_ptr<ADatabase> m_database;
     std::unique_ptr<ADatabase> m_secondary;
-    std::unique_ptr<ADocView> m_view;
     AFRect m_page;
     double m_pageScale = 1;
 };

@@ -1,4 +1,4 @@
-#include "kzcore/name_table.h"
+#include "kzcore/document/name_table.h"
 
 #include <charconv>
 #include <cstring>

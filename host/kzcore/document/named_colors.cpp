@@ -1,4 +1,4 @@
-#include "kzcore/named_colors.h"
+#include "kzcore/document/named_colors.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,8 +1,8 @@
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 
 #include <algorithm>
 
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 
 int AObject::hasOption(int) const {
     return 0;

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "kzcore/class_info.h"
+#include "kzcore/document/class_info.h"
 #include "kzutil/object_list.h"
 #include "kzutil/rect.h"
 

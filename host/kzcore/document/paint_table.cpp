@@ -1,4 +1,4 @@
-#include "kzcore/paint_table.h"
+#include "kzcore/document/paint_table.h"
 
 #include <deque>
 #include <map>
@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "kzcore/flat_table.h"
+#include "kzutil/flat_table.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kzcore/refer_item.h"
+#include "kzcore/document/refer_item.h"
 
 class APaintTable {
 public:

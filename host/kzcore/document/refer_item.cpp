@@ -1,8 +1,8 @@
-#include "kzcore/refer_item.h"
+#include "kzcore/document/refer_item.h"
 
 #include <utility>
 
-#include "kzcore/named_colors.h"
+#include "kzcore/document/named_colors.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "kzcore/class_info.h"
-#include "kzcore/color.h"
+#include "canvas/color.h"
+#include "kzcore/document/class_info.h"
 #include "kzutil/root.h"
 
 class ADevice;

@@ -1,9 +1,9 @@
-#include "kzcore/plugin_loader.h"
+#include "kzcore/tool/plugin_loader.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "kzcore/tool.h"
+#include "kzcore/tool/tool.h"
 #include "kzutil/archive.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "kzcore/plugin.h"
+#include "kzcore/tool/plugin.h"
 #include "kzutil/file_path.h"
 
 struct APlugInTool {

@@ -1,6 +1,6 @@
-#include "kzcore/tool.h"
+#include "kzcore/tool/tool.h"
 
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 
 // The defaults of a tool that reacts to nothing: every query answers "no", every event is not handled.
 

@@ -1,9 +1,9 @@
-#include "kzcore/tool_runner.h"
+#include "kzcore/tool/tool_runner.h"
 
 #include <exception>
 
-#include "kzcore/refer_item.h"
-#include "kzcore/view.h"
+#include "kzcore/document/refer_item.h"
+#include "kzcore/view/view.h"
 
 AToolOutcome runTool(ATool& tool, AReferItem* item, std::string& error) {
     error.clear();

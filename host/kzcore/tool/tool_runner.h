@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "kzcore/tool.h"
+#include "kzcore/tool/tool.h"
 
 class AReferItem;
 

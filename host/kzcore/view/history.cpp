@@ -1,6 +1,6 @@
-#include "kzcore/history.h"
+#include "kzcore/view/history.h"
 
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 
 AHistory::AHistory(ADocView& view) : m_view(view) {}
 

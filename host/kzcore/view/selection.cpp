@@ -1,8 +1,8 @@
-#include "kzcore/selection.h"
+#include "kzcore/view/selection.h"
 
 #include <algorithm>
 
-#include "kzcore/document.h"
+#include "kzcore/document/document.h"
 
 int ASelection::isHomogeneous() const {
     if (m_objects.empty()) return 0;

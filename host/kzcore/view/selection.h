@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "kzcore/object.h"
+#include "kzcore/document/object.h"
 
 class ADocument;
 

@@ -1,7 +1,7 @@
-#include "kzcore/view.h"
+#include "kzcore/view/view.h"
 
-#include "kzcore/application.h"
-#include "kzcore/document.h"
+#include "kzcore/document/application.h"
+#include "kzcore/document/document.h"
 
 ADocView::ADocView(ADocument& document)
     : m_database(&document.getDatabase()),

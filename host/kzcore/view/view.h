@@ -3,9 +3,9 @@
 
 #include <memory>
 
-#include "kzcore/history.h"
-#include "kzcore/selection.h"
-#include "kzcore/view_filter.h"
+#include "kzcore/view/history.h"
+#include "kzcore/view/selection.h"
+#include "kzcore/view/view_filter.h"
 
 class ADevice;
 class ADocument;

@@ -1,8 +1,9 @@
 #include <memory>
 
-#include "kzcore/device.h"
-#include "kzcore/document.h"
-#include "kzcore/view.h"
+#include "kzcore/device/device.h"
+#include "kzcore/document/document.h"
+#include "kzcore/view/paint_visibility.h"
+#include "kzcore/view/view.h"
 
 namespace {
 

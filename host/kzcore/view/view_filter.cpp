@@ -1,4 +1,4 @@
-#include "kzcore/view_filter.h"
+#include "kzcore/view/view_filter.h"
 
 #include <typeindex>
 #include <unordered_map>

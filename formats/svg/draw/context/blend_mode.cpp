@@ -1,6 +1,6 @@
-#include "formats/svg/draw/blend_mode.h"
+#include "formats/svg/draw/context/blend_mode.h"
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "kzcore/pixel_blending.h"
+#include "canvas/pixel_blending.h"
 
 namespace svg {
 

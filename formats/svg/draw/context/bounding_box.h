@@ -4,13 +4,10 @@
 
 #include <optional>
 
-#include "formats/svg/draw/context.h"
-#include "formats/svg/path_data.h"
+#include "formats/svg/draw/context/context.h"
+#include "formats/svg/values/path_data.h"
 
 namespace svg {
-
-// DrawContext::boundsOf.
-AFRect boundsOfContent(DrawContext& context, const DrawnElement& element);
 
 class BoundingBox {
 public:

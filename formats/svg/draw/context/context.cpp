@@ -1,11 +1,9 @@
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 
 #include <algorithm>
 
-#include "formats/svg/draw/blend_mode.h"
-#include "formats/svg/draw/bounding_box.h"
-#include "formats/svg/draw/element_walk.h"
-#include "formats/svg/draw/pixel_area.h"
+#include "formats/svg/draw/context/blend_mode.h"
+#include "formats/svg/draw/context/pixel_area.h"
 
 namespace svg {
 
@@ -102,18 +100,6 @@ DrawStyle DrawContext::styleAt(pugi::xml_node element) {
     }
     style.displayed = true;
     return style;
-}
-
-void DrawContext::paintElement(pugi::xml_node element, const DrawStyle& style, const View& view) {
-    ElementWalk(*this, style, view).paint(element, {});
-}
-
-void DrawContext::paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) {
-    ElementWalk(*this, style, view).paintChildren(parent, {});
-}
-
-AFRect DrawContext::boundsOf(const DrawnElement& element) {
-    return boundsOfContent(*this, element);
 }
 
 bool boxUnits(const AFRect& box, AAffine& fromUnits) {

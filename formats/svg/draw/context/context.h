@@ -15,8 +15,8 @@
 #include <memory>
 #include <vector>
 
-#include "formats/svg/draw/draw_style.h"
-#include "formats/svg/draw/drawing_tree.h"
+#include "formats/svg/draw/context/draw_style.h"
+#include "formats/svg/draw/context/drawing_tree.h"
 
 namespace svg {
 
@@ -49,7 +49,7 @@ struct DrawnElement {
 class DrawContext {
 public:
     DrawContext(const std::string& text, const View& root, ACanvas& canvas);
-    ~DrawContext();
+    virtual ~DrawContext();
     DrawContext(const DrawContext&) = delete;
     DrawContext& operator=(const DrawContext&) = delete;
 
@@ -119,13 +119,12 @@ public:
     DrawStyle styleAt(pugi::xml_node element);
     const View& rootView() const { return m_root; }
 
-    // Draws an element or the children of one with all their content on the current canvas. `style`: of what
-    // is around the element; `view`: the one in which it stands. No view filter is asked.
-    void paintElement(pugi::xml_node element, const DrawStyle& style, const View& view);
-    void paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view);
+    // Draws the children of an element with all their content on the current canvas. `style`, `view`: those
+    // of the element. No view filter is asked.
+    virtual void paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) = 0;
     // The extent of an element's geometry with its content, without strokes, in its own user space: what
     // objectBoundingBox units refer to. The element's own transform is not included.
-    AFRect boundsOf(const DrawnElement& element);
+    virtual AFRect boundsOf(const DrawnElement& element) = 0;
 
     // Made when first asked for.
     template <class Cache>

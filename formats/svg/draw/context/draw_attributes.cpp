@@ -1,4 +1,4 @@
-#include "formats/svg/draw/draw_attributes.h"
+#include "formats/svg/draw/context/draw_attributes.h"
 
 namespace svg {
 

@@ -7,8 +7,8 @@
 #include <array>
 #include <bit>
 
-#include "formats/svg/attributes.h"
-#include "formats/svg/style.h"
+#include "formats/svg/style/style.h"
+#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 

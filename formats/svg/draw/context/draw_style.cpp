@@ -1,10 +1,10 @@
-#include "formats/svg/draw/draw_style.h"
+#include "formats/svg/draw/context/draw_style.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "formats/svg/draw/blend_mode.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/draw/context/blend_mode.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -11,10 +11,10 @@
 #include <array>
 #include <string_view>
 
-#include "formats/svg/draw/draw_attributes.h"
-#include "formats/svg/style_resolver.h"
-#include "formats/svg/view.h"
-#include "kzcore/canvas.h"
+#include "canvas/canvas.h"
+#include "formats/svg/draw/context/draw_attributes.h"
+#include "formats/svg/style/style_resolver.h"
+#include "formats/svg/tree/user_space.h"
 
 namespace svg {
 

@@ -1,11 +1,11 @@
-#include "formats/svg/draw/drawing_tree.h"
+#include "formats/svg/draw/context/drawing_tree.h"
 
 #include <algorithm>
 #include <cstring>
 #include <new>
 
-#include "formats/svg/attributes.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 

@@ -8,7 +8,7 @@
 
 #include <pugixml.hpp>
 
-#include "formats/svg/drawing_index.h"
+#include "formats/svg/tree/drawing_index.h"
 #include "kzutil/large_memory.h"
 
 namespace svg {

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "formats/svg/draw/filter_pixels.h"
-#include "formats/svg/draw/pixel_values.h"
+#include "formats/svg/draw/filter/filter_pixels.h"
+#include "formats/svg/draw/filter/pixel_values.h"
 
 namespace svg {
 

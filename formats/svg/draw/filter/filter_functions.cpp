@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "formats/svg/color.h"
-#include "formats/svg/draw/filter_graph.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/draw/filter/filter_graph.h"
+#include "formats/svg/values/color.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

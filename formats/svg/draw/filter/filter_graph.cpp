@@ -1,11 +1,11 @@
-#include "formats/svg/draw/filter_graph.h"
+#include "formats/svg/draw/filter/filter_graph.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "formats/svg/draw/filter_reader.h"
-#include "formats/svg/draw/pixel_values.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/draw/filter/filter_reader.h"
+#include "formats/svg/draw/filter/pixel_values.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -9,8 +9,8 @@
 #include <functional>
 #include <limits>
 
-#include "formats/svg/draw/filter_pixels.h"
-#include "formats/svg/draw/filters.h"
+#include "formats/svg/draw/filter/filter_pixels.h"
+#include "formats/svg/draw/filter/filters.h"
 
 namespace svg {
 

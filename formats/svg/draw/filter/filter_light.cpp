@@ -1,9 +1,9 @@
-#include "formats/svg/draw/filter_light.h"
+#include "formats/svg/draw/filter/filter_light.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "formats/svg/draw/pixel_values.h"
+#include "formats/svg/draw/filter/pixel_values.h"
 
 namespace svg {
 

@@ -1,7 +1,7 @@
 // Light on a picture whose alpha is a height: feDiffuseLighting and feSpecularLighting.
 #pragma once
 
-#include "formats/svg/draw/filter_pixels.h"
+#include "formats/svg/draw/filter/filter_pixels.h"
 
 namespace svg {
 

@@ -11,8 +11,8 @@
 #include <span>
 #include <vector>
 
-#include "kzcore/image.h"
-#include "kzcore/pixel_blending.h"
+#include "canvas/image.h"
+#include "canvas/pixel_blending.h"
 #include "platform/winapi.h"
 
 namespace svg {

@@ -3,12 +3,12 @@
 #include <cmath>
 #include <optional>
 
-#include "formats/svg/draw/blend_mode.h"
-#include "formats/svg/draw/filter_light.h"
-#include "formats/svg/draw/filter_reader.h"
-#include "formats/svg/draw/filter_turbulence.h"
-#include "formats/svg/draw/pixel_values.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/draw/context/blend_mode.h"
+#include "formats/svg/draw/filter/filter_light.h"
+#include "formats/svg/draw/filter/filter_reader.h"
+#include "formats/svg/draw/filter/filter_turbulence.h"
+#include "formats/svg/draw/filter/pixel_values.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -1,10 +1,10 @@
-#include "formats/svg/draw/filter_reader.h"
+#include "formats/svg/draw/filter/filter_reader.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "formats/svg/draw/pixel_area.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/draw/context/pixel_area.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

@@ -3,7 +3,7 @@
 
 #include <map>
 
-#include "formats/svg/draw/filter_graph.h"
+#include "formats/svg/draw/filter/filter_graph.h"
 
 namespace svg {
 

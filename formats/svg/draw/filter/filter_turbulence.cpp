@@ -1,4 +1,4 @@
-#include "formats/svg/draw/filter_turbulence.h"
+#include "formats/svg/draw/filter/filter_turbulence.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,12 +1,12 @@
-#include "formats/svg/draw/filters.h"
+#include "formats/svg/draw/filter/filters.h"
 
 #include <algorithm>
 #include <cmath>
 #include <memory>
 #include <optional>
 
-#include "formats/svg/draw/filter_graph.h"
-#include "formats/svg/draw/pixel_area.h"
+#include "formats/svg/draw/context/pixel_area.h"
+#include "formats/svg/draw/filter/filter_graph.h"
 
 namespace svg {
 

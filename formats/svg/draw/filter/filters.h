@@ -5,7 +5,7 @@
 //     applyFilter(context, area, image, {pixels.left, pixels.top});
 #pragma once
 
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 
 namespace svg {
 

@@ -1,9 +1,9 @@
-#include "formats/svg/draw/gradients.h"
+#include "formats/svg/draw/paint/gradients.h"
 
 #include <algorithm>
 #include <unordered_map>
 
-#include "formats/svg/color.h"
+#include "formats/svg/values/color.h"
 
 namespace svg {
 

@@ -1,7 +1,7 @@
 // Linear and radial gradients as the canvas takes them.
 #pragma once
 
-#include "formats/svg/draw/bounding_box.h"
+#include "formats/svg/draw/context/bounding_box.h"
 
 namespace svg {
 

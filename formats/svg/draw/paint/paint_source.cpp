@@ -1,11 +1,11 @@
-#include "formats/svg/draw/paint_source.h"
+#include "formats/svg/draw/paint/paint_source.h"
 
 #include <unordered_map>
 
-#include "formats/svg/color.h"
-#include "formats/svg/draw/gradients.h"
-#include "formats/svg/draw/patterns.h"
-#include "kzcore/refer_item.h"
+#include "formats/svg/draw/paint/gradients.h"
+#include "formats/svg/draw/paint/patterns.h"
+#include "formats/svg/values/color.h"
+#include "kzcore/document/refer_item.h"
 
 namespace svg {
 

@@ -1,9 +1,9 @@
 // What a fill or a stroke is painted with.
 #pragma once
 
-#include "formats/svg/draw/bounding_box.h"
-#include "kzcore/object.h"
-#include "kzcore/object_painter.h"
+#include "formats/svg/draw/context/bounding_box.h"
+#include "kzcore/document/object.h"
+#include "kzcore/document/object_painter.h"
 
 namespace svg {
 

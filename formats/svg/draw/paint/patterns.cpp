@@ -5,7 +5,7 @@
 //   Tiny ones are drawn finer, and averaged.
 // - Turned ones are resampled by the canvas anyway, small ones from a finer image.
 // - What is larger than the picture's visible part is drawn there once, and not kept.
-#include "formats/svg/draw/patterns.h"
+#include "formats/svg/draw/paint/patterns.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,7 @@
 #include <list>
 #include <optional>
 
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

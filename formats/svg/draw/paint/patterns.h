@@ -1,7 +1,7 @@
 // Patterns as tiles at the resolution of the picture.
 #pragma once
 
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 
 namespace svg {
 

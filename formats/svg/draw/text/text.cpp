@@ -1,17 +1,17 @@
 // Three steps: the characters with their styles and positions (text_characters.h), runs of glyphs, and the
 // places of the runs. What stands in one run is shaped by the text library as a whole, so runs end only where
 // the drawing itself moves a character.
-#include "formats/svg/draw/text.h"
+#include "formats/svg/draw/text/text.h"
 
 #include <algorithm>
 #include <map>
 #include <optional>
 #include <tuple>
 
-#include "formats/svg/draw/text_characters.h"
-#include "formats/svg/draw/text_path.h"
-#include "formats/svg/text_scan.h"
-#include "kzcore/text_outline.h"
+#include "canvas/text_outline.h"
+#include "formats/svg/draw/text/text_characters.h"
+#include "formats/svg/draw/text/text_path.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 

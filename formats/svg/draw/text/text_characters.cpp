@@ -1,9 +1,9 @@
-#include "formats/svg/draw/text_characters.h"
+#include "formats/svg/draw/text/text_characters.h"
 
 #include <cstring>
 
-#include "formats/svg/encoding.h"
-#include "formats/svg/text_scan.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/xml/encoding.h"
 
 namespace svg {
 

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 
 namespace svg {
 

@@ -1,9 +1,9 @@
-#include "formats/svg/draw/text_path.h"
+#include "formats/svg/draw/text/text_path.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "formats/svg/path_data.h"
+#include "formats/svg/values/path_data.h"
 
 namespace svg {
 

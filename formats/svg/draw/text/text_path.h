@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "formats/svg/draw/context.h"
+#include "formats/svg/draw/context/context.h"
 
 namespace svg {
 

@@ -1,8 +1,8 @@
-#include "kzcore/object_painter.h"
+#include "kzcore/view/paint_visibility.h"
 
-#include "kzcore/object.h"
-#include "kzcore/refer_item.h"
-#include "kzcore/view_filter.h"
+#include "kzcore/document/object.h"
+#include "kzcore/document/refer_item.h"
+#include "kzcore/view/view_filter.h"
 
 APaintVisibility paintVisibility(const AObject& object, AViewFilter* filter) {
     APaintVisibility visible;

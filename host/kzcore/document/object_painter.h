@@ -3,17 +3,12 @@
 
 class AObject;
 class AParent;
-class AViewFilter;
 
 // Which of an object's own paint a view shows.
 struct APaintVisibility {
     bool fill = true;
     bool stroke = true;
 };
-
-// What the filter says of the object's brush item and of its pen item (of a stroke with a brush: of that).
-// What the object does not have counts as shown, and is not asked for; a null filter shows everything.
-APaintVisibility paintVisibility(const AObject& object, AViewFilter* filter);
 
 // Knows how objects look; made by the format that read the document, for one pass over it. The pass enters
 // every container before its children and leaves it behind them.

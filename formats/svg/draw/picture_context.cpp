@@ -1,9 +1,9 @@
-#include "formats/svg/draw/bounding_box.h"
+#include "formats/svg/draw/picture_context.h"
 #include "formats/svg/draw/element_walk.h"
 #include "formats/svg/draw/shapes.h"
-#include "formats/svg/draw/text.h"
-#include "formats/svg/object_class.h"
-#include "formats/svg/switch_case.h"
+#include "formats/svg/draw/text/text.h"
+#include "formats/svg/tree/object_class.h"
+#include "formats/svg/tree/switch_case.h"
 
 namespace svg {
 
@@ -91,7 +91,11 @@ private:
 
 }  // namespace
 
-AFRect boundsOfContent(DrawContext& context, const DrawnElement& element) {
+void PictureContext::paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) {
+    ElementWalk(*this, style, view).paintChildren(parent, {});
+}
+
+AFRect PictureContext::boundsOf(const DrawnElement& element) {
     // Walking into the element applies its own transform, which does not belong to its user space.
     View view{AAffine(), element.view.width, element.view.height};
     if (element.attributes.has(Attribute::transform)) {
@@ -99,7 +103,7 @@ AFRect boundsOfContent(DrawContext& context, const DrawnElement& element) {
         if (!back) return {};
         view.toDrawing = *back;
     }
-    return ContentBounds(context).of(element.node, element.style, view);
+    return ContentBounds(*this).of(element.node, element.style, view);
 }
 
 }  // namespace svg

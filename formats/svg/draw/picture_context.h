@@ -1,0 +1,16 @@
+// The context of one picture: what its parts share, with the walk that draws whatever they refer to.
+#pragma once
+
+#include "formats/svg/draw/context/context.h"
+
+namespace svg {
+
+class PictureContext final : public DrawContext {
+public:
+    using DrawContext::DrawContext;
+
+    void paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) override;
+    AFRect boundsOf(const DrawnElement& element) override;
+};
+
+}  // namespace svg
