@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "kzutil/archive.h"
+#include "kzutil/folder.h"
 #include "kzutil/whole_file.h"
 
 // Layout of a file: an archive (see archive.cpp) whose content is
@@ -145,18 +146,16 @@ int APreferenceManager::writePrefs(ARoot* object) noexcept try {
 }
 
 bool APreferenceManager::removePrefs(std::string& problem) {
-    std::error_code error;
-    std::error_code ignored;
     problem.clear();
-    if (folder().empty() || !fs::exists(folder(), ignored)) return true;
-    for (fs::directory_iterator file(folder(), error); !error && file != fs::directory_iterator();
-         file.increment(error)) {
-        if (file->path().extension() != kExtension) continue;
-        std::error_code failure;
-        fs::remove(file->path(), failure);
-        if (failure) problem = nameOf(file->path()) + ": cannot be removed: " + failure.message();
+    std::error_code error;
+    if (folder().empty() || fs::status(folder(), error).type() == fs::file_type::not_found) return true;
+    const auto entries = kzutil::entriesOf(folder());
+    if (!entries) return problem = nameOf(folder()) + ": cannot be listed", false;
+    for (const fs::path& file : *entries) {
+        if (file.extension() != kExtension) continue;
+        fs::remove(file, error);
+        if (error) problem = nameOf(file) + ": cannot be removed: " + error.message();
     }
-    if (error) problem = nameOf(folder()) + ": " + error.message();
     return problem.empty();
 }
 

@@ -7,6 +7,8 @@
 #include <random>
 #include <system_error>
 
+#include "kzutil/folder.h"
+
 namespace kzutil {
 
 namespace {
@@ -58,11 +60,11 @@ bool isTemporaryOf(const fs::path::string_type& begin, const fs::path& file) {
 void removeTemporariesOf(const fs::path& target) {
     const fs::path::string_type begin = temporaryBegin(target);
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    std::error_code stop;
+    const auto entries = entriesOf(folder);
+    if (!entries) return;  // it can be written to all the same
     std::error_code ignored;
-    for (fs::directory_iterator file(folder, stop); !stop && file != fs::directory_iterator();
-         file.increment(stop)) {
-        if (isTemporaryOf(begin, file->path())) fs::remove(file->path(), ignored);
+    for (const fs::path& file : *entries) {
+        if (isTemporaryOf(begin, file)) fs::remove(file, ignored);
     }
 }
 
