@@ -95,10 +95,9 @@ void destroy_owned(HWND owner) {
     const auto& windows = desk().top_level;
     for (std::size_t i = 0; i < windows.size();) {
         const HWND window = windows[i];
-        // One that refuses stays.
-        if (find_window(window)->owner != owner || !DestroyWindow(window)) ++i;
-        // Handlers may have destroyed others in front of it.
-        i = std::min(i, windows.size());
+        // One that refuses stays. Handlers may destroy others: from the start again.
+        const bool destroyed = find_window(window)->owner == owner && DestroyWindow(window);
+        i = destroyed ? 0 : i + 1;
     }
 }
 
