@@ -73,11 +73,11 @@ ASource tileSource(const ATile& tile, double opacity, const RECT& seen) {
     const AFPoint at = t.inverse()->apply({static_cast<double>(seen.left), static_cast<double>(seen.top)});
     const double width = tile.image.width();
     const double height = tile.image.height();
-    const AAffine near =
+    const AAffine placed =
         t * AAffine::translation(std::floor(at.x / width) * width, std::floor(at.y / height) * height);
     // Much reduced, every pixel would be mixed of any number of tiles.
     const bool reduced = std::fabs(t.determinant()) < largestScale(t) / 4;
-    return imageSource(tile.image, near, opacity, reduced ? CAIRO_FILTER_BILINEAR : CAIRO_FILTER_GOOD,
+    return imageSource(tile.image, placed, opacity, reduced ? CAIRO_FILTER_BILINEAR : CAIRO_FILTER_GOOD,
                        CAIRO_EXTEND_REPEAT);
 }
 
