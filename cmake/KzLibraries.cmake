@@ -21,8 +21,11 @@ if(WIN32)
   target_link_libraries(kz_xml INTERFACE ${built}/lib/libpugixml.a)
   target_include_directories(kz_cairo SYSTEM INTERFACE ${built}/include/cairo)
   target_compile_definitions(kz_cairo INTERFACE CAIRO_WIN32_STATIC_BUILD)
-  # ssp: cairo turns checked string functions on by itself.
-  target_link_libraries(kz_cairo INTERFACE ${built}/lib/libcairo.a ${built}/lib/libpixman-1.a gdi32 msimg32 user32 ssp)
+  # cairo turns checked string functions on by itself; their library is linked in, else it would be one more DLL.
+  execute_process(COMMAND ${CMAKE_C_COMPILER} -print-file-name=libssp.a
+    OUTPUT_VARIABLE checked_strings OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  target_link_libraries(kz_cairo INTERFACE ${built}/lib/libcairo.a ${built}/lib/libpixman-1.a gdi32 msimg32 user32
+    ${checked_strings})
   # Not the import library beside it: zlib would be one more DLL.
   target_link_libraries(kz_codecs INTERFACE
     ${built}/lib/libpng16.a ${built}/lib/libjpeg.a ${CMAKE_FIND_ROOT_PATH}/lib/libz.a)
