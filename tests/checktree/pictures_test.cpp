@@ -146,18 +146,6 @@ TEST_F(CheckTreePictures, AGradientSwatchIsDrawnFrom2And2AndShownFrom3And3) {
     brush->releaseReference();
 }
 
-TEST_F(CheckTreePictures, TheListsHoldTwentyFourBitsAPixel) {
-    insert("A", 1);
-    tree.setItemColor(at("A"), kOrange);
-    for (const HIMAGELIST list : {boxes(), pictures()}) {
-        IMAGEINFO info{};
-        ASSERT_TRUE(ImageList_GetImageInfo(list, 1, &info));
-        BITMAP shape{};
-        ASSERT_NE(::GetObjectW(info.hbmImage, sizeof shape, &shape), 0);
-        EXPECT_EQ(shape.bmBitsPixel, 24);
-    }
-}
-
 TEST_F(CheckTreePictures, ASwatchOfNothingIsPlain) {
     insert("A", 1);
     tree.setItemSwatch(at("A"), nullptr);

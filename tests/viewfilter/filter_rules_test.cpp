@@ -257,7 +257,7 @@ private:
 
 }  // namespace
 
-TEST(FilterRules, ClearingDeletesTheShowListBeforeTheHideListEachFromItsHead) {
+TEST_F(FilterRules, ClearingDeletesTheShowListBeforeTheHideListEachFromItsHead) {
     std::vector<std::string> deleted;
     std::vector<std::unique_ptr<Telling>> made;
     AObArray show;
