@@ -249,8 +249,8 @@ private:
 }  // namespace
 
 TEST(FillEquality, IsAskedOfTheConditionsOwnColor) {
-    const Held<Asked> own(new Asked("own"));
-    const Held<Asked> other(new Asked("other"));
+    const test::Held<Asked> own(new Asked("own"));
+    const test::Held<Asked> other(new Asked("other"));
     const auto ownBrush = makeSolid(own.get());
     const auto otherBrush = makeSolid(other.get());
     AFillCondition condition(_T(""), ownBrush.get());
