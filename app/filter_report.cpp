@@ -5,6 +5,7 @@
 
 #include "app/report.h"
 #include "kzcore/document/document.h"
+#include "kzcore/document/object_paint.h"
 #include "kzcore/view/paint_visibility.h"
 
 namespace app {
@@ -14,36 +15,20 @@ namespace {
 using Json = nlohmann::ordered_json;
 using Items = std::unordered_set<const AReferItem*>;
 
-const APenItem* penItemOf(const AObject& object) {
-    const APen* pen = object.getPen();
-    return pen ? pen->getPenItem() : nullptr;
-}
-
-ABrushItem* brushItemOf(const AObject& object) {
-    const ABrush* brush = object.getBrush();
-    return brush ? brush->getBrushItem() : nullptr;
-}
-
 // The colours and brushes of the objects' own paint.
 Items usedItems(const ADocument& document) {
     Items items;
-    const auto addBrush = [&items](ABrushItem* brush) {
-        if (const auto* solid = dynamic_cast<const ASolidBrushItem*>(brush))
-            items.insert(solid->getColorItem());
-        else
-            items.insert(brush);
-    };
     const AReferItem* lastBrush = nullptr;
     const AReferItem* lastPen = nullptr;
     for (std::uint32_t i = 1; i <= document.getObjectCount(); ++i) {
         const AObject& object = *document.getObject(i);
-        ABrushItem* const brush = brushItemOf(object);
-        if (brush != lastBrush) addBrush(brush);
+        ABrushItem* const brush = fillItem(object);
+        if (brush != lastBrush) items.insert(shownItem(brush));
         lastBrush = brush;
-        const APenItem* const pen = penItemOf(object);
+        const APenItem* const pen = strokeItem(object);
         if (pen != lastPen && pen) {
             items.insert(pen->getColorItem());
-            addBrush(pen->getBrushItem());
+            items.insert(shownItem(pen->getBrushItem()));
         }
         lastPen = pen;
     }
@@ -102,9 +87,9 @@ void printVisible(const ADocView& view) {
         first = false;
         appendJsonString(line, object.getNameUtf8());
         line += ":{\"fill\":";
-        line += stateOf(brushItemOf(object) != nullptr, visible.fill);
+        line += stateOf(fillItem(object) != nullptr, visible.fill);
         line += ",\"stroke\":";
-        line += stateOf(penItemOf(object) != nullptr, visible.stroke);
+        line += stateOf(strokeItem(object) != nullptr, visible.stroke);
         line += '}';
         if (line.size() > 60000) {
             print(line);

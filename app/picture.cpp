@@ -10,6 +10,7 @@
 #include "kzcore/device/device.h"
 #include "kzcore/device/pixel_section.h"
 #include "kzcore/view/view.h"
+#include "kzutil/rect_math.h"
 
 namespace app {
 
@@ -57,10 +58,7 @@ AFRect shownArea(ADocument& document) {
     document.getDatabase().getBoundingRect(area);
     document.getSecondaryDatabase()->getBoundingRect(master);
     if (!hasExtent(area)) area = master;
-    if (hasExtent(master)) {
-        area = {std::min(area.left, master.left), std::min(area.top, master.top),
-                std::max(area.right, master.right), std::max(area.bottom, master.bottom)};
-    }
+    if (hasExtent(master)) area = unionOf(area, master);
     if (!hasExtent(area)) throw Failure{"there is nothing to make a picture of: the page has no extent"};
     return area;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "kzcore/document/object_paint.h"
 #include "kzcore/view/view.h"
 #include "kzutil/message_box.h"
 
@@ -137,13 +138,11 @@ std::string layerTitle(const AObject& object) {
 }
 
 Json fillName(const AObject& object) {
-    const ABrush* brush = object.getBrush();
-    return brush ? nameOf(brush->getBrushItem()) : Json();
+    return nameOf(fillItem(object));
 }
 
 Json strokeName(const AObject& object) {
-    const APen* pen = object.getPen();
-    return pen ? nameOf(pen->getPenItem()) : Json();
+    return nameOf(strokeItem(object));
 }
 
 }  // namespace app

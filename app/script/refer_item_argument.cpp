@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <charconv>
+#include <functional>
+#include <vector>
 
 #include "app/output.h"
+#include "app/report.h"
 #include "app/session.h"
 #include "kzcore/document/named_colors.h"
+#include "kzcore/document/object_paint.h"
 
 namespace app {
 
@@ -20,18 +24,62 @@ std::optional<std::uint32_t> valueOfColor(const std::string& text) {
     return value;
 }
 
-AReferItem* findColor(ADocument& document, const std::string& name) {
-    // A color is called by its canonical name, but found by any of its CSS names and as #rrggbb.
-    std::string canonical = name;
-    for (char& c : canonical) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    if (const auto value = valueOfColor(canonical)) canonical = canonicalColorName(*value);
-    for (const std::string& text : {name, canonical}) {
-        const AString wanted = AString::fromUtf8(text);
-        for (AColorItem* color : document.getPaint().getColors()) {
-            if (color->getName().CompareNoCase(wanted) == 0) return color;
-        }
+std::string inLowerCase(std::string text) {
+    for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return text;
+}
+
+using Colors = std::vector<AColorItem*>;
+
+// "RGB Color/red": what tells colours of one name apart.
+std::string fullName(const AColorItem& color) {
+    return displayName(color.getClassInfo()) + '/' + color.getName().toUtf8();
+}
+
+// Those that may be meant, without regard to case: the RGB colour of the value that the text stands for, and
+// the other colours of the name.
+Colors candidatesFor(const APaintTable& paint, const std::string& name) {
+    Colors found = paint.findNamed(name);
+    const auto value = valueOfColor(inLowerCase(name));
+    if (AColorItem* rgb = value ? paint.findRgb(*value) : nullptr) found.insert(found.begin(), rgb);
+    return found;
+}
+
+// Keeps what the test accepts, unless that is nothing.
+template <class Test>
+void prefer(Colors& colors, Test test) {
+    if (std::ranges::any_of(colors, test)) std::erase_if(colors, std::not_fn(test));
+}
+
+[[noreturn]] void failAmbiguous(const std::string& name, const Colors& candidates) {
+    constexpr std::size_t kMostTold = 8;
+    std::string told;
+    for (std::size_t i = 0; i < candidates.size() && i < kMostTold; ++i)
+        told += (i == 0 ? "" : ", ") + inQuotes(fullName(*candidates[i]));
+    if (candidates.size() > kMostTold) told += ", ...";
+    throw Failure{"the drawing has more than one color " + inQuotes(name) + ": " + told};
+}
+
+AReferItem* findColor(ADocument& document, const std::string& text) {
+    // No name has a slash, so that what stands before one is the colour's class.
+    const std::size_t slash = text.find('/');
+    const std::string colorClass = slash == std::string::npos ? "" : inLowerCase(text.substr(0, slash));
+    const std::string name = slash == std::string::npos ? text : text.substr(slash + 1);
+    Colors candidates = candidatesFor(document.getPaint(), name);
+    if (slash != std::string::npos) {
+        std::erase_if(candidates, [&](const AColorItem* color) {
+            return inLowerCase(displayName(color->getClassInfo())) != colorClass;
+        });
     }
-    throw Failure{"the drawing has no color " + inQuotes(name)};
+    if (candidates.empty()) throw Failure{"the drawing has no color " + inQuotes(text)};
+    if (name.starts_with('#')) {
+        static const AClassInfo& rgb = *findClass(_T("ARGBColorItem"));
+        prefer(candidates, [](const AColorItem* color) { return &color->getClassInfo() == &rgb; });
+    }
+    const AString exact = AString::fromUtf8(name);
+    prefer(candidates, [&](const AColorItem* color) { return color->getName() == exact; });
+    if (candidates.size() > 1) failAmbiguous(text, candidates);
+    return candidates.front();
 }
 
 AObject& findObject(ADocument& document, const std::string& id) {
@@ -41,19 +89,12 @@ AObject& findObject(ADocument& document, const std::string& id) {
 }
 
 AReferItem* findFill(ADocument& document, const std::string& id) {
-    const ABrush* brush = findObject(document, id).getBrush();
-    ABrushItem* item = brush ? brush->getBrushItem() : nullptr;
-    if (auto* solid = dynamic_cast<ASolidBrushItem*>(item); solid && solid->getColorItem())
-        return solid->getColorItem();
-    if (item) return item;
+    if (AReferItem* item = shownItem(fillItem(findObject(document, id)))) return item;
     throw Failure{inQuotes(id) + " has no fill"};
 }
 
 AReferItem* findStroke(ADocument& document, const std::string& id) {
-    const APen* pen = findObject(document, id).getPen();
-    const APenItem* item = pen ? pen->getPenItem() : nullptr;
-    if (item && item->getColorItem()) return item->getColorItem();
-    if (item && item->getBrushItem()) return item->getBrushItem();
+    if (AReferItem* item = shownItem(strokeItem(findObject(document, id)))) return item;
     throw Failure{inQuotes(id) + " has no stroke"};
 }
 

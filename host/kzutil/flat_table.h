@@ -1,8 +1,16 @@
-// A map from numbers to positive numbers in one block of memory: open addressing, never more than three
-// quarters full, with a hash in which regular keys do not cluster.
+// Hash tables in one block of memory: open addressing, never more than three quarters full.
 //
-//     AFlatTable numbers;
+//     AFlatTable numbers;  // from numbers to positive numbers
 //     if (numbers.find(0xff8800) == 0) numbers.insert(0xff8800, 7);
+//
+// TFlatSlots is the block itself, for tables with slots of their own: a slot that equals Slot() is free. What
+// is searched for stands between the slot that its hash gives and the next free one. Slots are never freed
+// one by one: a table that removes something leaves a mark in its slot.
+//
+//     TFlatSlots<Slot> slots(64);
+//     if (!slots.hasRoom(1)) slots.resize(2 * slots.size(), refill);
+//     Slot& slot = slots.locate(hash, [&](const Slot& other) { return other.key == key; });
+//     if (slot == Slot()) slots.take(slot, {key, value});
 #pragma once
 
 #include <cstddef>
@@ -11,42 +19,91 @@
 
 #include "kzutil/text_hash.h"
 
+template <class Slot>
+class TFlatSlots {
+public:
+    // So many slots at first: none, or a power of two.
+    explicit TFlatSlots(std::size_t count = 0) : m_slots(count) {}
+
+    std::size_t size() const { return m_slots.size(); }
+    std::size_t used() const { return m_used; }
+    auto begin() { return m_slots.begin(); }
+    auto end() { return m_slots.end(); }
+    const Slot& at(std::uint64_t hash) const { return m_slots[hash & mask()]; }
+
+    // The first slot on the way of the hash that `is` accepts, or else the free one where the way ends. The
+    // table must have slots.
+    template <class Is>
+    const Slot& locate(std::uint64_t hash, Is is) const {
+        for (std::size_t at = hash & mask();; at = (at + 1) & mask()) {
+            if (m_slots[at] == Slot() || is(m_slots[at])) return m_slots[at];
+        }
+    }
+    template <class Is>
+    Slot& locate(std::uint64_t hash, Is is) {
+        return const_cast<Slot&>(static_cast<const TFlatSlots&>(*this).locate(hash, is));
+    }
+    // Writes into a free slot for which room was made.
+    void take(Slot& slot, const Slot& value) {
+        slot = value;
+        ++m_used;
+    }
+    // The same, into the free slot at the end of the way of the hash.
+    void add(std::uint64_t hash, const Slot& value) {
+        take(locate(hash, [](const Slot&) { return false; }), value);
+    }
+
+    bool hasRoom(std::size_t count) const { return (m_used + count) * 4 <= m_slots.size() * 3; }
+    // Gives the block so many slots, a power of two, and puts what `refill` adds into them.
+    template <class Refill>
+    void resize(std::size_t count, Refill refill) {
+        std::vector<Slot> before(count);
+        before.swap(m_slots);
+        m_used = 0;
+        refill(before);
+    }
+    void clear() noexcept {
+        m_slots.clear();
+        m_used = 0;
+    }
+
+private:
+    std::size_t mask() const { return m_slots.size() - 1; }
+
+    std::vector<Slot> m_slots;
+    std::size_t m_used = 0;  // with those that only mark what was removed
+};
+
 class AFlatTable {
+    struct Slot {
+        std::uint32_t key = 0;
+        std::uint32_t value = 0;  // 0: free
+        bool operator==(const Slot& other) const = default;
+    };
+
+    // Mixed, so that regular keys do not cluster.
+    static std::uint64_t hashOf(std::uint32_t key) { return kzutil::mixBits(key ^ kzutil::hashSeed()); }
+
 public:
     // 0 when the key is not there.
-    std::uint32_t find(std::uint32_t key) const { return m_slots[slotOf(key)].value; }
+    std::uint32_t find(std::uint32_t key) const {
+        return m_slots.locate(hashOf(key), [key](const Slot& slot) { return slot.key == key; }).value;
+    }
     // Takes room for one more key.
     void makeRoom() {
-        if ((m_used + 1) * 4 > m_slots.size() * 3) grow();
+        if (m_slots.hasRoom(1)) return;
+        m_slots.resize(m_slots.size() * 2, [this](const std::vector<Slot>& before) {
+            for (const Slot& one : before) {
+                if (one.value != 0) m_slots.add(hashOf(one.key), one);
+            }
+        });
     }
     // A key that is not there yet; the value is not 0. Cannot fail when room was made.
     void insert(std::uint32_t key, std::uint32_t value) {
         makeRoom();
-        m_slots[slotOf(key)] = {key, value};
-        ++m_used;
+        m_slots.add(hashOf(key), {key, value});
     }
 
 private:
-    struct Slot {
-        std::uint32_t key = 0;
-        std::uint32_t value = 0;  // 0: free
-    };
-
-    // Where the key is, or belongs.
-    std::size_t slotOf(std::uint32_t key) const {
-        const std::size_t mask = m_slots.size() - 1;
-        std::size_t slot = kzutil::mixBits(key ^ kzutil::hashSeed()) & mask;
-        while (m_slots[slot].value != 0 && m_slots[slot].key != key) slot = (slot + 1) & mask;
-        return slot;
-    }
-    void grow() {
-        std::vector<Slot> old(m_slots.size() * 2);
-        old.swap(m_slots);
-        for (const Slot& one : old) {
-            if (one.value != 0) m_slots[slotOf(one.key)] = one;
-        }
-    }
-
-    std::vector<Slot> m_slots = std::vector<Slot>(64);
-    std::size_t m_used = 0;
+    TFlatSlots<Slot> m_slots{64};
 };

@@ -15,7 +15,7 @@ namespace {
 bool combinesWithNone(const ACondition& condition) {
     if (typeid(condition) != typeid(AFillCondition)) return false;
     const auto& fill = static_cast<const AFillCondition&>(condition);
-    return fill.getClassNames().IsEmpty() || (fill.brushItem && !conditions::colorOfSolid(fill.brushItem));
+    return fill.getClassNames().IsEmpty() || (fill.brushItem && !colorOf(fill.brushItem));
 }
 
 // No window is redrawn while a tree is filled: a thousand items would be drawn a thousand times.

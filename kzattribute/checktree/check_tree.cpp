@@ -8,9 +8,10 @@
 
 using namespace checktree;
 
+// While the pictures and the index are still there.
 ACheckTree::~ACheckTree() {
     DestroyWindow();
-}  // while the pictures and the index are still there
+}
 
 bool ACheckTree::setItem(const TVITEMW& record) {
     m_ownChange = true;
@@ -19,12 +20,12 @@ bool ACheckTree::setItem(const TVITEMW& record) {
     return done != 0;
 }
 
-void ACheckTree::setImages(HTREEITEM item, int image) {
+void ACheckTree::setImages(HTREEITEM item, int image, int selectedImage) {
     TVITEMW record{};
     record.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_HANDLE;
     record.hItem = item;
     record.iImage = image;
-    record.iSelectedImage = image;
+    record.iSelectedImage = selectedImage;
     setItem(record);
 }
 
@@ -42,7 +43,7 @@ HTREEITEM ACheckTree::insertUnder(HTREEITEM parent, const WCHAR* text, int image
     m_ownChange = true;
     HTREEITEM item = InsertItem(&record);
     m_ownChange = false;
-    if (item) m_index.inserted(item, parent, text);
+    if (item) index().inserted(item, parent, text);
     return item;
 }
 
@@ -69,16 +70,16 @@ HTREEITEM ACheckTree::insertItem(const WCHAR* path, DWORD data) {
     record.hItem = leaf;
     record.lParam = static_cast<LPARAM>(data);
     setItem(record);
-    m_index.dataChanged();
+    index().dataChanged();
     return leaf;
 }
 
 HTREEITEM ACheckTree::findItemByText(const WCHAR* text, HTREEITEM parent) {
-    return m_index.findChild(parent, text);
+    return index().findChild(parent, text);
 }
 
 HTREEITEM ACheckTree::findItemByData(DWORD data) {
-    return m_index.findData(data);
+    return index().findData(data);
 }
 
 int ACheckTree::getCheck(HTREEITEM item) const {
@@ -91,7 +92,7 @@ void ACheckTree::setCheckImage(HTREEITEM item, int check) {
     record.hItem = item;
     record.state = stateOfCheck(check, IsWindowEnabled() != 0);
     record.stateMask = kStateMask;
-    if (setItem(record)) m_index.checkChanged(item, checkOfState(record.state));
+    if (setItem(record)) index().checkChanged(item, checkOfState(record.state));
 }
 
 void ACheckTree::notifyCheck(HTREEITEM item, int checked) {
@@ -103,14 +104,14 @@ void ACheckTree::setCheck(HTREEITEM item, int check) {
     for (;;) {
         setCheckImage(item, target);
         notifyCheck(item, check ? 1 : 0);
-        if (!m_index.allChildrenAre(item, target)) {
+        if (!index().allChildrenAre(item, target)) {
             for (HTREEITEM child = GetChildItem(item); child; child = GetNextSiblingItem(child)) {
                 if (getCheck(child) != target) setCheck(child, check);
             }
         }
         HTREEITEM parent = GetParentItem(item);
         if (!parent || getCheck(parent) == target) return;
-        if (!m_index.allChildrenAre(parent, target)) {
+        if (!index().allChildrenAre(parent, target)) {
             for (; parent; parent = GetParentItem(parent)) setCheckImage(parent, kPartly);
             return;
         }
@@ -159,7 +160,7 @@ int ACheckTree::collectData(ADWordArray& data, int wanted, int stop) const {
             item = child;
             continue;
         }
-        // One level up only, deliberately; see getCheckedData.
+        // One level up only; see getCheckedData.
         HTREEITEM following = GetNextSiblingItem(item);
         if (!following) {
             const HTREEITEM parent = GetParentItem(item);

@@ -3,8 +3,8 @@
 //     tree.initImageLists();                                        // first, and whenever it is filled anew
 //     HTREEITEM red = tree.insertItem(_T("Solid/RGB Color/red"), 7);  // makes the groups on the way
 //     tree.setItemColor(red, RGB(255, 0, 0));
-//     tree.setCheck(red, 1);                                        // and its groups, as their children
-//     dictate tree.getCheckedData(data, 1);                                 // 7
+//     tree.setCheck(red, 1);             // and its groups, as their children dictate
+//     tree.getCheckedData(data, 1);      // appends 7
 //
 // Items are addressed by paths (item_path.h) and carry a data value that the owner chose; 0 means none, and
 // groups made on the way carry it. Check values and the pictures of the boxes: check_values.h. A check flows
@@ -32,6 +32,10 @@ public:
 
     ACheckTree() = default;
     ~ACheckTree() override;
+
+    // As in the base. What happens to the items afterwards is not seen here, so the index forgets them.
+    HWND Detach();
+    HWND UnsubclassWindow();
 
     // Removes all items and pictures, and makes the pictures of the boxes and the built-in ones.
     void initImageLists();
@@ -91,6 +95,7 @@ public:
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void PreSubclassWindow() override;
     void OnLButtonDown(UINT flags, CPoint point);
     void OnLButtonDblClk(UINT flags, CPoint point);
     void OnEnable(BOOL enable);
@@ -99,9 +104,11 @@ protected:
 private:
     HTREEITEM insertUnder(HTREEITEM parent, const WCHAR* text, int image, DWORD data);
     bool setItem(const TVITEMW& record);
-    void setImages(HTREEITEM item, int image);
+    void setImages(HTREEITEM item, int image) { setImages(item, image, image); }
+    void setImages(HTREEITEM item, int image, int selectedImage);
     void notifyCheck(HTREEITEM item, int checked);
     bool clickCheckBox(CPoint point);
+    checktree::TreeIndex& index();
     int collectData(ADWordArray& data, int wanted, int stop) const;
     bool loadBitmap(UINT id, CBitmap& bitmap) const;
     void buildList(CImageList& list, UINT bitmapId, const int (&disabledColumns)[3], int which);
@@ -109,7 +116,7 @@ private:
 
     CImageList m_stateImages;
     CImageList m_itemImages;
-    checktree::TreeIndex m_index;
-    HWND m_indexed = nullptr;
-    bool m_ownChange = false;  // the message under way is the check tree's own
+    checktree::TreeIndex m_index;  // through index()
+    HWND m_watched = nullptr;      // the window whose messages pass here
+    bool m_ownChange = false;      // the message under way is the check tree's own
 };

@@ -106,8 +106,10 @@ bool TreeIndex::allChildrenAre(HTREEITEM parent, int check) {
 void TreeIndex::inserted(HTREEITEM item, HTREEITEM parent, kzutil::WideView text) {
     m_dataKnown = false;
     if (!m_known) return;
+    const auto [node, isNew] = m_nodes.try_emplace(item);
+    if (!isNew) return;  // somebody asked while it was inserted, so that it was learned with all the others
+    node->second.parent = parent;
     m_byText.emplace(Child{parent, kzutil::WideString(text)}, item);
-    m_nodes[item].parent = parent;
     Node& above = m_nodes[parent];
     ++above.children;
     ++above.unchecked;

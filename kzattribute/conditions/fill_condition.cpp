@@ -2,11 +2,9 @@
 
 #include "checktree/check_tree.h"
 #include "conditions/paint_items.h"
-#include "kzcore/document/object.h"
 #include "res/resource.h"
 
 using conditions::classNameOf;
-using conditions::colorOfSolid;
 using conditions::isSameNamedColor;
 
 AFillCondition::AFillCondition(const AString& itemPath, ABrushItem* brush)
@@ -28,18 +26,18 @@ BOOL AFillCondition::isMatch(ARoot* item) const {
     }
     if (!asked) return FALSE;
     if (!hasClass(asked->getClassName())) {
-        const AColorItem* color = colorOfSolid(asked);
+        const AColorItem* color = colorOf(asked);
         return color && hasClass(color->getClassName());
     }
     // The same item has the same colour, so that the order of the two tests does not show.
-    return !brushItem || asked == brushItem || isSameNamedColor(colorOfSolid(brushItem), colorOfSolid(asked));
+    return !brushItem || asked == brushItem || isSameNamedColor(colorOf(brushItem), colorOf(asked));
 }
 
 BOOL AFillCondition::hasCommonClass(const ACondition& other) const {
     const auto* fill = dynamic_cast<const AFillCondition*>(&other);
     if (!fill || !ACondition::hasCommonClass(other)) return FALSE;
     if (!brushItem || !fill->brushItem) return brushItem == fill->brushItem;
-    return isSameNamedColor(colorOfSolid(brushItem), colorOfSolid(fill->brushItem));
+    return isSameNamedColor(colorOf(brushItem), colorOf(fill->brushItem));
 }
 
 HTREEITEM AFillCondition::addToTree(ACheckTree& tree) const {

@@ -1,7 +1,7 @@
 // What the conditions on paint ask of the host's items. Null items are equal to nothing.
 #pragma once
 
-#include "kzcore/document/refer_item.h"
+#include "kzcore/document/object_paint.h"
 
 namespace conditions {
 
@@ -13,10 +13,9 @@ inline const WCHAR* classNameOf(const ARoot* item) {
     return item ? static_cast<const WCHAR*>(item->getClassName()) : nullptr;
 }
 
-// Null when the brush item is not solid, or has no colour.
+// As colorOf.
 inline const AColorItem* colorOfSolid(const ABrushItem* brush) {
-    const auto* solid = dynamic_cast<const ASolidBrushItem*>(brush);
-    return solid ? solid->getColorItem() : nullptr;
+    return colorOf(brush);
 }
 
 // Two items of one name that compare equal. The names come last: they are rarely needed and have to be made.

@@ -2,7 +2,6 @@
 
 #include "checktree/check_tree.h"
 #include "conditions/paint_items.h"
-#include "kzcore/document/object.h"
 #include "res/resource.h"
 
 void AStrokeCondition::reset(const AString& itemPath, const WCHAR* className, AColorItem* color) {
@@ -13,8 +12,7 @@ void AStrokeCondition::reset(const AString& itemPath, const WCHAR* className, AC
 BOOL AStrokeCondition::isMatch(ARoot* item) const {
     const auto* object = dynamic_cast<AObject*>(item);
     if (!object) return FALSE;
-    const APen* pen = object->getPen();
-    const APenItem* asked = pen ? pen->getPenItem() : nullptr;
+    const APenItem* asked = strokeItem(*object);
     if (!asked || asked->getStyle() == APenItem::kStyleNone) return getClassNames().IsEmpty();
     if (!hasClass(asked->getClassName())) return FALSE;
     return !colorItem || asked->getColorItem() == colorItem;

@@ -5,11 +5,7 @@
 #include "select/select_by_attr_tool.h"
 #include "select/select_color_tool.h"
 #include "select/select_similar_tool.h"
-#include "viewfilter/hide_all_except_tool.h"
-#include "viewfilter/hide_this_tool.h"
-#include "viewfilter/show_all_except_tool.h"
-#include "viewfilter/show_all_tool.h"
-#include "viewfilter/show_this_tool.h"
+#include "viewfilter/color_tools.h"
 #include "viewfilter/view_filter_tool.h"
 
 namespace {

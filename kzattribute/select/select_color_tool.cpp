@@ -35,7 +35,8 @@ ABrushItem* referenceItem(AObject& object) {
 }
 
 // Tells whether a fill is that of the reference: for two solid fills the colours decide, otherwise the fill
-// item itself has to be the same. Neighbours often share their fill, so the last answer is kept.
+// item itself has to be the same. No item is nobody's fill, not even that of another object without one.
+// Neighbours often share their fill, so the last answer is kept.
 class FillMatcher {
 public:
     explicit FillMatcher(ABrushItem* reference)
@@ -53,7 +54,7 @@ public:
 private:
     bool decide(ABrushItem* item) const {
         const auto* solid = m_solid ? dynamic_cast<const ASolidBrushItem*>(item) : nullptr;
-        if (!solid) return item == m_reference;
+        if (!solid) return item && item == m_reference;
         AColorItem* color = solid->getColorItem();
         return color && color->isSameColor(m_solid->getColorItem());
     }

@@ -105,48 +105,43 @@ void ConditionIndex::add(const ACondition& condition) {
     }
     const Keys keys = keysOf(condition);
     makeRoom(keys.size());
-    for (const Key key : keys) insert({key, &condition});
+    for (const Key key : keys) m_slots.add(key, {key, &condition});
 }
 
-// By a walk over everything: the list that the condition leaves is walked as well.
-void ConditionIndex::remove(const ACondition& condition) noexcept {
-    std::erase(m_rest, &condition);
-    for (Slot& slot : m_slots) {
-        if (slot.condition == &condition) slot.condition = nullptr;
+void ConditionIndex::remove(const ACondition& condition) {
+    if (!asIndexed(condition)) {
+        std::erase(m_rest, &condition);
+        return;
+    }
+    for (const Key key : keysOf(condition)) {
+        Slot& slot =
+            m_slots.locate(key, [&](const Slot& s) { return s.key == key && s.condition == &condition; });
+        slot.condition = nullptr;
     }
 }
 
 void ConditionIndex::clear() noexcept {
     m_slots.clear();
-    m_used = 0;
     m_rest.clear();
 }
 
 bool ConditionIndex::anyMatch(AReferItem& item) const {
     const auto matches = [&item](const ACondition& condition) { return condition.isMatch(&item) != 0; };
     const auto matchesUnder = [&](Key key) { return find(key, matches) != nullptr; };
-    if (m_used > 0 && (matchesUnder(classKey(item.getClassName())) || anyItemKey(item, matchesUnder)))
+    if (m_slots.used() > 0 && (matchesUnder(classKey(item.getClassName())) || anyItemKey(item, matchesUnder)))
         return true;
     return std::any_of(m_rest.begin(), m_rest.end(),
                        [&](const ACondition* condition) { return matches(*condition); });
 }
 
+// Twice as many slots as keys, without those that were removed.
 void ConditionIndex::makeRoom(std::size_t count) {
-    if ((m_used + count) * 4 <= m_slots.size() * 3) return;
+    if (m_slots.hasRoom(count)) return;
     const auto living = static_cast<std::size_t>(
         std::count_if(m_slots.begin(), m_slots.end(), [](const Slot& slot) { return slot.condition; }));
-    std::vector<Slot> before(std::bit_ceil((living + count) * 2 + 1));
-    before.swap(m_slots);
-    m_used = 0;
-    for (const Slot& slot : before) {
-        if (slot.condition) insert(slot);
-    }
-}
-
-void ConditionIndex::insert(Slot slot) {
-    const std::size_t mask = m_slots.size() - 1;
-    std::size_t at = slot.key & mask;
-    while (m_slots[at].key != 0) at = (at + 1) & mask;
-    m_slots[at] = slot;
-    ++m_used;
+    m_slots.resize(std::bit_ceil((living + count) * 2 + 1), [this](const std::vector<Slot>& before) {
+        for (const Slot& slot : before) {
+            if (slot.condition) m_slots.add(slot.key, slot);
+        }
+    });
 }

@@ -15,28 +15,30 @@
 #include <vector>
 
 #include "conditions/condition.h"
+#include "kzutil/flat_table.h"
 
 class AReferItem;
 
 class ConditionIndex {
 public:
-    // All or nothing when memory runs out.
+    // Both raise bad_alloc, and change nothing then.
     void add(const ACondition& condition);
-    void remove(const ACondition& condition) noexcept;
+    void remove(const ACondition& condition);
     void clear() noexcept;
 
     // Makes nothing but the name of a colour that has none yet.
     bool anyMatch(AReferItem& item) const;
-    // A condition that the test accepts, of those whose hasCommonClass with the other may be TRUE. Makes no
-    // more than anyMatch does.
-    template <class Test>
-    const ACondition* findAbout(const ACondition& other, Test test) const;
+    // Visits every condition whose hasCommonClass with the other may be TRUE, some of them more than once.
+    // Makes no more than anyMatch does.
+    template <class Visit>
+    void visitAbout(const ACondition& other, Visit visit) const;
 
 private:
     using Key = std::size_t;
     struct Slot {
         Key key = 0;                            // 0: never used, the end of a search
         const ACondition* condition = nullptr;  // null in a used slot: removed
+        bool operator==(const Slot&) const = default;
     };
     using Keys = std::vector<Key>;
 
@@ -44,34 +46,31 @@ private:
     // The key at the index, of those under which conditions about the same may be filed; 0 behind the last.
     static Key candidateKey(const ACondition& other, int index);
     void makeRoom(std::size_t count);
-    void insert(Slot slot);
 
-    // The first condition under the key that the test accepts.
+    // The first condition under the key that the test accepts; null when it accepts none. There are slots.
     template <class Test>
     const ACondition* find(Key key, Test test) const {
-        const std::size_t mask = m_slots.size() - 1;
-        for (std::size_t at = key & mask; m_slots[at].key != 0; at = (at + 1) & mask) {
-            const Slot& slot = m_slots[at];
-            if (slot.key == key && slot.condition && test(*slot.condition)) return slot.condition;
-        }
-        return nullptr;
+        return m_slots
+            .locate(
+                key,
+                [&](const Slot& slot) { return slot.key == key && slot.condition && test(*slot.condition); })
+            .condition;
     }
 
-    std::vector<Slot> m_slots;  // none, or a power of two, of which at least a quarter is never used
-    std::size_t m_used = 0;
+    TFlatSlots<Slot> m_slots;
     std::vector<const ACondition*> m_rest;
 };
 
-template <class Test>
-const ACondition* ConditionIndex::findAbout(const ACondition& other, Test test) const {
-    if (m_used > 0) {
+template <class Visit>
+void ConditionIndex::visitAbout(const ACondition& other, Visit visit) const {
+    if (m_slots.used() > 0) {
         Key key = 0;
         for (int i = 0; (key = candidateKey(other, i)) != 0; ++i) {
-            if (const ACondition* found = find(key, test)) return found;
+            find(key, [&](const ACondition& condition) {
+                visit(condition);
+                return false;
+            });
         }
     }
-    for (const ACondition* condition : m_rest) {
-        if (test(*condition)) return condition;
-    }
-    return nullptr;
+    for (const ACondition* condition : m_rest) visit(*condition);
 }

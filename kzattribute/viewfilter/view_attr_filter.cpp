@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <typeinfo>
 #include <utility>
+#include <vector>
 
 #include "conditions/refer_condition.h"
 #include "kzcore/document/refer_item.h"
@@ -33,155 +34,191 @@ bool isSameCondition(const ACondition& a, const ACondition& b) {
     return first->hasCommonClass(*second) != 0;
 }
 
-bool isSameElement(const ARoot* a, const ARoot* b) {
-    return isSameCondition(dynamic_cast<const ACondition&>(*a), dynamic_cast<const ACondition&>(*b));
+}  // namespace
+
+// The lists and flags of a moment; the lists are shared with the filter.
+class AViewAttrFilter::State : public AViewFilterState {
+public:
+    explicit State(const AViewAttrFilter& filter)
+        : m_lists(filter.m_lists), m_uniform(filter.m_uniform), m_negative(filter.m_negative) {}
+
+    bool isStateOf(const AViewFilter& filter) const override;
+    std::unique_ptr<AViewFilter> make() const override;
+    bool restore(AViewFilter& filter) const noexcept override;
+
+private:
+    Lists m_lists;
+    BYTE m_uniform;
+    BYTE m_negative;
+};
+
+namespace {
+
+ConditionVersion withClones(const AObArray& sources) {
+    ConditionVersion list;
+    for (const ARoot* source : sources) {
+        // What is no condition is not expected here, and left out.
+        if (const auto* condition = dynamic_cast<const ACondition*>(source))
+            list = list.with(std::shared_ptr<ACondition>(condition->clone()));
+    }
+    return list;
 }
 
-void deleteConditions(AObArray& conditions) noexcept {
-    for (const ARoot* condition : conditions) delete condition;
-    conditions.RemoveAll();
+std::vector<const ACondition*> conditionsOf(const ConditionVersion& list) {
+    std::vector<const ACondition*> conditions;
+    conditions.reserve(list.size());
+    visitDifferences(ConditionVersion(), list,
+                     [&](ConditionVersion::Place, const ACondition*, const ACondition* condition) {
+                         conditions.push_back(condition);
+                         return true;
+                     });
+    return conditions;
+}
+
+// The same conditions in the same order.
+bool isSameList(const ConditionVersion& a, const ConditionVersion& b) {
+    if (a.isIdentical(b)) return true;
+    return a.size() == b.size() &&
+           std::ranges::equal(conditionsOf(a), conditionsOf(b), [](const ACondition* x, const ACondition* y) {
+               return isSameCondition(*x, *y);
+           });
 }
 
 }  // namespace
-
-struct AViewAttrFilter::Side {
-    AObArray& conditions;
-    ConditionIndex& index;
-
-    // All or nothing.
-    ACondition& append(std::unique_ptr<ACondition> condition) {
-        conditions.Add(condition.get());
-        try {
-            index.add(*condition);
-        } catch (...) {
-            conditions.RemoveAt(conditions.GetSize() - 1);
-            throw;
-        }
-        return *condition.release();
-    }
-
-    // What is no condition is not expected here, and left out.
-    void appendClones(const AObArray& sources) {
-        for (const ARoot* source : sources) {
-            if (const auto* condition = dynamic_cast<const ACondition*>(source))
-                append(std::unique_ptr<ACondition>(condition->clone()));
-        }
-    }
-
-    // Takes a condition that the test accepts out of the list; null when there is none. Of those about the
-    // given one, that is: see ConditionIndex::findAbout.
-    template <class Test>
-    std::unique_ptr<ACondition> takeAbout(const ACondition& condition, Test test) {
-        auto* const found = const_cast<ACondition*>(index.findAbout(condition, test));
-        if (!found) return nullptr;
-        index.remove(*found);
-        const auto at = std::find(conditions.begin(), conditions.end(), found);
-        conditions.RemoveAt(static_cast<int>(at - conditions.begin()));
-        return std::unique_ptr<ACondition>(found);
-    }
-};
 
 AViewAttrFilter::~AViewAttrFilter() {
     clearConditions();
 }
 
-AViewAttrFilter::Side AViewAttrFilter::showSide() {
-    return {m_showConditions, m_showIndex};
+void AViewAttrFilter::follow() const {
+    m_shown.follow(m_lists.show);
+    m_hidden.follow(m_lists.hide);
 }
 
-AViewAttrFilter::Side AViewAttrFilter::hideSide() {
-    return {m_hideConditions, m_hideIndex};
+// All or nothing. The arrays follow at once, so that no question after a change that succeeded needs memory.
+void AViewAttrFilter::become(Lists lists, BYTE uniform, BYTE negative) {
+    std::swap(m_lists, lists);
+    try {
+        follow();
+    } catch (...) {
+        std::swap(m_lists, lists);
+        throw;
+    }
+    m_uniform = uniform;
+    m_negative = negative;
 }
 
-// The uniform test deliberately comes before the null test.
+const AObArray& AViewAttrFilter::getShowConditions() const {
+    follow();
+    return m_showConditions;
+}
+
+const AObArray& AViewAttrFilter::getHideConditions() const {
+    follow();
+    return m_hideConditions;
+}
+
+// The uniform test comes before the null test: where everything gets one answer, nothing is asked.
 int AViewAttrFilter::isVisible(AReferItem* item) {
     if (m_uniform) return !m_negative;
     if (!item) return 0;
+    follow();
     item = unwrapped(item);
-    if (anyMatch(m_showIndex, item)) return !m_negative;
-    if (anyMatch(m_hideIndex, item)) return m_negative;
+    if (anyMatch(m_shown.getIndex(), item)) return !m_negative;
+    if (anyMatch(m_hidden.getIndex(), item)) return m_negative;
     return !m_negative;
 }
 
 void AViewAttrFilter::clearConditions() {
-    m_showIndex.clear();
-    m_hideIndex.clear();
-    deleteConditions(m_showConditions);
-    deleteConditions(m_hideConditions);
+    become({}, m_uniform, m_negative);
 }
 
 void AViewAttrFilter::setUniform(int show) {
-    m_uniform = 1;
-    m_negative = show == 0;
-    clearConditions();
+    become({}, 1, show == 0);
 }
 
 // In a uniform state there is nothing but the one condition to list, and in both modes the hide list is where
 // it goes: in negative mode that is the list of what is shown.
 void AViewAttrFilter::showCondition(const ACondition* condition) {
     if (!m_uniform)
-        moveCondition(*condition, m_negative ? hideSide() : showSide(), m_negative ? showSide() : hideSide());
+        moveCondition(*condition, sideOfShown(), sideOfHidden());
     else if (m_negative)
         startLists(*condition);
 }
 
 void AViewAttrFilter::hideCondition(const ACondition* condition) {
     if (!m_uniform)
-        moveCondition(*condition, m_negative ? showSide() : hideSide(), m_negative ? hideSide() : showSide());
+        moveCondition(*condition, sideOfHidden(), sideOfShown());
     else if (!m_negative)
         startLists(*condition);
 }
 
 void AViewAttrFilter::startLists(const ACondition& condition) {
-    std::unique_ptr<ACondition> copy(condition.clone());
-    clearConditions();
-    hideSide().append(std::move(copy));
-    m_uniform = 0;
+    Lists lists;
+    lists.hide = lists.hide.with(std::shared_ptr<ACondition>(condition.clone()));
+    become(std::move(lists), 0, m_negative);
 }
 
-// The clone first, as only that can fail. In which order conditions leave does not show: the others keep
-// theirs.
+// The condition may be one of the lists: it lives until the new lists have taken their place.
 void AViewAttrFilter::moveCondition(const ACondition& condition, Side to, Side from) {
-    const ACondition& added = to.append(std::unique_ptr<ACondition>(condition.clone()));
-    std::unique_ptr<ACondition> itself;  // the condition may be one of the lists: it goes last
+    follow();
+    const std::shared_ptr<ACondition> added(condition.clone());
+    Lists lists = m_lists;
     const auto drop = [&](Side side, auto test) {
-        while (std::unique_ptr<ACondition> taken = side.takeAbout(condition, test)) {
-            if (taken.get() == &condition) itself = std::move(taken);
-        }
+        listed(side).getIndex().visitAbout(condition, [&](const ACondition& held) {
+            if (test(held)) lists.*side = (lists.*side).without(listed(side).placeOf(held));
+        });
     };
     drop(from, [&](const ACondition& held) { return held.hasCommonClass(condition) != 0; });
-    drop(to, [&](const ACondition& held) { return &held != &added && isSameCondition(held, added); });
+    drop(to, [&](const ACondition& held) { return isSameCondition(held, *added); });
+    lists.*to = (lists.*to).with(added);
+    become(std::move(lists), m_uniform, m_negative);
 }
 
 void AViewAttrFilter::assign(const AObArray& show, const AObArray& hide, BYTE uniform, BYTE negative) {
-    AViewAttrFilter next;
-    next.m_uniform = uniform != 0;
-    next.m_negative = negative != 0;
-    if (!next.m_uniform) {
-        next.showSide().appendClones(show);
-        next.hideSide().appendClones(hide);
+    Lists lists;
+    if (!uniform) {
+        lists.show = withClones(show);
+        lists.hide = withClones(hide);
     }
-    std::swap(m_showConditions, next.m_showConditions);
-    std::swap(m_hideConditions, next.m_hideConditions);
-    std::swap(m_showIndex, next.m_showIndex);
-    std::swap(m_hideIndex, next.m_hideIndex);
-    m_negative = next.m_negative;
-    m_uniform = next.m_uniform;
+    become(std::move(lists), uniform != 0, negative != 0);
 }
 
 AViewAttrFilter* AViewAttrFilter::clone() const {
     auto copy = std::make_unique<AViewAttrFilter>();
-    copy->assign(m_showConditions, m_hideConditions, m_uniform, m_negative);
+    copy->assign(getShowConditions(), getHideConditions(), m_uniform, m_negative);
     return copy.release();
 }
 
 bool AViewAttrFilter::isSame(const AViewAttrFilter& other) const {
-    const auto sameList = [](const AObArray& a, const AObArray& b) {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSameElement);
-    };
     return m_negative == other.m_negative && m_uniform == other.m_uniform &&
-           sameList(m_showConditions, other.m_showConditions) &&
-           sameList(m_hideConditions, other.m_hideConditions);
+           isSameList(m_lists.show, other.m_lists.show) && isSameList(m_lists.hide, other.m_lists.hide);
+}
+
+std::unique_ptr<AViewFilterState> AViewAttrFilter::keep() const {
+    return std::make_unique<State>(*this);
+}
+
+bool AViewAttrFilter::State::isStateOf(const AViewFilter& filter) const {
+    const auto* ours = dynamic_cast<const AViewAttrFilter*>(&filter);
+    return ours && m_negative == ours->m_negative && m_uniform == ours->m_uniform &&
+           isSameList(m_lists.show, ours->m_lists.show) && isSameList(m_lists.hide, ours->m_lists.hide);
+}
+
+std::unique_ptr<AViewFilter> AViewAttrFilter::State::make() const {
+    auto filter = std::make_unique<AViewAttrFilter>();
+    restore(*filter);
+    return filter;
+}
+
+// The arrays follow when the filter is asked next.
+bool AViewAttrFilter::State::restore(AViewFilter& filter) const noexcept {
+    auto* ours = dynamic_cast<AViewAttrFilter*>(&filter);
+    if (!ours) return false;
+    ours->m_lists = m_lists;
+    ours->m_uniform = m_uniform;
+    ours->m_negative = m_negative;
+    return true;
 }
 
 void registerAttributeFilter() {
@@ -192,7 +229,8 @@ void registerAttributeFilter() {
          },
          [](const AViewFilter& a, const AViewFilter& b) {
              return static_cast<const AViewAttrFilter&>(a).isSame(static_cast<const AViewAttrFilter&>(b));
-         }});
+         },
+         [](const AViewFilter& filter) { return static_cast<const AViewAttrFilter&>(filter).keep(); }});
 }
 
 void unregisterAttributeFilter() {

@@ -20,7 +20,7 @@
 
 #include "conditions/condition.h"
 #include "kzcore/view/view_filter.h"
-#include "viewfilter/condition_index.h"
+#include "viewfilter/listed_conditions.h"
 
 class AViewAttrFilter : public AViewFilter {
 public:
@@ -44,7 +44,7 @@ public:
     // takes a clone. Conditions that have a class in common with it leave the side that it is opposed to, and
     // the same condition leaves its own side: a filter never holds it twice.
     //
-    // What is visible already because everything is needs no condition, deliberately; the same for hidden.
+    // Does nothing while everything is visible (hidden): there is nothing to add to that.
     void showCondition(const ACondition* condition);
     void hideCondition(const ACondition* condition);
     // Takes clones of the conditions, unless uniform; the lists may be this filter's own.
@@ -56,26 +56,39 @@ public:
     // carries for the check tree (path, serial, presence) does not count: it decides nothing that is seen.
     bool isSame(const AViewAttrFilter& other) const;
 
-    const AObArray& getShowConditions() const { return m_showConditions; }
-    const AObArray& getHideConditions() const { return m_hideConditions; }
+    // For undo: what the filter is now. Costs the same however many conditions it lists.
+    std::unique_ptr<AViewFilterState> keep() const;
+
+    const AObArray& getShowConditions() const;
+    const AObArray& getHideConditions() const;
     bool isNegative() const { return m_negative != 0; }
     bool isUniform() const { return m_uniform != 0; }
 
 private:
-    // A list with its index.
-    struct Side;
+    class State;
+    struct Lists {
+        ConditionVersion hide;
+        ConditionVersion show;  // behind the other, so that its conditions are deleted first
+    };
+    using Side = ConditionVersion Lists::*;
 
-    Side showSide();
-    Side hideSide();
+    Side sideOfShown() const { return m_negative ? &Lists::hide : &Lists::show; }
+    Side sideOfHidden() const { return m_negative ? &Lists::show : &Lists::hide; }
     void startLists(const ACondition& condition);
     void moveCondition(const ACondition& condition, Side to, Side from);
+    void become(Lists lists, BYTE uniform, BYTE negative);
+    // Lets the arrays and their indexes follow the lists. Every answer starts with it: undo changes the lists
+    // alone.
+    void follow() const;
+    ListedConditions& listed(Side side) const { return side == &Lists::show ? m_shown : m_hidden; }
 
-    AObArray m_showConditions;  // of ACondition, owned
-    AObArray m_hideConditions;
+    mutable AObArray m_showConditions;  // of ACondition, owned by m_lists
+    mutable AObArray m_hideConditions;
     BYTE m_negative = 0;
     BYTE m_uniform = 1;
-    ConditionIndex m_showIndex;
-    ConditionIndex m_hideIndex;
+    Lists m_lists;
+    mutable ListedConditions m_shown{m_showConditions};
+    mutable ListedConditions m_hidden{m_hideConditions};
 };
 
 // Tells the host how to copy and compare these filters, which its undo needs; once for the loaded module.

@@ -63,3 +63,58 @@ TEST_F(ReferItem, ThatIsMissingIsTold) {
     EXPECT_EQ(failure("stroke:sun"), "\"sun\" has no stroke");
     EXPECT_EQ(failure("red"), "\"red\" is none of color:NAME, fill:ID, stroke:ID");
 }
+
+namespace {
+
+// Swatches beside colours of the same names and values.
+class SwatchNames : public ReferItem {
+protected:
+    void SetUp() override {
+        ReferItem::SetUp();
+        for (const char* name : {"Red", "Lake", "lake", "#123456", "SKY", "Sky"}) swatch(name, 0x112233);
+        swatch("cap", 0xff0000);
+        swatch("cap", 0x0000ff);
+    }
+    AColorItem* swatch(const char* name, std::uint32_t display) {
+        return session.document().getPaint().color(*findClass(_T("ASpotColorItem")), name, {1, 0, 0, 0},
+                                                   display);
+    }
+    std::string found(const std::string& text) {
+        AReferItem* item = app::findReferItem(session.document(), text);
+        return item->getClassName().toUtf8() + " " + item->getName().toUtf8();
+    }
+};
+
+}  // namespace
+
+TEST_F(SwatchNames, AnExactNameGoesBeforeOneThatDiffersInCase) {
+    EXPECT_EQ(found("color:red"), "ARGBColorItem red");
+    EXPECT_EQ(found("color:Red"), "ASpotColorItem Red");
+    EXPECT_EQ(found("color:Lake"), "ASpotColorItem Lake");
+    EXPECT_EQ(found("color:lake"), "ASpotColorItem lake");
+    EXPECT_EQ(found("color:BLACK"), "ARGBColorItem black");
+}
+
+TEST_F(SwatchNames, DigitsMeanTheRgbColorFirst) {
+    EXPECT_EQ(found("color:#ff0000"), "ARGBColorItem red");
+    EXPECT_EQ(found("color:#123456"), "ARGBColorItem #123456");
+    EXPECT_EQ(found("color:spot color/#123456"), "ASpotColorItem #123456");
+}
+
+TEST_F(SwatchNames, SwatchesOfOneLabelCanBothBeNamed) {
+    EXPECT_EQ(found("color:cap"), "ASpotColorItem cap");
+    EXPECT_EQ(found("color:cap-2"), "ASpotColorItem cap-2");
+    EXPECT_NE(app::findReferItem(session.document(), "color:cap"),
+              app::findReferItem(session.document(), "color:cap-2"));
+}
+
+TEST_F(SwatchNames, WhatStaysAmbiguousIsRefusedWithTheCandidates) {
+    EXPECT_EQ(failure("color:RED"),
+              "the drawing has more than one color \"RED\": \"RGB Color/red\", \"Spot Color/Red\"");
+    EXPECT_EQ(failure("color:sky"),
+              "the drawing has more than one color \"sky\": \"Spot Color/SKY\", \"Spot Color/Sky\"");
+    EXPECT_EQ(found("color:Spot Color/RED"), "ASpotColorItem Red");
+    EXPECT_EQ(found("color:RGB Color/RED"), "ARGBColorItem red");
+    EXPECT_EQ(failure("color:Gray Color/red"), "the drawing has no color \"Gray Color/red\"");
+    for (const char* name : {"LAKE", "LaKe"}) EXPECT_NE(failure(std::string("color:") + name), "found");
+}

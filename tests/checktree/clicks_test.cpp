@@ -41,6 +41,21 @@ TEST_F(CheckTree, AClickBesideTheBoxChangesNoCheck) {
     EXPECT_NE(tree.GetItemState(at("A"), TVIS_EXPANDED), 0U) << "the button expands as ever";
 }
 
+TEST_F(CheckTree, AClickOnTheBoxIsNotPassedOn) {
+    insert("A", 1);
+    insert("B", 2);
+    tree.SelectItem(at("B"));
+    owner.SetFocus();
+    user::settle();
+    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    ASSERT_TRUE(user::double_click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    EXPECT_EQ(owner.clicks, 0) << "the control tells its owner nothing";
+    EXPECT_NE(::GetFocus(), tree.m_hWnd) << "and does not take the focus";
+    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMLABEL));
+    EXPECT_EQ(owner.clicks, 1);
+    EXPECT_EQ(::GetFocus(), tree.m_hWnd) << "as a click beside the box does";
+}
+
 TEST_F(CheckTree, ADoubleClickOnTheBoxTogglesTwice) {
     insert("A/x", 1);
     installCallback();
@@ -95,6 +110,42 @@ TEST_F(CheckTree, AGroupKeepsTheAnsweredPictureAfterItWasDisabled) {
     EXPECT_EQ(image("G"), 2);
     tree.Expand(at("G"), TVE_EXPAND);
     EXPECT_EQ(image("G"), 4) << "still asked of the owner";
+}
+
+TEST_F(CheckTree, EachOfAnItemsTwoPicturesTurnsIntoItsOwnOtherForm) {
+    insert("A", 1);
+    insert("B", 2);
+    tree.SetItemImage(at("A"), 0, 4);
+    tree.SetItemImage(at("B"), 2, 3);
+    const auto pictures = [this](const char* path) {
+        std::pair<int, int> both;
+        tree.GetItemImage(at(path), both.first, both.second);
+        return both;
+    };
+    tree.EnableWindow(FALSE);
+    EXPECT_EQ(pictures("A"), std::pair(1, 5));
+    EXPECT_EQ(pictures("B"), std::pair(3, 4)) << "the first picture decides for both";
+    tree.EnableWindow(TRUE);
+    EXPECT_EQ(pictures("A"), std::pair(0, 4));
+    EXPECT_EQ(pictures("B"), std::pair(2, 3));
+}
+
+TEST_F(CheckTree, AGroupsAnsweredPictureIsSteppedLikeEveryOther) {
+    insert("G/x", 1);
+    owner.fixedImage = 2;  // whatever the state of the tree
+    tree.EnableWindow(FALSE);
+    int image = 0;
+    int selected = 0;
+    tree.GetItemImage(at("G"), image, selected);
+    EXPECT_EQ(image, 3) << "one more than was answered, and not asked for any more";
+    EXPECT_EQ(selected, 5);
+    tree.EnableWindow(TRUE);
+    tree.GetItemImage(at("G"), image, selected);
+    EXPECT_EQ(image, 2);
+    EXPECT_EQ(selected, 4);
+    owner.fixedImage = 7;
+    tree.GetItemImage(at("G"), image, selected);
+    EXPECT_EQ(image, 2) << "the owner's answer has become the item's own picture";
 }
 
 TEST_F(CheckTree, DeepBranchesAreReachedWhenTheControlIsDisabled) {

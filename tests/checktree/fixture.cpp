@@ -38,18 +38,25 @@ LRESULT RecordedTree::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         messages.push_back(line);
     }
+    if (refusesItems && message == TVM_INSERTITEMW) return 0;
     return ACheckTree::WindowProc(message, wParam, lParam);
 }
 
 BOOL Owner::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+    if (header->code == NM_CLICK) ++clicks;
     if (header->code != TVN_GETDISPINFOW) return CWnd::OnNotify(wParam, lParam, result);
     TVITEMW& item = reinterpret_cast<NMTVDISPINFOW*>(lParam)->item;
     const auto state = static_cast<UINT>(::SendMessageW(header->hwndFrom, TVM_GETITEMSTATE,
                                                         reinterpret_cast<WPARAM>(item.hItem), TVIS_EXPANDED));
-    const int image = ((state & TVIS_EXPANDED) ? 4 : 2) + (tree->IsWindowEnabled() ? 0 : 1);
+    int image = ((state & TVIS_EXPANDED) ? 4 : 2) + (tree->IsWindowEnabled() ? 0 : 1);
+    int selectedImage = image;
+    if (fixedImage >= 0) {
+        image = fixedImage;
+        selectedImage = fixedImage + 2;
+    }
     if (item.mask & TVIF_IMAGE) item.iImage = image;
-    if (item.mask & TVIF_SELECTEDIMAGE) item.iSelectedImage = image;
+    if (item.mask & TVIF_SELECTEDIMAGE) item.iSelectedImage = selectedImage;
     return TRUE;
 }
 

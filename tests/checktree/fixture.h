@@ -19,6 +19,7 @@ public:
 
     bool recording = false;
     std::vector<std::string> messages;
+    bool refusesItems = false;  // as a control without memory does
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -28,6 +29,8 @@ class Owner : public CWnd {
 public:
     ~Owner() override { DestroyWindow(); }
     CWnd* tree = nullptr;
+    int clicks = 0;       // NM_CLICK from the tree
+    int fixedImage = -1;  // what every group gets, and 2 more as its selected image; -1: by its state
 
 protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;

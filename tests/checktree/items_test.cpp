@@ -305,3 +305,11 @@ TEST_F(CheckTree, TheMessagesOfEachOperationAreAsListed) {
               (Messages{"SETITEM state 4", "SETITEM image 7 selected 7", "SETITEM state 4",
                         "SETITEM image 1 selected 1", "SETITEM state 4"}));
 }
+
+TEST_F(CheckTree, WithoutItsGroupALeafIsNotInserted) {
+    tree.refusesItems = true;
+    EXPECT_EQ(insert("A/B/x", 1), nullptr);
+    EXPECT_EQ(insert("x", 1), nullptr);
+    tree.refusesItems = false;
+    EXPECT_EQ(tree.GetRootItem(), nullptr) << "neither at the top nor anywhere else";
+}

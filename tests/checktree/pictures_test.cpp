@@ -1,5 +1,6 @@
 // Pictures, pixel by pixel.
 #include "checktree/fixture.h"
+#include "kzcore/device/device_mgr.h"
 #include "kzcore/document/config.h"
 #include "kzcore/document/refer_item.h"
 #include "support/pixels.h"
@@ -109,6 +110,40 @@ TEST_F(CheckTreePictures, ABrushSwatchIsASampleInTheFrame) {
     }
     brush->releaseReference();
     color->releaseReference();
+}
+
+// A gradient shows where the sample begins: one pixel left of and above what is copied.
+TEST_F(CheckTreePictures, AGradientSwatchIsDrawnFrom2And2AndShownFrom3And3) {
+    auto* brush = new AGradientBrushItem(_T("glow"));
+    insert("A", 1);
+    tree.setItemSwatch(at("A"), brush);
+    const Pixels swatch = shown("A");
+    CDC display;
+    ASSERT_TRUE(display.CreateDC(_T("DISPLAY"), nullptr, nullptr, nullptr));
+    const AScreenInfo screen(1.0);
+    const ADevice device(display, screen);
+    CDC memory;
+    CBitmap picture;
+    ASSERT_TRUE(memory.CreateCompatibleDC(&display));
+    ASSERT_TRUE(picture.CreateCompatibleBitmap(&display, 16, 16));
+    const RECT area{2, 2, 16, 14};
+    ADevice* offscreen = KzGetDeviceMgr()->GetOffscreenDevice(device, screen.screenToDrawing(area), 0);
+    ASSERT_NE(offscreen, nullptr);
+    {
+        const CSelection selection(memory, picture);
+        ADevice copy(memory, screen);
+        brush->drawSample(*offscreen, area);
+        copy.DrawStart();
+        copy.CopyBits(screen.screenToDrawing(area), *offscreen, screen.screenToDrawing(area), SRCCOPY);
+        copy.DrawEnd();
+    }
+    KzGetDeviceMgr()->ReleaseDevice(offscreen);
+    const Pixels sample = pixelsOf(picture);
+    EXPECT_NE(sample.at(3, 7), sample.at(4, 7)) << "or one column would do for another";
+    for (int y = 3; y < 14; ++y) {
+        for (int x = 3; x < 16; ++x) EXPECT_EQ(swatch.at(x, y), sample.at(x, y)) << x << "," << y;
+    }
+    brush->releaseReference();
 }
 
 TEST_F(CheckTreePictures, ASwatchOfNothingIsPlain) {

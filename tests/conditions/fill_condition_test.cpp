@@ -228,3 +228,36 @@ TEST_F(FillCondition, OtherKindsHaveNothingInCommonWithIt) {
     EXPECT_TRUE(ACondition(_T("Fill"), _T("ASolidBrushItem")).hasCommonClass(solids))
         << "the base asks no kind";
 }
+
+namespace {
+
+// Notes whom it was compared with; equal to every colour.
+class Asked : public AColorItem {
+public:
+    explicit Asked(const char* label)
+        : AColorItem(*findClass(_T("ARGBColorItem")), _T("red"), {}, 0), m_label(label) {}
+    int isSameColor(const AColorItem* other) const override {
+        questions.push_back(std::string(m_label) + " whether " + static_cast<const Asked*>(other)->m_label);
+        return 1;
+    }
+    static inline std::vector<std::string> questions;
+
+private:
+    const char* m_label;
+};
+
+}  // namespace
+
+TEST(FillEquality, IsAskedOfTheConditionsOwnColor) {
+    const test::Held<Asked> own(new Asked("own"));
+    const test::Held<Asked> other(new Asked("other"));
+    const auto ownBrush = makeSolid(own.get());
+    const auto otherBrush = makeSolid(other.get());
+    AFillCondition condition(_T(""), ownBrush.get());
+    Asked::questions.clear();
+    EXPECT_TRUE(condition.isMatch(otherBrush.get()));
+    EXPECT_EQ(Asked::questions, Names{"own whether other"});
+    Asked::questions.clear();
+    EXPECT_TRUE(condition.hasCommonClass(AFillCondition(_T(""), otherBrush.get())));
+    EXPECT_EQ(Asked::questions, Names{"own whether other"});
+}

@@ -285,3 +285,19 @@ TEST(SelectColorWalk, GivesWhatTheRecursiveRuleGivesOnRandomDrawings) {
     }
     EXPECT_GT(compared, 5000);
 }
+
+// The tool is not valid then; a host that starts it all the same gets an empty selection.
+TEST_F(SelectColor, WithoutAReferenceFillTakesNobodyNotEvenObjectsWithoutAnItem) {
+    ABrush empty(nullptr);
+    AObject* withoutItem = add(layer, &empty);
+    add(layer, &empty);
+    AObject* red = add(layer, solid(0xff0000));
+    drawing.select({withoutItem});
+    EXPECT_EQ(tool->isValid(), 0);
+    EXPECT_EQ(tool->onToolStart(), 1);
+    EXPECT_EQ(drawing.selected(), Objects{});
+    drawing.select({});
+    EXPECT_EQ(tool->onToolStart(), 1);
+    EXPECT_EQ(drawing.selected(), Objects{});
+    EXPECT_EQ(sameAs(red), Objects{red});
+}

@@ -108,3 +108,34 @@ TEST_F(Entry, TheHostsListOfClassesOutlivesAttachAndRefusal) {
     EXPECT_EQ(state.m_classList.m_pHead, &registered);
     state.m_classList.m_pHead = nullptr;
 }
+
+TEST_F(Entry, TheModuleStandsInTheChainOfOrdinaryModules) {
+    ASSERT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
+    {
+        AFX_EXTENSION_MODULE record{};
+        ASSERT_TRUE(AfxInitExtensionModule(record, self));
+        const CDynLinkLibrary newer(record);
+        const CDynLinkLibrary* linked = newer.m_pNextDLL;
+        ASSERT_NE(linked, nullptr);
+        EXPECT_EQ(linked->m_hModule, self);
+        EXPECT_NE(linked->m_hResource, self) << "the localized module's";
+        EXPECT_FALSE(linked->m_bSystem) << "system modules come after all others";
+    }
+    DllMain(self, DLL_PROCESS_DETACH, nullptr);
+}
+
+TEST_F(Entry, DetachTakesOutNothingButItsOwnLink) {
+    struct Counted : CDynLinkLibrary {
+        Counted(AFX_EXTENSION_MODULE& record, int& left) : CDynLinkLibrary(record), alive(left) { ++alive; }
+        ~Counted() override { --alive; }
+        int& alive;
+    };
+    int alive = 0;
+    AFX_EXTENSION_MODULE record{};
+    ASSERT_TRUE(AfxInitExtensionModule(record, self));
+    auto* other = new Counted(record, alive);  // another link of the same module
+    ASSERT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
+    DllMain(self, DLL_PROCESS_DETACH, nullptr);
+    EXPECT_EQ(alive, 1);
+    if (alive == 1) delete other;
+}

@@ -96,3 +96,45 @@ TEST(Paint, AnItemLivesUntilItsLastReferenceIsReleased) {
     EXPECT_EQ(red->getName().toUtf8(), "red");
     EXPECT_EQ(red->releaseReference(), 0);
 }
+
+TEST(Paint, SwatchesOfOneLabelAndDifferentColorsAreTwoColorsWithTwoNames) {
+    APaintTable paint;
+    const AClassInfo& spot = colorClass(_T("ASpotColorItem"));
+    AColorItem* red = paint.color(spot, "Brand", {1, 0, 0, 0}, 0xff0000);
+    AColorItem* blue = paint.color(spot, "Brand", {1, 0, 0, 0}, 0x0000ff);
+    ASSERT_NE(red, blue);
+    EXPECT_EQ(paint.color(spot, "Brand", {1, 0, 0, 0}, 0x0000ff), blue);
+    EXPECT_EQ(red->getName().toUtf8(), "Brand");
+    EXPECT_EQ(blue->getName().toUtf8(), "Brand-2");
+    EXPECT_EQ(blue->getDisplayColor(), COLORREF{0xff0000});
+    EXPECT_FALSE(red->isSameColor(blue));
+    AColorItem* labelled = paint.color(spot, "Brand-2", {1, 0, 0, 0}, 0x00ff00);
+    EXPECT_EQ(labelled->getName().toUtf8(), "Brand-2-2") << "the name was taken";
+    EXPECT_EQ(paint.color(spot, "brand", {1, 0, 0, 0}, 0xff0000)->getName().toUtf8(), "brand")
+        << "another name";
+    const AClassInfo& gray = colorClass(_T("AGrayColorItem"));
+    EXPECT_EQ(paint.color(gray, "Brand", {0.5F, 0, 0, 0}, 0x808080)->getName().toUtf8(), "Brand")
+        << "of another class";
+}
+
+TEST(Paint, AThousandSwatchesOfOneLabelAreNumbered) {
+    APaintTable paint;
+    const AClassInfo& spot = colorClass(_T("ASpotColorItem"));
+    for (std::uint32_t i = 1; i <= 1000; ++i) {
+        const std::string expected = i == 1 ? "Brand" : "Brand-" + std::to_string(i);
+        EXPECT_EQ(paint.color(spot, "Brand", {1, 0, 0, 0}, i)->getName().toUtf8(), expected);
+    }
+    EXPECT_EQ(paint.findNamed("BRAND-777").size(), 1U);
+}
+
+TEST(Paint, ColorsAreFoundByValueAndByName) {
+    APaintTable paint;
+    EXPECT_EQ(paint.findRgb(0xff0000), nullptr);
+    AColorItem* red = paint.rgb(0xff0000);
+    EXPECT_EQ(paint.findRgb(0xff0000), red);
+    EXPECT_TRUE(paint.findNamed("red").empty()) << "RGB colours are found by value";
+    AColorItem* spot = paint.color(colorClass(_T("ASpotColorItem")), "Red", {1, 0, 0, 0}, 0xff0000);
+    AColorItem* cmyk = paint.color(colorClass(_T("ACMYKColorItem")), "", {0, 1, 1, 0}, 0xff0000);
+    EXPECT_EQ(paint.findNamed("rED"), (std::vector<AColorItem*>{spot, cmyk}));
+    EXPECT_EQ(cmyk->getName().toUtf8(), "red");
+}

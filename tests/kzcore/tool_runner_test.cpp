@@ -108,3 +108,42 @@ TEST(ToolRunner, WhatRaisesLeavesTheViewAsItWas) {
     EXPECT_EQ(runTool(tool, nullptr, error), AToolOutcome::done);
     EXPECT_TRUE(drawing.view().getHistory().undo());
 }
+
+TEST(ToolRunner, WhateverIsRaisedEndsTheStep) {
+    Drawing drawing;
+    AObject* a = drawing.add(drawing.layer(), _T("AOval"));
+    TestTool tool;
+    tool.start = [&](TestTool& self, void*) -> int {
+        self.preChangeObject();
+        drawing.select({a});
+        throw 7;
+    };
+    std::string error;
+    EXPECT_EQ(runTool(tool, nullptr, error), AToolOutcome::failed);
+    EXPECT_FALSE(error.empty());
+    EXPECT_TRUE(drawing.selected().empty());
+    tool.start = [&](TestTool& self, void*) {
+        drawing.select({a});
+        self.notifyEnd(nullptr);
+        return 1;
+    };
+    EXPECT_EQ(runTool(tool, nullptr, error), AToolOutcome::done);
+    EXPECT_EQ(error, "");
+    EXPECT_TRUE(drawing.view().getHistory().undo()) << "history goes on";
+}
+
+TEST(ToolRunner, AToolThatLeavesItsChangeOpenLeavesNoStepOpen) {
+    Drawing drawing;
+    AObject* a = drawing.add(drawing.layer(), _T("AOval"));
+    TestTool tool;
+    tool.start = [&](TestTool& self, void*) {
+        self.preChangeObject();
+        drawing.select({a});
+        self.notifyEnd(nullptr);
+        return 1;
+    };
+    std::string error;
+    EXPECT_EQ(runTool(tool, nullptr, error), AToolOutcome::done);
+    EXPECT_TRUE(drawing.view().getHistory().undo());
+    EXPECT_TRUE(drawing.selected().empty());
+}

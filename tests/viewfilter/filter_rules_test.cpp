@@ -238,3 +238,49 @@ TEST_F(FilterRules, AListedItemIsFoundWithoutItsName) {
     EXPECT_EQ(filter.isVisible(item.get()), 0);
     EXPECT_EQ(item->names, 0);
 }
+
+namespace {
+
+// Tells its name when it is deleted; clones into itself.
+class Telling : public ACondition {
+public:
+    Telling(std::string name, std::vector<std::string>& deleted)
+        : ACondition(AString(), _T("ARGBColorItem")), m_name(std::move(name)), m_deleted(deleted) {}
+    Telling(const Telling& source) : ACondition(source), m_name(source.m_name), m_deleted(source.m_deleted) {}
+    ~Telling() override { m_deleted.push_back(m_name); }
+    ACondition* clone() const override { return new Telling(*this); }
+
+private:
+    std::string m_name;
+    std::vector<std::string>& m_deleted;
+};
+
+}  // namespace
+
+TEST_F(FilterRules, ClearingDeletesTheShowListBeforeTheHideListEachFromItsHead) {
+    std::vector<std::string> deleted;
+    std::vector<std::unique_ptr<Telling>> made;
+    AObArray show;
+    AObArray hide;
+    std::vector<std::string> expected;
+    for (int i = 0; i < 40; ++i) {
+        const std::string name = (i < 20 ? "show " : "hide ") + std::to_string(i);
+        (i < 20 ? show : hide).Add(made.emplace_back(std::make_unique<Telling>(name, deleted)).get());
+        expected.push_back(name);
+    }
+    AViewAttrFilter filter;
+    filter.assign(show, hide, 0, 0);
+    EXPECT_TRUE(deleted.empty());
+    filter.clearConditions();
+    EXPECT_EQ(deleted, expected);
+    filter.assign(show, hide, 0, 1);
+    deleted.clear();
+    filter.setUniform(1);
+    EXPECT_EQ(deleted, expected);
+    {
+        AViewAttrFilter going;
+        going.assign(show, hide, 0, 0);
+        deleted.clear();
+    }
+    EXPECT_EQ(deleted, expected);
+}

@@ -1,4 +1,6 @@
 // When undo takes two filters for the same, and how the host gets its copies.
+#include <random>
+
 #include "tools.h"
 
 using namespace test;
@@ -119,12 +121,69 @@ TEST_F(FilterHistory, CopiesKeepTheirItemsAliveUntilTheyAreGone) {
     AColorItem* red = color("red");
     const int document = red->getReferenceCount();
     step("AHideThisTool", red);
-    EXPECT_EQ(red->getReferenceCount(), document + 2) << "the view's filter and the history's copy";
+    EXPECT_EQ(red->getReferenceCount(), document + 1) << "of the condition that filter and history share";
     step("AShowAllTool", nullptr);
-    EXPECT_EQ(red->getReferenceCount(), document + 1);
+    EXPECT_EQ(red->getReferenceCount(), document + 1) << "the history's alone";
     drawing.view().getHistory().undo();
-    EXPECT_EQ(red->getReferenceCount(), document + 2);
+    EXPECT_EQ(red->getReferenceCount(), document + 1);
     EXPECT_EQ(told(drawing.view().m_viewFilter), "normal show:  hide: red");
+}
+
+TEST_F(FilterHistory, ConditionsOutliveTheFilterWhoseHistoryIsKept) {
+    for (const char* name : {"red", "green"}) step("AHideThisTool", color(name));
+    step("AShowAllExceptTool", color("blue"));
+    step("AShowAllTool", nullptr);
+    AHistory& history = drawing.view().getHistory();
+    const char* const states[] = {"none", "normal show:  hide: red", "normal show:  hide: red,green",
+                                  "normal show:  hide: blue", "none"};
+    for (int i = 3; i >= 0; --i) {
+        EXPECT_TRUE(history.undo());
+        EXPECT_EQ(told(drawing.view().m_viewFilter), states[i]);
+    }
+    for (int i = 1; i <= 4; ++i) {
+        EXPECT_TRUE(history.redo());
+        EXPECT_EQ(told(drawing.view().m_viewFilter), states[i]);
+    }
+}
+
+// Each state of a random session comes back, by undo and redo, as it was told when it was made; what is
+// visible then is what the plain rules say.
+TEST_F(FilterHistory, RandomSessionsComeBackStepByStep) {
+    std::mt19937 random(std::random_device{}());
+    AHistory& history = drawing.view().getHistory();
+    std::vector<AColorItem*> colors;
+    for (std::uint32_t i = 0; i < 60; ++i) colors.push_back(drawing.document.getPaint().rgb(i * 0x010203));
+    std::vector<std::string> states{"none"};
+    std::size_t at = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const unsigned what = random() % 10;
+        if (what < 7) {
+            const char* const name = what == 0 && random() % 20 == 0 ? kTools[random() % 5]
+                                     : what < 5                      ? "AHideThisTool"
+                                                                     : "AShowThisTool";
+            if (step(name, colors[random() % colors.size()])) {
+                states.resize(at + 1);
+                states.push_back(told(drawing.view().m_viewFilter));
+                at += 1;
+                if (states.size() > 101) {
+                    states.erase(states.begin());
+                    --at;
+                }
+            }
+        } else if (what == 7 || random() % 2 != 0) {
+            EXPECT_EQ(history.undo(), at > 0);
+            if (at > 0) --at;
+        } else {
+            EXPECT_EQ(history.redo(), at + 1 < states.size());
+            if (at + 1 < states.size()) ++at;
+        }
+        ASSERT_EQ(told(drawing.view().m_viewFilter), states[at]) << "event " << i;
+        auto* filter = dynamic_cast<AViewAttrFilter*>(drawing.view().m_viewFilter);
+        AColorItem* asked = colors[random() % colors.size()];
+        if (filter) {
+            ASSERT_EQ(filter->isVisible(asked), plainlyVisible(*filter, asked)) << "event " << i;
+        }
+    }
 }
 
 TEST_F(FilterHistory, UnregisteredFiltersAreNotCopied) {

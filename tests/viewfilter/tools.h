@@ -5,11 +5,7 @@
 
 #include "support.h"
 #include "support/drawing.h"
-#include "viewfilter/hide_all_except_tool.h"
-#include "viewfilter/hide_this_tool.h"
-#include "viewfilter/show_all_except_tool.h"
-#include "viewfilter/show_all_tool.h"
-#include "viewfilter/show_this_tool.h"
+#include "viewfilter/color_tools.h"
 
 namespace test {
 

@@ -32,6 +32,14 @@ struct ToolRules : ToolTest {
     }
 };
 
+// Remembers how many references an item had when the filter was deleted: when a new one is handed over.
+struct CountingFilter : AViewFilter {
+    CountingFilter(const AReferItem* counted, int& count) : item(counted), references(count) {}
+    ~CountingFilter() override { references = item->getReferenceCount(); }
+    const AReferItem* item;
+    int& references;
+};
+
 // Tells when its class is asked for, which is when a condition is made of it.
 class Telling : public AColorItem {
 public:
@@ -166,4 +174,16 @@ TEST_F(ToolRules, TheConditionHasNoPathTheItemsClassAndTheItem) {
     EXPECT_EQ(held->path.toUtf8(), "");
     EXPECT_EQ(namesOf(*held), Names{"ARGBColorItem"});
     EXPECT_EQ(held->getReferItem(), red);
+}
+
+TEST_F(ToolRules, TheConditionIsGoneWhenTheFilterIsHandedOver) {
+    AColorItem* red = color("red");
+    const int document = red->getReferenceCount();
+    for (const char* name : {"AShowAllExceptTool", "AHideThisTool", "AHideAllExceptTool"}) {
+        int references = 0;
+        drawing.view().setViewFilter(new CountingFilter(red, references));
+        start(name, red);
+        EXPECT_EQ(references, document + 1) << name << ": the filter's own clone and nothing else";
+        drawing.view().setViewFilter(nullptr);
+    }
 }

@@ -13,31 +13,25 @@ std::uint32_t hashOf(std::string_view name) {
 
 }  // namespace
 
-ANameTable::ANameTable() : m_slots(64) {}
-
 // The slot that holds the name, or the free one where it belongs.
-std::size_t ANameTable::slotOf(std::string_view name, std::uint32_t hash) const {
+const std::uint32_t& ANameTable::slotOf(std::string_view name, std::uint32_t hash) const {
     const std::uint32_t low = mask();
-    for (std::uint32_t index = hash & low;; index = (index + 1) & low) {
-        const std::uint32_t slot = m_slots[index];
-        if (slot == 0 || (((slot ^ hash) & ~low) == 0 && get(slot & low) == name)) return index;
-    }
+    return m_slots.locate(hash, [=, this](std::uint32_t slot) {
+        return ((slot ^ hash) & ~low) == 0 && get(slot & low) == name;
+    });
 }
 
 void ANameTable::grow(std::size_t slots) {
-    std::vector<std::uint32_t> fresh(slots);
-    fresh.swap(m_slots);
-    const std::uint32_t low = mask();
-    for (std::uint32_t number = 1; number <= m_names.size(); ++number) {
-        const std::uint32_t hash = hashOf(get(number));
-        std::uint32_t index = hash & low;
-        while (m_slots[index] != 0) index = (index + 1) & low;
-        m_slots[index] = (hash & ~low) | number;
-    }
+    m_slots.resize(slots, [this](const auto&) {
+        for (std::uint32_t number = 1; number <= m_names.size(); ++number) {
+            const std::uint32_t hash = hashOf(get(number));
+            m_slots.add(hash, (hash & ~mask()) | number);
+        }
+    });
 }
 
 void ANameTable::prefetch(std::string_view name) const {
-    __builtin_prefetch(&m_slots[hashOf(name) & mask()]);
+    __builtin_prefetch(&m_slots.at(hashOf(name)));
 }
 
 void ANameTable::reserve(std::size_t count) {
@@ -49,15 +43,15 @@ void ANameTable::reserve(std::size_t count) {
 
 std::uint32_t ANameTable::add(std::string_view name) {
     if (name.empty()) return 0;
-    if ((m_names.size() + 1) * 4 > m_slots.size() * 3) grow(m_slots.size() * 2);
+    if (!m_slots.hasRoom(1)) grow(m_slots.size() * 2);
     const std::uint32_t hash = hashOf(name);
-    std::uint32_t& slot = m_slots[slotOf(name, hash)];
+    auto& slot = const_cast<std::uint32_t&>(slotOf(name, hash));
     if (slot != 0) return 0;
     char* text = static_cast<char*>(m_text.allocate(name.size(), 1));
     std::memcpy(text, name.data(), name.size());
     m_names.emplace_back(text, name.size());
     const auto number = static_cast<std::uint32_t>(m_names.size());
-    slot = (hash & ~mask()) | number;
+    m_slots.take(slot, (hash & ~mask()) | number);
     return number;
 }
 
@@ -83,5 +77,5 @@ std::uint32_t ANameTable::addUnique(std::string_view stem, bool numbered) {
 }
 
 std::uint32_t ANameTable::find(std::string_view name) const {
-    return m_slots[slotOf(name, hashOf(name))] & mask();
+    return slotOf(name, hashOf(name)) & mask();
 }

@@ -1,8 +1,8 @@
 #include "kzcore/document/object.h"
 
-#include <algorithm>
-
 #include "kzcore/document/document.h"
+#include "kzcore/document/object_paint.h"
+#include "kzutil/rect_math.h"
 
 int AObject::hasOption(int) const {
     return 0;
@@ -35,21 +35,8 @@ void AObject::getBoundingRect(AFRect& bounds) const {
 }
 
 void AObject::getAllReferItems(AObList& items, unsigned int) const {
-    if (const ABrush* brush = getBrush(); brush && brush->getBrushItem()) {
-        ABrushItem* item = brush->getBrushItem();
-        const auto* solid = dynamic_cast<const ASolidBrushItem*>(item);
-        if (solid && solid->getColorItem())
-            items.AddTail(solid->getColorItem());
-        else if (!solid)
-            items.AddTail(item);
-    }
-    if (const APen* pen = getPen(); pen && pen->getPenItem()) {
-        const APenItem* item = pen->getPenItem();
-        if (item->getColorItem())
-            items.AddTail(item->getColorItem());
-        else if (item->getBrushItem())
-            items.AddTail(item->getBrushItem());
-    }
+    if (AReferItem* fill = shownItem(fillItem(*this))) items.AddTail(fill);
+    if (AReferItem* stroke = shownItem(strokeItem(*this))) items.AddTail(stroke);
 }
 
 ADocument* AObject::getDocument() const {
@@ -80,13 +67,7 @@ void AParent::getBoundingRect(AFRect& bounds) const {
         AFRect part;
         static_cast<AObject*>(entry)->getBoundingRect(part);
         if (part == AFRect()) continue;  // has no geometry
-        if (found) {
-            part.left = std::min(part.left, bounds.left);
-            part.top = std::min(part.top, bounds.top);
-            part.right = std::max(part.right, bounds.right);
-            part.bottom = std::max(part.bottom, bounds.bottom);
-        }
-        bounds = part;
+        bounds = found ? unionOf(part, bounds) : part;
         found = true;
     }
 }

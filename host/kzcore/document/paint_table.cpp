@@ -1,5 +1,6 @@
 #include "kzcore/document/paint_table.h"
 
+#include <algorithm>
 #include <deque>
 #include <map>
 #include <string>
@@ -7,6 +8,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "kzcore/document/named_colors.h"
 #include "kzutil/flat_table.h"
 
 namespace {
@@ -22,6 +24,12 @@ struct Release {
 template <class Item>
 using Counted = std::unique_ptr<Item, Release>;
 
+std::string inLowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return lower;
+}
+
 }  // namespace
 
 struct APaintTable::Impl {
@@ -31,10 +39,14 @@ struct APaintTable::Impl {
         APen pen{nullptr};
     };
 
+    using Key = std::tuple<const AClassInfo*, std::string, AColorItem::Components, std::uint32_t>;
+
     AFlatTable rgb;  // from value to colour number
-    std::map<std::tuple<const AClassInfo*, std::string, AColorItem::Components>, AColorItem*> others;
-    std::vector<AColorItem*> colors;   // the colour of number n is colors[n - 1]
-    std::deque<Holders> colorHolders;  // side by side with `colors`; objects point into it
+    std::map<Key, AColorItem*> others;
+    std::unordered_map<std::string, std::vector<AColorItem*>> named;  // those others, by name in lower case
+    std::unordered_map<std::string, int> nextSuffix;  // of names that stand for several colours
+    std::vector<AColorItem*> colors;                  // the colour of number n is colors[n - 1]
+    std::deque<Holders> colorHolders;                 // side by side with `colors`; objects point into it
     std::unordered_map<AReferItem*, Holders> otherHolders;  // of brush items and other documents' colours
     std::unordered_map<std::string, ABrush> gradients;
     std::unordered_map<std::string, ABrush> patterns;
@@ -51,6 +63,26 @@ struct APaintTable::Impl {
         colorHolders.resize(colors.size() + 1);
         item->m_number = static_cast<std::uint32_t>(colors.size() + 1);
         return keep(colors, std::move(item));
+    }
+
+    bool isTaken(const AClassInfo& colorClass, const std::string& name) const {
+        const auto found = named.find(inLowerCase(name));
+        if (found == named.end()) return false;
+        const AString wanted = AString::fromUtf8(name);
+        return std::ranges::any_of(found->second, [&](const AColorItem* color) {
+            return &color->getClassInfo() == &colorClass && color->getName() == wanted;
+        });
+    }
+
+    // The name itself, or the first of name-2, name-3, … that no colour of the class has. The next suffix is
+    // remembered, so that a thousand like names do not search for theirs.
+    std::string freeName(const AClassInfo& colorClass, std::string_view name) {
+        std::string unique(name);
+        while (isTaken(colorClass, unique)) {
+            int& suffix = nextSuffix.try_emplace(std::string(name), 2).first->second;
+            unique = std::string(name) + '-' + std::to_string(suffix++);
+        }
+        return unique;
     }
 
     template <class Make>
@@ -100,12 +132,26 @@ std::uint32_t APaintTable::rgbNumber(std::uint32_t value) {
 
 AColorItem* APaintTable::color(const AClassInfo& colorClass, std::string_view name,
                                const AColorItem::Components& components, std::uint32_t display) {
-    AColorItem*& slot = m_impl->others[{&colorClass, std::string(name), components}];
-    if (!slot) {
-        slot = m_impl->keepColor(Counted<AColorItem>(
-            new AColorItem(colorClass, AString::fromUtf8(name), components, colorRef(display))));
-    }
+    AColorItem*& slot = m_impl->others[{&colorClass, std::string(name), components, display}];
+    if (slot) return slot;
+    const std::string called =
+        name.empty() ? canonicalColorName(display) : m_impl->freeName(colorClass, name);
+    std::vector<AColorItem*>& namesakes = m_impl->named[inLowerCase(called)];
+    namesakes.reserve(namesakes.size() + 1);  // a colour must not be kept and then not be found
+    slot = m_impl->keepColor(Counted<AColorItem>(
+        new AColorItem(colorClass, AString::fromUtf8(called), components, colorRef(display))));
+    namesakes.push_back(slot);
     return slot;
+}
+
+AColorItem* APaintTable::findRgb(std::uint32_t value) const {
+    const std::uint32_t number = m_impl->rgb.find(value);
+    return number == 0 ? nullptr : m_impl->colors[number - 1];
+}
+
+std::vector<AColorItem*> APaintTable::findNamed(std::string_view name) const {
+    const auto found = m_impl->named.find(inLowerCase(name));
+    return found == m_impl->named.end() ? std::vector<AColorItem*>() : found->second;
 }
 
 ABrush* APaintTable::solidBrush(AColorItem* color) {

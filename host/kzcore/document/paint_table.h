@@ -20,6 +20,9 @@ public:
     AColorItem* rgb(std::uint32_t value);
     // A colour of any class of the colour item class table. An empty name is replaced by one made of the
     // display colour. `display` is 0xRRGGBB.
+    //
+    // A name stands for one colour of its class: when another colour has it already, as when two swatches of a
+    // drawing have one label, the new one is called name-2, name-3, ….
     AColorItem* color(const AClassInfo& colorClass, std::string_view name,
                       const AColorItem::Components& components, std::uint32_t display);
 
@@ -33,6 +36,11 @@ public:
     ABrush* patternBrush(std::string_view name);
     APen* pen(AColorItem* color);
     APen* brushPen(ABrushItem* brush);
+
+    // Null when the document does not use the value.
+    AColorItem* findRgb(std::uint32_t value) const;
+    // The colours of other classes by name, without regard to ASCII case, in order of first use.
+    std::vector<AColorItem*> findNamed(std::string_view name) const;
 
     // In order of first use.
     const std::vector<AColorItem*>& getColors() const;

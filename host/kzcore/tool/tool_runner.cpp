@@ -7,26 +7,20 @@
 
 AToolOutcome runTool(ATool& tool, AReferItem* item, std::string& error) {
     error.clear();
-    ADocView* view = nullptr;
     try {
         if (!tool.isValid()) return AToolOutcome::notValid;
-        view = ADocView::GetActiveView();
+        ADocView* view = ADocView::GetActiveView();
         if (!view) return AToolOutcome::notValid;
-        view->getHistory().begin();
+        AHistory::Step step(view->getHistory());
+        tool.m_endCount = 0;
+        const int started = item ? tool.onToolStart(AFPoint(), item) : tool.onToolStart();
+        step.end();
+        if (started == 0) return AToolOutcome::refused;
+        return tool.hasEnded() ? AToolOutcome::done : AToolOutcome::notEnded;
     } catch (const std::exception& raised) {
         error = raised.what();
-        return AToolOutcome::failed;
+    } catch (...) {
+        error = "it raised something that is no exception of the standard library";
     }
-    int started = 0;
-    tool.m_endCount = 0;
-    try {
-        started = item ? tool.onToolStart(AFPoint(), item) : tool.onToolStart();
-        view->getHistory().end();
-    } catch (const std::exception& raised) {
-        error = raised.what();
-        view->getHistory().cancel();
-        return AToolOutcome::failed;
-    }
-    if (started == 0) return AToolOutcome::refused;
-    return tool.hasEnded() ? AToolOutcome::done : AToolOutcome::notEnded;
+    return AToolOutcome::failed;
 }

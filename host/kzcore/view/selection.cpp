@@ -83,10 +83,9 @@ void ASelection::sortSelection(int redraw) {
     change(redraw);
 }
 
-void ASelection::restore(const std::vector<AObject*>& objects) {
-    std::vector<AObject*> fresh(objects);
+void ASelection::restore(std::vector<AObject*> objects) noexcept {
     for (AObject* object : m_objects) object->setObjectFlags(kObjectSelected, false);
-    for (AObject* object : fresh) object->setObjectFlags(kObjectSelected, true);
-    m_objects = std::move(fresh);
+    for (AObject* object : objects) object->setObjectFlags(kObjectSelected, true);
+    m_objects = std::move(objects);
     change(0);
 }

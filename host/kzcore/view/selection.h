@@ -24,8 +24,7 @@ public:
     // Appends the selected objects to the list. Non-zero when there are any.
     int getSelectedChildren(AObList* children) const;
 
-    // Where an operation takes `redraw`, non-zero asks for the handles to be drawn anew at once, if anything
-    // changes.
+    // If `redraw` is non-zero, an operation redraws the handles immediately when the selection changes.
 
     // Empties the selection.
     void resetSelection(int redraw);
@@ -36,7 +35,7 @@ public:
     void sortSelection(int redraw);
 
     // Replaces the selection by exactly these objects; the history's way back.
-    void restore(const std::vector<AObject*>& objects);
+    void restore(std::vector<AObject*> objects) noexcept;
 
     // Grows with every change.
     unsigned long long getRevision() const { return m_revision; }

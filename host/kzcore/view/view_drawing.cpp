@@ -2,6 +2,7 @@
 
 #include "kzcore/device/device.h"
 #include "kzcore/document/document.h"
+#include "kzcore/document/object_paint.h"
 #include "kzcore/view/paint_visibility.h"
 #include "kzcore/view/view.h"
 
@@ -19,18 +20,13 @@ public:
         AFRect bounds;
         object.getBoundingRect(bounds);
         const APath box = APath::rectangle(bounds);
-        const ABrush* brush = object.getBrush();
-        const auto* solid = brush ? dynamic_cast<ASolidBrushItem*>(brush->getBrushItem()) : nullptr;
-        if (visible.fill && solid && solid->getColorItem()) {
-            m_canvas.fill(box, m_toPixels, {AColor(solid->getColorItem()->getDisplayColor())},
-                          EFillRule::nonZero);
-        }
-        const APen* pen = object.getPen();
-        const APenItem* item = pen ? pen->getPenItem() : nullptr;
-        if (visible.stroke && item && item->getStyle() != APenItem::kStyleNone && item->getColorItem()) {
-            m_canvas.stroke(box, m_toPixels, {AColor(item->getColorItem()->getDisplayColor())},
-                            AStrokeStyle());
-        }
+        const auto paintOf = [](const AColorItem& color) { return APaint{AColor(color.getDisplayColor())}; };
+        const AColorItem* fill = colorOf(fillItem(object));
+        if (visible.fill && fill) m_canvas.fill(box, m_toPixels, paintOf(*fill), EFillRule::nonZero);
+        const APenItem* pen = strokeItem(object);
+        const AColorItem* stroke =
+            pen && pen->getStyle() != APenItem::kStyleNone ? pen->getColorItem() : nullptr;
+        if (visible.stroke && stroke) m_canvas.stroke(box, m_toPixels, paintOf(*stroke), AStrokeStyle());
     }
 
 private:

@@ -2,6 +2,7 @@
 
 #include <typeindex>
 #include <unordered_map>
+#include <utility>
 
 namespace {
 
@@ -16,6 +17,17 @@ const AViewFilterOperations* operationsOf(const AViewFilter& filter) {
     const auto found = registry().find(typeid(filter));
     return found == registry().end() ? nullptr : &found->second;
 }
+
+// The state of a filter that is simply copied.
+class CopiedState : public AViewFilterState {
+public:
+    explicit CopiedState(std::unique_ptr<AViewFilter> copy) : m_copy(std::move(copy)) {}
+    bool isStateOf(const AViewFilter& filter) const override { return sameViewFilter(m_copy.get(), &filter); }
+    std::unique_ptr<AViewFilter> make() const override { return copyViewFilter(m_copy.get()); }
+
+private:
+    std::unique_ptr<AViewFilter> m_copy;
+};
 
 }  // namespace
 
@@ -41,4 +53,11 @@ bool sameViewFilter(const AViewFilter* a, const AViewFilter* b) {
     if (!a || !b || typeid(*a) != typeid(*b)) return false;
     const AViewFilterOperations* operations = operationsOf(*a);
     return operations && operations->same(*a, *b);
+}
+
+std::unique_ptr<AViewFilterState> keepViewFilter(const AViewFilter* filter) {
+    const AViewFilterOperations* operations = filter ? operationsOf(*filter) : nullptr;
+    if (!operations) return nullptr;
+    if (operations->keep) return operations->keep(*filter);
+    return std::make_unique<CopiedState>(copyViewFilter(filter));
 }
