@@ -39,6 +39,9 @@ int runView(const ViewOptions& options);
 int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size,
               const std::optional<std::string>& area);
 
+// What the dialogs remember for the next run. `reset`: forget it, and then tell what is left.
+int runPrefs(bool reset, bool json);
+
 // "-": standard input.
 int runScript(const std::string& file);
 
