@@ -4,7 +4,6 @@
 #include <bit>
 #include <cmath>
 
-#include "canvas/canvas_limits.h"
 #include "kzcore/document/document.h"
 #include "kzcore/document/refer_item.h"
 
@@ -32,6 +31,11 @@ AFRect boundsOf(const APath& path, const AAffine& transform) {
 bool isFinite(const AFRect& box) {
     return std::isfinite(box.left) && std::isfinite(box.top) && std::isfinite(box.right) &&
            std::isfinite(box.bottom);
+}
+
+// How much longer a length becomes at most.
+double largestScale(const AAffine& t) {
+    return std::max(std::hypot(t.a, t.b), std::hypot(t.c, t.d)) * std::sqrt(2.0);
 }
 
 // How far a pen reaches from its outline. Curved outlines join at any angle, so beyond a miter counts, too.

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 #include "kzcore/display/display_drawing.h"
@@ -11,6 +12,32 @@
 namespace {
 
 constexpr std::uint32_t kWhite = 0xffffffff;
+
+AImage drawPart(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, const RECT& area,
+                const std::function<bool()>& stops) {
+    AImage image(static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top));
+    std::fill(image.pixels().begin(), image.pixels().end(), kWhite);
+    APixels pixels = pixelsOf(image);
+    pixels.hasAlpha = false;
+    {
+        ACanvas canvas(pixels);
+        const AAffine toPart = AAffine::translation(-area.left, -area.top) * toPixels;
+        if (!ADisplayDrawing(list, shown, toPart).draw(canvas, stops)) return {};
+    }
+    for (std::uint32_t& pixel : image.pixels()) pixel |= 0xff000000;
+    return image;
+}
+
+// The format walks all of a picture for each square, and only one at a time.
+bool isMostlyPictures(const ADisplayList& list) {
+    if (list.isOnePicture()) return true;
+    std::size_t entries = 0;
+    for (std::uint32_t i = 0; i < list.groupCount(); ++i) {
+        const ADisplayGroup& group = list.group(i);
+        if (group.picture) entries += group.endEntry - group.firstEntry;
+    }
+    return entries * 2 > list.entryCount();
+}
 
 void copyInto(AImage& picture, const AImage& tile, int left, int top) {
     const int width = std::min(tile.width(), picture.width() - left);
@@ -22,22 +49,12 @@ void copyInto(AImage& picture, const AImage& tile, int left, int top) {
 
 AImage drawTile(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int side, int x,
                 int y, const std::function<bool()>& stops) {
-    AImage image(side, side);
-    std::fill(image.pixels().begin(), image.pixels().end(), kWhite);
-    APixels pixels = pixelsOf(image);
-    pixels.hasAlpha = false;
-    {
-        ACanvas canvas(pixels);
-        const AAffine toTile =
-            AAffine::translation(-static_cast<double>(side) * x, -static_cast<double>(side) * y) * toPixels;
-        if (!ADisplayDrawing(list, shown, toTile).draw(canvas, stops)) return {};
-    }
-    for (std::uint32_t& pixel : image.pixels()) pixel |= 0xff000000;
-    return image;
+    return drawPart(list, shown, toPixels, {x * side, y * side, (x + 1) * side, (y + 1) * side}, stops);
 }
 
 AImage drawTiled(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int width,
                  int height, int side, unsigned threads) {
+    if (isMostlyPictures(list)) return drawPart(list, shown, toPixels, {0, 0, width, height}, {});
     AImage picture(width, height);
     const int columns = (width + side - 1) / side;
     const int rows = (height + side - 1) / side;
@@ -60,7 +77,11 @@ AImage drawTiled(const ADisplayList& list, const AShownPaint& shown, const AAffi
     threads = std::min(threads, static_cast<unsigned>(std::max(1, columns * rows)));
     {
         std::vector<std::jthread> others;
-        for (unsigned i = 1; i < threads; ++i) others.emplace_back(work);
+        try {
+            for (unsigned i = 1; i < threads; ++i) others.emplace_back(work);
+        } catch (const std::system_error&) {
+            // As many as there are have to do.
+        }
         work();
     }
     if (error) std::rethrow_exception(error);

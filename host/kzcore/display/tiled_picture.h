@@ -13,6 +13,7 @@
 AImage drawTile(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int side, int x,
                 int y, const std::function<bool()>& stops = {});
 
-// A whole picture made of such squares by so many threads; 0: as many as there are cores. Raises bad_alloc.
+// A whole picture made of such squares by so many threads; 0: as many as there are cores. Where the format draws most
+// of it by itself, one square is the whole picture. Raises bad_alloc.
 AImage drawTiled(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int width,
                  int height, int side, unsigned threads = 0);

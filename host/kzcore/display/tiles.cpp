@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
+#include <system_error>
 
 #include "kzcore/display/display_drawing.h"
 
@@ -39,7 +40,11 @@ ATiles::ATiles(std::shared_ptr<const ADisplayList> list, std::shared_ptr<const A
     : m_list(std::move(list)), m_options(std::move(options)), m_shown(std::move(shown)) {
     const unsigned count =
         m_options.threads != 0 ? m_options.threads : std::max(1U, std::thread::hardware_concurrency());
-    for (unsigned i = 0; i < count; ++i) m_threads.emplace_back([this] { work(); });
+    try {
+        for (unsigned i = 0; i < count; ++i) m_threads.emplace_back([this] { work(); });
+    } catch (const std::system_error&) {
+        if (m_threads.empty()) throw;
+    }
 }
 
 ATiles::~ATiles() {
