@@ -1,5 +1,8 @@
 #include "kzcore/display/hits.h"
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <random>
 
@@ -42,6 +45,43 @@ std::map<const AObject*, AImage> ownPictures(const Shown& shown, const AAffine& 
         pictures.emplace(object, std::move(image));
     }
     return pictures;
+}
+
+// At random pixels; how many objects were hit.
+int hitAsTheirOwnPictures(const std::string& text, const AAffine& toPixels, int pixels,
+                          std::mt19937& random) {
+    int hit = 0;
+    const Shown shown(text);
+    const auto pictures = ownPictures(shown, toPixels);
+    AHits hits(*shown.list, shown.shown, toPixels);
+    for (int at = 0; at < pixels; ++at) {
+        const int x = static_cast<int>(random() % Shown::kWidth);
+        const int y = static_cast<int>(random() % Shown::kHeight);
+        const std::vector<const AObject*> all = hits.allAt({x + 0.5, y + 0.5}, 0);
+        EXPECT_EQ(hits.topAt({x + 0.5, y + 0.5}, 0), all.empty() ? nullptr : all.front());
+        std::string expected;
+        std::string found;
+        for (std::uint32_t n = static_cast<std::uint32_t>(shown.list->objectCount()); n-- > 1;) {
+            const AObject& object = shown.list->object(n);
+            const auto own = pictures.find(&object);
+            if (own == pictures.end()) continue;
+            const std::uint32_t alpha = own->second.at(x, y) >> 24;
+            // The faintest edges may be rounded either way.
+            if (alpha > 0 && alpha < 4) continue;
+            const bool isFound = std::find(all.begin(), all.end(), &object) != all.end();
+            if (alpha != 0) expected += nameOf(&object) + ' ';
+            if (isFound) found += nameOf(&object) + ' ';
+            hit += isFound ? 1 : 0;
+        }
+        EXPECT_EQ(found, expected) << text << "\nat " << x << ", " << y;
+        if (testing::Test::HasFailure()) break;
+    }
+    return hit;
+}
+
+std::string textOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
 }  // namespace
@@ -114,38 +154,23 @@ TEST(Hits, TellWhatLiesInARectangleFromWhatTouchesIt) {
     EXPECT_EQ(names(hits.touching({190, 80, 200, 100})), "");
 }
 
-TEST(Hits, AreTheTopmostObjectsWhoseOwnPictureCoversThePixel) {
+TEST(Hits, OfRandomDrawingsAreTheObjectsWhoseOwnPicturesCoverThePixel) {
     std::mt19937 random(7);
     int hit = 0;
-    for (int i = 0; i < 25; ++i) {
+    for (int i = 0; i < 25 && !HasFailure(); ++i) {
         const std::string text = svg_test::randomDrawing(random);
         const double scale = 0.5 + static_cast<double>(random() % 100) / 40;
-        const AAffine toPixels{scale, 0, 0, scale, 2.5, -3};
-        const Shown shown(text);
-        const auto pictures = ownPictures(shown, toPixels);
-        AHits hits(*shown.list, shown.shown, toPixels);
-        for (int at = 0; at < 30; ++at) {
-            const int x = static_cast<int>(random() % Shown::kWidth);
-            const int y = static_cast<int>(random() % Shown::kHeight);
-            const std::vector<const AObject*> all = hits.allAt({x + 0.5, y + 0.5}, 0);
-            const AObject* const top = hits.topAt({x + 0.5, y + 0.5}, 0);
-            ASSERT_EQ(top, all.empty() ? nullptr : all.front());
-            std::string expected;
-            std::string found;
-            for (std::uint32_t n = static_cast<std::uint32_t>(shown.list->objectCount()); n-- > 1;) {
-                const AObject& object = shown.list->object(n);
-                const auto own = pictures.find(&object);
-                if (own == pictures.end()) continue;
-                const std::uint32_t alpha = own->second.at(x, y) >> 24;
-                // The faintest edges may be rounded either way.
-                if (alpha > 0 && alpha < 4) continue;
-                const bool isFound = std::find(all.begin(), all.end(), &object) != all.end();
-                if (alpha != 0) expected += nameOf(&object) + ' ';
-                if (isFound) found += nameOf(&object) + ' ';
-                hit += isFound ? 1 : 0;
-            }
-            ASSERT_EQ(found, expected) << text << "\nat " << x << ", " << y << ", scale " << scale;
-        }
+        hit += hitAsTheirOwnPictures(text, {scale, 0, 0, scale, 2.5, -3}, 30, random);
+    }
+    EXPECT_GT(hit, 50);
+}
+
+TEST(Hits, OfGoldenDrawingsAreTheObjectsWhoseOwnPicturesCoverThePixel) {
+    std::mt19937 random(9);
+    int hit = 0;
+    for (const auto& folder : std::filesystem::directory_iterator(KZ_GOLDEN)) {
+        if (folder.is_directory())
+            hit += hitAsTheirOwnPictures(textOf(folder.path() / "drawing.svg"), AAffine(), 60, random);
     }
     EXPECT_GT(hit, 50);
 }
