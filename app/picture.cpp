@@ -7,27 +7,17 @@
 #include "app/output.h"
 #include "app/session.h"
 #include "canvas/image.h"
-#include "kzcore/device/device.h"
-#include "kzcore/device/pixel_section.h"
-#include "kzcore/view/view.h"
+#include "kzcore/display/tiled_picture.h"
+#include "kzcore/view/view_display.h"
 #include "kzutil/rect_math.h"
 
 namespace app {
 
 namespace {
 
-// Pixels that belong to the device, so that the view is drawn right into them.
-class PictureDevice : public ADevice {
-public:
-    explicit PictureDevice(APixelSection& section)
-        : ADevice(section.getContext(), AScreenInfo(1.0)), m_section(section) {}
-    ~PictureDevice() override { closeCanvas(); }
-
-private:
-    APixelSection* getSection() override { return &m_section; }
-
-    APixelSection& m_section;
-};
+constexpr std::uint32_t kWhite = 0xffffffff;
+// Large squares cut few objects in two, and still keep all cores busy.
+constexpr int kTileSide = 512;
 
 std::string textOf(PictureSize size) {
     return std::to_string(size.width) + 'x' + std::to_string(size.height);
@@ -90,27 +80,33 @@ AAffine fit(const AFRect& area, PictureSize size) {
     return {scale, 0, 0, scale, left - area.left * scale, top - area.top * scale};
 }
 
-// The whole pixels that the area touches: beside the page, the picture stays empty.
-APath pixelsOfArea(const AFRect& area, const AAffine& toPixels, PictureSize size) {
+// Whitens what lies beside the whole pixels that the area touches.
+void whitenBeside(AImage& image, const AFRect& area, const AAffine& toPixels) {
     const AFPoint from = toPixels.apply({area.left, area.top});
     const AFPoint to = toPixels.apply({area.right, area.bottom});
     constexpr double kRounding = 1e-6;
-    const auto within = [](double edge, int longest) {
-        return std::clamp(edge, 0.0, static_cast<double>(longest));
+    const auto pixel = [](double edge, int longest) {
+        return static_cast<int>(std::clamp(edge, 0.0, static_cast<double>(longest)));
     };
-    return APath::rectangle({within(std::floor(from.x + kRounding), size.width),
-                             within(std::floor(from.y + kRounding), size.height),
-                             within(std::ceil(to.x - kRounding), size.width),
-                             within(std::ceil(to.y - kRounding), size.height)});
+    const int left = pixel(std::floor(from.x + kRounding), image.width());
+    const int right = pixel(std::ceil(to.x - kRounding), image.width());
+    const int top = pixel(std::floor(from.y + kRounding), image.height());
+    const int bottom = pixel(std::ceil(to.y - kRounding), image.height());
+    for (int y = 0; y < image.height(); ++y) {
+        std::uint32_t* const row = image.row(y);
+        const bool beside = y < top || y >= bottom;
+        std::fill(row, row + (beside ? image.width() : left), kWhite);
+        std::fill(row + right, row + image.width(), kWhite);
+    }
 }
 
-AImage imageOf(const APixels& pixels) {
-    AImage image(pixels.width, pixels.height);
-    constexpr std::uint32_t kOpaque = 0xff000000;
-    const auto* from = static_cast<const std::uint32_t*>(pixels.bits);
-    std::ranges::transform(from, from + image.pixels().size(), image.pixels().begin(),
-                           [](std::uint32_t pixel) { return pixel | kOpaque; });
-    return image;
+double takeNumber(const std::string& text, std::string_view& rest) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
+    if (error != std::errc() || !std::isfinite(value))
+        throw Failure{inQuotes(text) + " is no area: it is X,Y,WIDTH,HEIGHT, in user units"};
+    rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
+    return value;
 }
 
 }  // namespace
@@ -124,21 +120,30 @@ PictureSize readPictureSize(const std::string& text) {
     return size;
 }
 
-std::string drawPng(const ADocView& view, PictureSize size) {
+AFRect readPictureArea(const std::string& text) {
+    std::string_view rest = text;
+    double numbers[4];
+    for (double& number : numbers) {
+        number = takeNumber(text, rest);
+        const bool isLast = &number == std::end(numbers) - 1;
+        if (isLast != rest.empty() || (!isLast && rest.front() != ','))
+            throw Failure{inQuotes(text) + " is no area: it is X,Y,WIDTH,HEIGHT, in user units"};
+        if (!isLast) rest.remove_prefix(1);
+    }
+    const AFRect area{numbers[0], numbers[1], numbers[0] + numbers[2], numbers[1] + numbers[3]};
+    if (!hasExtent(area)) throw Failure{inQuotes(text) + " is no area: its width and height are above 0"};
+    return area;
+}
+
+std::string drawPng(const ADocView& view, PictureSize size, const std::optional<AFRect>& part) {
     ADocument& document = *view.getDocument();
-    const AFRect area = shownArea(document);
+    const AFRect area = part ? *part : shownArea(document);
     size = wholeSize(size, area, document.getPageScale());
     const AAffine toPixels = fit(area, size);
-    APixelSection section(size.width, size.height);
-    if (!section.isValid()) throw std::bad_alloc();
-    PictureDevice device(section);
-    device.Fill(AColor(RGB(255, 255, 255)));
-    device.DrawStart();
-    device.canvas().pushClip(pixelsOfArea(area, toPixels, size), AAffine(), EFillRule::nonZero);
-    view.draw(device, toPixels);
-    device.canvas().popClip();
-    device.DrawEnd();
-    return encodePng(imageOf(section.getPixels()));
+    AViewDisplay display(view);
+    AImage image = drawTiled(*display.list(), *display.shown(), toPixels, size.width, size.height, kTileSide);
+    whitenBeside(image, area, toPixels);
+    return encodePng(image);
 }
 
 }  // namespace app

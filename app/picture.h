@@ -1,9 +1,11 @@
 // Pictures of a drawing as its view shows it.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "kzcore/view/view.h"
+#include "kzutil/rect.h"
 
 namespace app {
 
@@ -17,8 +19,11 @@ constexpr int kLongestPictureSide = 32767;
 // Reads WIDTHxHEIGHT or WIDTH. Raises Failure.
 PictureSize readPictureSize(const std::string& text);
 
-// The bytes of a PNG file: the page, fitted into the picture and centred, on white; where the page has no
-// extent, what the objects cover. Raises Failure, and bad_alloc.
-std::string drawPng(const ADocView& view, PictureSize size);
+// Reads X,Y,WIDTH,HEIGHT in user units. Raises Failure.
+AFRect readPictureArea(const std::string& text);
+
+// The bytes of a PNG file: the page, or the part of the drawing that is given, fitted into the picture and centred,
+// on white; where the page has no extent, what the objects cover. Raises Failure, and bad_alloc.
+std::string drawPng(const ADocView& view, PictureSize size, const std::optional<AFRect>& part = std::nullopt);
 
 }  // namespace app

@@ -109,7 +109,7 @@ std::string helpOf(const CLI::App& program) {
 // What the command line says, kept until its command runs.
 struct Given {
     int status = 0;  // what the command returned
-    std::string file, out, size;
+    std::string file, out, size, area;
     bool json = false, reset = false;
     std::string similar, colored;
     std::vector<std::string> colors;  // of the tool options, in no order: see stepsOf
@@ -188,8 +188,12 @@ void addRender(CLI::App& program, Given& given) {
     addFile(render, given.file, "An SVG drawing")->required();
     render->add_option("-o,--output", given.out, "The picture, a PNG file")->type_name("FILE")->required();
     const CLI::Option* size = addSize(render, given.size);
-    render->final_callback(
-        [&given, size] { given.status = runRender(given.file, given.out, valueOf(size, given.size)); });
+    const CLI::Option* area =
+        render->add_option("--area", given.area, "The part to draw, in user units; else the page")
+            ->type_name("X,Y,WIDTH,HEIGHT");
+    render->final_callback([&given, size, area] {
+        given.status = runRender(given.file, given.out, valueOf(size, given.size), valueOf(area, given.area));
+    });
 }
 
 void addPrefs(CLI::App& program, Given& given) {

@@ -35,8 +35,9 @@ struct ViewOptions {
 // Without a file to write, what is hidden is told.
 int runView(const ViewOptions& options);
 
-// `out` is a picture; without a size it is the page's.
-int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size);
+// `out` is a picture; without a size it is the page's, without an area it shows the page.
+int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size,
+              const std::optional<std::string>& area);
 
 // What the dialogs remember for the next run. `reset`: forget it, and then tell what is left.
 int runPrefs(bool reset, bool json);

@@ -5,12 +5,14 @@
 
 namespace app {
 
-int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size) {
+int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size,
+              const std::optional<std::string>& area) {
     const PictureSize pixels = size ? readPictureSize(*size) : PictureSize();
+    const std::optional<AFRect> part = area ? std::optional(readPictureArea(*area)) : std::nullopt;
     checkPictureName(out);
     Session session;
     session.open(file);
-    writeFile(out, onFile(file, [&] { return drawPng(session.view(), pixels); }));
+    writeFile(out, onFile(file, [&] { return drawPng(session.view(), pixels, part); }));
     return 0;
 }
 

@@ -112,6 +112,10 @@ std::unique_ptr<AObjectPainter> DrawingSource::startPainting(ACanvas& canvas, co
     return makePainter(m_text, m_root, canvas, toPixels);
 }
 
+std::unique_ptr<AObjectPainter> DrawingSource::startRecording(ADisplayRecorder& recorder) const {
+    return makeRecording(m_text, m_root, recorder);
+}
+
 AFRect DrawingSource::computeBounds(const AObject& object) const {
     const std::string_view text = startTag(object);
     if (text.empty()) return {};

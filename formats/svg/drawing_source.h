@@ -24,6 +24,7 @@ public:
 
     AFRect computeBounds(const AObject& object) const override;
     std::unique_ptr<AObjectPainter> startPainting(ACanvas& canvas, const AAffine& toPixels) const override;
+    std::unique_ptr<AObjectPainter> startRecording(ADisplayRecorder& recorder) const override;
 
     // UTF-8 without byte order mark, the drawing's own entities replaced.
     const std::string& text() const { return m_text; }

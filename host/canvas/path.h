@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "kzutil/affine.h"
@@ -27,6 +28,11 @@ public:
     void close();
     // Empty again; keeps its memory.
     void clear();
+    // Becomes these verbs with their points, the first a move; keeps its memory.
+    void assign(std::span<const EVerb> verbs, std::span<const AFPoint> points) {
+        m_verbs.assign(verbs.begin(), verbs.end());
+        m_points.assign(points.begin(), points.end());
+    }
     // Appends the figures of another path, every point transformed.
     void append(const APath& other, const AAffine& transform);
 

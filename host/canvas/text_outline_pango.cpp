@@ -1,10 +1,11 @@
-// Pango's objects live as long as the process and are for one thread at a time.
+// Pango's objects live as long as the process and are for one thread at a time, so the others wait.
 #include <cairo.h>
 #include <pango/pangocairo.h>
 
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <mutex>
 
 #include "canvas/text_outline.h"
 
@@ -137,6 +138,8 @@ ATextOutline outlineText(std::string_view text, const AFont& font) {
         kLayoutSize * static_cast<double>(kLongText) / static_cast<double>(std::max(line.size(), kLongText));
     const double scale = font.size / size;
 
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, size);
     pango_layout_set_font_description(shared.layout(), description.get());

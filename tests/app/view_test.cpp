@@ -164,6 +164,35 @@ TEST_F(ViewCommand, PicturesHaveTheSizeThatIsAskedFor) {
     }
 }
 
+TEST_F(ViewCommand, DrawsAPartOfThePageAlone) {
+    EXPECT_EQ(runKzdraw({"render", squares, "--area", "8,0,4,2", "--size", "40", "-o", png}), done);
+    const AImage image = picture();
+    ASSERT_EQ(image.width(), 40);
+    ASSERT_EQ(image.height(), 20);
+    for (const int y : {0, 19}) {
+        EXPECT_EQ(image.at(19, y), 0xffff0000U);
+        EXPECT_EQ(image.at(20, y), 0xff0000ffU);
+    }
+    // A pixel to the unit, as the page was made; what lies outside the page can be seen, too.
+    EXPECT_EQ(runKzdraw({"render", squares, "--area", "-5.5,-5,11,6", "-o", png}), done);
+    EXPECT_EQ(picture().width(), 11);
+    EXPECT_EQ(picture().height(), 6);
+    EXPECT_EQ(picture().at(3, 5), 0xffffffffU);
+    EXPECT_EQ(picture().at(8, 5), 0xffff0000U);
+}
+
+TEST_F(ViewCommand, RefusesAnAreaThatIsNone) {
+    for (const std::string area :
+         {"", "1", "1,2,3", "1,2,3,4,5", "1 2 3 4", "a,b,c,d", "1,2,3,nan", "1,2,inf,4", "1,2,3,4 "}) {
+        EXPECT_EQ(runKzdraw({"render", squares, "--area=" + area, "-o", png}),
+                  refused("\"" + area + "\" is no area: it is X,Y,WIDTH,HEIGHT, in user units"));
+    }
+    for (const std::string area : {"1,2,0,4", "1,2,3,-4"}) {
+        EXPECT_EQ(runKzdraw({"render", squares, "--area", area, "-o", png}),
+                  refused("\"" + area + "\" is no area: its width and height are above 0"));
+    }
+}
+
 TEST_F(ViewCommand, PicturesAreAsLargeAsThePageWasMade) {
     const struct {
         const char* page;

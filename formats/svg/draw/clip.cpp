@@ -176,7 +176,7 @@ void clipImage(DrawContext& context, pugi::xml_node clipPath, const View& view, 
                 Effect effect(context);
                 if (!effect.begin({element.node, element.attributes, style, element.view}, own, nullptr, 1))
                     return;
-                context.canvas().fill(outline, effect.view().toDrawing, APaint{}, element.style.clipRule);
+                context.fill(outline, effect.view().toDrawing, APaint{}, element.style.clipRule);
                 effect.end();
             });
     }

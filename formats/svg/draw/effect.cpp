@@ -86,18 +86,39 @@ bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* re
         popClips();
         return false;
     }
-    std::string_view text = style.mask;
-    std::string_view id;
-    if (!text.empty() && takeUrl(text, id)) {
-        m_mask = m_context.tree().findResource(id);
-        if (kindOf(m_mask) != Element::mask) m_mask = {};
-    }
+    findMask(style.mask);
     m_filtered = !style.filter.empty() && hasFilter(m_context, style.filter);
+    if (m_context.recorder()) return beginRecording(element, box);
     const bool needsImage = opacity < 1 || m_mask || m_filtered || !m_clipPaths.empty() ||
                             style.own.blend != EBlend::normal || isolates(m_context, element);
     if (needsImage ? beginImage(element, box, reach) : !isEmpty(m_context.clipBounds())) return true;
     popClips();
     return false;
+}
+
+void Effect::findMask(std::string_view property) {
+    std::string_view id;
+    if (property.empty() || !takeUrl(property, id)) return;
+    m_mask = m_context.tree().findResource(id);
+    if (kindOf(m_mask) != Element::mask) m_mask = {};
+}
+
+// A list can cut and fade by itself; the rest is drawn at the resolution of the picture, with its own clips.
+bool Effect::beginRecording(const DrawnElement& element, BoundingBox& box) {
+    ADisplayRecorder& recorder = *m_context.recorder();
+    const DrawStyle& style = element.style;
+    if (m_mask || m_filtered || !m_clipPaths.empty() || style.own.blend != EBlend::normal ||
+        isolates(m_context, element)) {
+        popClips();
+        ABox reach;
+        if (m_filtered) reach = filterReach(m_context, {style.filter, box.get(), m_outerView, style});
+        recorder.openPicture(reach);
+        ++m_clips;
+    } else if (m_opacity < 1) {
+        recorder.openGroup(m_opacity);
+        ++m_clips;
+    }
+    return true;
 }
 
 bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach) {
@@ -158,8 +179,8 @@ void Effect::compose(const RECT& touched) {
     m_context.touch(outside);
     const AAffine place = AAffine::translation(outside.left, outside.top);
     const bool whole = isEqual(touched, {0, 0, m_image.width(), m_image.height()});
-    m_context.canvas().drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false,
-                                 m_style.own.blend);
+    m_context.drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false,
+                        m_style.own.blend);
 }
 
 }  // namespace svg

@@ -37,6 +37,8 @@ public:
     void end();
 
 private:
+    void findMask(std::string_view property);
+    bool beginRecording(const DrawnElement& element, BoundingBox& box);
     bool beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach);
     void finishImage();
     void compose(const RECT& touched);
@@ -48,7 +50,7 @@ private:
     View m_outerView;                         // the element's, to the pixels outside
     AFRect m_box;                             // where mask, clip paths or filter need it
     RECT m_area{0, 0, 0, 0};                  // of the image on the canvas outside
-    int m_clips = 0;                          // on the canvas outside
+    int m_clips = 0;                          // on the canvas outside; groups of a recorder
     std::vector<pugi::xml_node> m_clipPaths;  // those that the canvas cannot cut by itself
     pugi::xml_node m_mask;
     double m_opacity = 1;

@@ -31,6 +31,8 @@ public:
     // A layer shows or not as the model says, whatever its element's display says.
     enum class Display { ofElement, ofModel };
     bool open(pugi::xml_node container, Element element, Display display);
+    // Opens a container whose effects and clips are somebody else's.
+    void openAround(pugi::xml_node container, Element element);
     // Opens something that is not in the drawing: nothing changes inside.
     void openPlain();
     void close();

@@ -124,6 +124,19 @@ AFRect viewportOf(const DrawnElement& element, const AImage& image) {
     return {x, y, x + width, y + height};
 }
 
+// An image is drawn at the resolution of the picture; a list holds only where it lies.
+void recordImage(DrawContext& context, const DrawnElement& element, std::string_view uri) {
+    const AttributeSet& attributes = element.attributes.plain();
+    const bool isSized = attributes.has(Attribute::width) && attributes.has(Attribute::height);
+    const AImage unknown;
+    const AFRect viewport = viewportOf(element, isSized ? unknown : cachedImage(context, uri));
+    if (viewport.IsRectEmpty()) return;
+    context.recorder()->openPicture();
+    context.recorder()->fill(APath::rectangle(viewport), element.view.toDrawing, APaint(),
+                             EFillRule::nonZero);
+    context.recorder()->close();
+}
+
 }  // namespace
 
 void paintImage(DrawContext& context, const DrawnElement& element, double opacity) {
@@ -131,6 +144,7 @@ void paintImage(DrawContext& context, const DrawnElement& element, double opacit
     if (uri.empty() || !element.style.visible || !(opacity > 0)) return;
     const RECT& clip = context.clipBounds();
     if (clip.left >= clip.right || clip.top >= clip.bottom) return;
+    if (context.recorder()) return recordImage(context, element, uri);
     const AImage& image = cachedImage(context, uri);
     if (image.empty()) return;
     const AFRect viewport = viewportOf(element, image);
@@ -146,7 +160,7 @@ void paintImage(DrawContext& context, const DrawnElement& element, double opacit
     const bool slices = shown.left < viewport.left - slack || shown.top < viewport.top - slack ||
                         shown.right > viewport.right + slack || shown.bottom > viewport.bottom + slack;
     if (slices) context.pushClip(APath::rectangle(viewport), element.view.toDrawing, EFillRule::nonZero);
-    context.canvas().drawImage(image, toPixels, opacity, element.style.smoothImages);
+    context.drawImage(image, toPixels, opacity, element.style.smoothImages, EBlend::normal);
     if (slices) context.popClip();
 }
 

@@ -77,14 +77,16 @@ void ElementWalk::paintParts(const DrawnElement& shape, Element element, const P
     for (const PaintPart part : style.paintOrder) {
         if (part == PaintPart::fill && parts.fill) {
             if (fillPaint(m_context, source, style, shape.view, box, parts.opacity, paint))
-                m_context.canvas().fill(m_outline, shape.view.toDrawing, paint, style.fillRule);
+                m_context.fill(m_outline, shape.view.toDrawing, paint, style.fillRule);
         } else if (part == PaintPart::stroke && parts.stroke) {
             if (strokePaint(m_context, source, style, shape.view, box, parts.opacity, paint))
                 stroke(m_outline, style, shape.view, paint);
         } else if (part == PaintPart::markers && parts.markers) {
             APath path;
             appendShape(element, shape.attributes, shape.view, style.fontSize, path, Arcs::oneCurve);
+            if (m_context.recorder()) m_context.recorder()->setPart(EPaintPart::stroke);
             paintMarkers(m_context, path, style, shape.view);
+            if (m_context.recorder()) m_context.recorder()->setPart(std::nullopt);
         }
     }
 }
@@ -101,7 +103,7 @@ void ElementWalk::stroke(const APath& outline, const DrawStyle& style, const Vie
         m_stroke.dashOffset = style.dashOffset;
     }
     if (!style.own.keepsStrokeWidth) {
-        m_context.canvas().stroke(outline, view.toDrawing, paint, m_stroke);
+        m_context.stroke(outline, view.toDrawing, paint, m_stroke);
         return;
     }
     // The pen is that of the drawing as a whole, whatever transforms are around the element.
@@ -111,7 +113,7 @@ void ElementWalk::stroke(const APath& outline, const DrawStyle& style, const Vie
     if (!back) return;
     APath moved;
     moved.append(outline, *back * view.toDrawing);
-    m_context.canvas().stroke(moved, pen, paint, m_stroke);
+    m_context.stroke(moved, pen, paint, m_stroke);
 }
 
 void ElementWalk::paintText(const DrawnElement& text, const PaintSource& source) {
@@ -157,7 +159,7 @@ void ElementWalk::paintPieces(const DrawnElement& text, const PaintSource& sourc
         for (const PaintPart part : style.paintOrder) {
             if (part == PaintPart::fill && hasFill(fill, style) &&
                 fillPaint(m_context, fill, style, text.view, known, opacity, paint))
-                m_context.canvas().fill(piece.outline, text.view.toDrawing, paint, EFillRule::nonZero);
+                m_context.fill(piece.outline, text.view.toDrawing, paint, EFillRule::nonZero);
             if (part == PaintPart::stroke && hasStroke(line, style) &&
                 strokePaint(m_context, line, style, text.view, known, opacity, paint))
                 stroke(piece.outline, style, text.view, paint);

@@ -7,6 +7,7 @@
 
 #include "canvas/canvas.h"
 #include "formats/svg/tree/user_space.h"
+#include "kzcore/display/display_recorder.h"
 #include "kzcore/document/object_painter.h"
 
 namespace svg {
@@ -15,5 +16,10 @@ namespace svg {
 // and the canvas outlive the painter. Raises bad_alloc.
 std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const View& root, ACanvas& canvas,
                                             const AAffine& toPixels);
+
+// The same for a display list. The list draws what it cannot hold through a copy of the drawing's tree, made when
+// that is first asked for, from the text, which the list's document keeps.
+std::unique_ptr<AObjectPainter> makeRecording(const std::string& text, const View& root,
+                                              ADisplayRecorder& recorder);
 
 }  // namespace svg

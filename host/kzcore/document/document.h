@@ -20,6 +20,7 @@
 #include "kzutil/large_memory.h"
 
 class ACanvas;
+class ADisplayRecorder;
 
 // What a format keeps of its file, to answer what the model does not hold. Owned by the document.
 class AGeometrySource {
@@ -33,6 +34,12 @@ public:
     virtual std::unique_ptr<AObjectPainter> startPainting(ACanvas& canvas, const AAffine& toPixels) const {
         static_cast<void>(canvas);
         static_cast<void>(toPixels);
+        return nullptr;
+    }
+    // The same for a display list: what is painted, all of it visible, goes to the recorder, which outlives the
+    // painter.
+    virtual std::unique_ptr<AObjectPainter> startRecording(ADisplayRecorder& recorder) const {
+        static_cast<void>(recorder);
         return nullptr;
     }
 };

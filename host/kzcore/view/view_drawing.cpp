@@ -3,6 +3,7 @@
 #include "kzcore/device/device.h"
 #include "kzcore/document/document.h"
 #include "kzcore/document/object_paint.h"
+#include "kzcore/document/object_walk.h"
 #include "kzcore/view/paint_visibility.h"
 #include "kzcore/view/view.h"
 
@@ -34,61 +35,6 @@ private:
     const AAffine& m_toPixels;
 };
 
-// One pass. Containers may be nested a thousand deep, so the way down is kept in a list.
-class Pass {
-public:
-    Pass(AObjectPainter& painter, AViewFilter* filter) : m_painter(painter), m_filter(filter) {}
-
-    void drawLayers(ADatabase* database) {
-        if (!database) return;
-        POSITION at = database->children.GetHeadPosition();
-        while (at) {
-            auto* layer = static_cast<ALayer*>(database->children.GetNext(at));
-            if (!layer->isHidden()) drawContainer(*layer);
-        }
-    }
-
-private:
-    struct Open {
-        AParent* container;
-        POSITION next;
-    };
-
-    void drawContainer(AParent& container) {
-        enter(container);
-        while (!m_open.empty()) {
-            Open& open = m_open.back();
-            if (!open.next) {
-                m_painter.leave(*open.container);
-                m_open.pop_back();
-                continue;
-            }
-            auto& object = static_cast<AObject&>(*open.container->children.GetNext(open.next));
-            if (object.getObjectFlags(kObjectHidden)) continue;
-            if (AParent* inner = object.asParent()) {
-                enter(*inner);
-            } else {
-                drawObject(object);
-            }
-        }
-    }
-
-    void enter(AParent& container) {
-        if (m_painter.enter(container)) m_open.push_back({&container, container.children.GetHeadPosition()});
-    }
-
-    void drawObject(const AObject& object) {
-        const APaintVisibility visible = paintVisibility(object, m_filter);
-        const bool hasPaint = object.getBrush() || object.getPen();
-        const bool shows = (object.getBrush() && visible.fill) || (object.getPen() && visible.stroke);
-        if (shows || !hasPaint) m_painter.paint(object, visible);
-    }
-
-    AObjectPainter& m_painter;
-    AViewFilter* m_filter;
-    std::vector<Open> m_open;
-};
-
 }  // namespace
 
 void ADocView::draw(ADevice& device, const AAffine& toPixels) const {
@@ -99,9 +45,14 @@ void ADocView::draw(ADevice& device, const AAffine& toPixels) const {
         if (const AGeometrySource* source = m_document.getGeometrySource())
             painter = source->startPainting(canvas, toPixels);
         if (!painter) painter = std::make_unique<BoxPainter>(canvas, toPixels);
-        Pass pass(*painter, m_viewFilter);
-        pass.drawLayers(m_document.getSecondaryDatabase());
-        pass.drawLayers(&m_document.getDatabase());
+        const auto paint = [&](const AObject& object) {
+            const APaintVisibility visible = paintVisibility(object, m_viewFilter);
+            const bool hasPaint = object.getBrush() || object.getPen();
+            const bool shows = (object.getBrush() && visible.fill) || (object.getPen() && visible.stroke);
+            if (shows || !hasPaint) painter->paint(object, visible);
+        };
+        walkShown(m_document.getSecondaryDatabase(), *painter, paint);
+        walkShown(&m_document.getDatabase(), *painter, paint);
         painter->finish();
     }
     device.DrawEnd();

@@ -16,27 +16,68 @@ constexpr std::size_t kRepeatedAtMost = 2'000'000;
 // References within references.
 constexpr std::size_t kDeepestReference = 48;
 
+std::size_t repeatable(std::size_t elements) {
+    return std::min(kRepeatedAtLeast + kRepeatedPerElement * elements, kRepeatedAtMost);
+}
+
 }  // namespace
 
 DrawContext::DrawContext(const std::string& text, const View& root, ACanvas& canvas)
+    : m_tree(text), m_root(root), m_blends(asksForBlending(text)), m_canvas(&canvas) {
+    readSheets();
+    restart(root, canvas);
+}
+
+DrawContext::DrawContext(const std::string& text, const View& root, ADisplayRecorder& recorder)
     : m_tree(text),
       m_root(root),
       m_blends(asksForBlending(text)),
-      m_canvas(&canvas),
-      m_clipBounds(canvas.clipBounds()),
-      m_repeatable(
-          std::min(kRepeatedAtLeast + kRepeatedPerElement * m_tree.elementCount(), kRepeatedAtMost)) {
-    for (const pugi::xml_node style : m_tree.styles()) m_styles.sheet().add(styleText(style));
+      m_canvas(nullptr),
+      m_recorder(&recorder),
+      m_clipBounds(pixelsAround({-kFarPixels, -kFarPixels, kFarPixels, kFarPixels}, 0)),
+      m_repeatable(repeatable(m_tree.elementCount())) {
+    readSheets();
 }
 
 DrawContext::~DrawContext() = default;
 
+void DrawContext::readSheets() {
+    for (const pugi::xml_node style : m_tree.styles()) m_styles.sheet().add(styleText(style));
+}
+
+void DrawContext::restart(const View& root, ACanvas& canvas) {
+    m_root = root;
+    m_canvas = &canvas;
+    m_clipBounds = canvas.clipBounds();
+    m_touched = {0, 0, 0, 0};
+    m_visited.clear();
+    m_groupPixels = 0;
+    m_repeatable = repeatable(m_tree.elementCount());
+}
+
+void DrawContext::fill(const APath& path, const AAffine& toPixels, const APaint& paint, EFillRule rule) {
+    m_recorder ? m_recorder->fill(path, toPixels, paint, rule) : m_canvas->fill(path, toPixels, paint, rule);
+}
+
+void DrawContext::stroke(const APath& path, const AAffine& toPixels, const APaint& paint,
+                         const AStrokeStyle& style) {
+    m_recorder ? m_recorder->stroke(path, toPixels, paint, style)
+               : m_canvas->stroke(path, toPixels, paint, style);
+}
+
+void DrawContext::drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth,
+                            EBlend blend) {
+    if (m_canvas) m_canvas->drawImage(image, toPixels, opacity, smooth, blend);
+}
+
 void DrawContext::pushClip(const APath& path, const AAffine& toPixels, EFillRule rule) {
+    if (m_recorder) return m_recorder->pushClip(path, toPixels, rule);
     m_canvas->pushClip(path, toPixels, rule);
     m_clipBounds = m_canvas->clipBounds();
 }
 
 void DrawContext::popClip() {
+    if (m_recorder) return m_recorder->close();
     m_canvas->popClip();
     m_clipBounds = m_canvas->clipBounds();
 }
@@ -53,15 +94,18 @@ void DrawContext::touch(const RECT& area) {
 DrawContext::OnCanvas::OnCanvas(DrawContext& context, ACanvas& canvas)
     : m_context(context),
       m_before(context.m_canvas),
+      m_recorderBefore(context.m_recorder),
       m_boundsBefore(context.m_clipBounds),
       m_touchedBefore(context.m_touched) {
     context.m_touched = {0, 0, 0, 0};
     context.m_canvas = &canvas;
+    context.m_recorder = nullptr;
     context.m_clipBounds = canvas.clipBounds();
 }
 
 DrawContext::OnCanvas::~OnCanvas() {
     m_context.m_canvas = m_before;
+    m_context.m_recorder = m_recorderBefore;
     m_context.m_clipBounds = m_boundsBefore;
     m_context.m_touched = m_touchedBefore;
 }

@@ -17,6 +17,7 @@
 
 #include "formats/svg/draw/context/draw_style.h"
 #include "formats/svg/draw/context/drawing_tree.h"
+#include "kzcore/display/display_recorder.h"
 
 namespace svg {
 
@@ -49,6 +50,8 @@ struct DrawnElement {
 class DrawContext {
 public:
     DrawContext(const std::string& text, const View& root, ACanvas& canvas);
+    // Records a display list: pixels are then units of the drawing, and everything can be reached.
+    DrawContext(const std::string& text, const View& root, ADisplayRecorder& recorder);
     virtual ~DrawContext();
     DrawContext(const DrawContext&) = delete;
     DrawContext& operator=(const DrawContext&) = delete;
@@ -59,8 +62,16 @@ public:
     // Whether something in the drawing has a mix-blend-mode.
     bool blends() const { return m_blends; }
 
-    // What is drawn on now: the device's canvas, or that of a group.
-    ACanvas& canvas() { return *m_canvas; }
+    // Starts anew on another canvas, at another scale.
+    void restart(const View& root, ACanvas& canvas);
+
+    // Where drawing is recorded; null where it is drawn, as on the images that a recording needs itself.
+    ADisplayRecorder* recorder() { return m_recorder; }
+    // On what is drawn on now: the device's canvas, or that of a group, or the recorder.
+    void fill(const APath& path, const AAffine& toPixels, const APaint& paint, EFillRule rule);
+    void stroke(const APath& path, const AAffine& toPixels, const APaint& paint, const AStrokeStyle& style);
+    // Not to a recorder.
+    void drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth, EBlend blend);
     // Of the current canvas, kept up to date by pushClip and popClip; cheaper than asking it.
     const RECT& clipBounds() const { return m_clipBounds; }
     void pushClip(const APath& path, const AAffine& toPixels, EFillRule rule);
@@ -81,6 +92,7 @@ public:
     private:
         DrawContext& m_context;
         ACanvas* m_before;
+        ADisplayRecorder* m_recorderBefore;
         RECT m_boundsBefore;
         RECT m_touchedBefore;
     };
@@ -135,11 +147,14 @@ public:
     }
 
 private:
+    void readSheets();
+
     DrawingTree m_tree;
     DrawStyleResolver m_styles;
     View m_root;
     bool m_blends;
     ACanvas* m_canvas;
+    ADisplayRecorder* m_recorder = nullptr;
     RECT m_clipBounds;
     RECT m_touched{0, 0, 0, 0};
     std::vector<pugi::xml_node> m_visited;

@@ -155,6 +155,18 @@ RECT filterBounds(DrawContext& context, const FilterArea& area, const RECT& visi
                                  visible.bottom + margin});
 }
 
+ABox filterReach(DrawContext& context, const FilterArea& area) {
+    std::vector<FilterGraph> graphs;
+    ABox reach;
+    if (!readFilters(context, area, graphs)) return reach;
+    for (const FilterGraph& graph : graphs) {
+        const RECT& region = graph.region;
+        reach.add(ABox::around({static_cast<double>(region.left), static_cast<double>(region.top),
+                                static_cast<double>(region.right), static_cast<double>(region.bottom)}));
+    }
+    return reach;
+}
+
 void applyFilter(DrawContext& context, const FilterArea& area, AImage& image, POINT origin) {
     std::vector<FilterGraph> graphs;
     if (image.empty() || !readFilters(context, area, graphs)) return;

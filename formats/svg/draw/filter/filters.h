@@ -24,6 +24,9 @@ bool hasFilter(DrawContext& context, std::string_view filter);
 // larger than `visible`; empty when the filter shows nothing there.
 RECT filterBounds(DrawContext& context, const FilterArea& area, const RECT& visible);
 
+// All that the filter can show, in the units of `area.view`'s target.
+ABox filterReach(DrawContext& context, const FilterArea& area);
+
 // Changes the picture of an element, whose first pixel is the canvas's pixel `origin`.
 void applyFilter(DrawContext& context, const FilterArea& area, AImage& image, POINT origin);
 

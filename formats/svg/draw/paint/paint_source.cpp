@@ -33,6 +33,14 @@ bool solidRgb(std::uint32_t rgb, double opacity, APaint& paint) {
     return solid(RGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff), opacity, paint);
 }
 
+// Some colour stands for the pattern, to tell where it is painted.
+bool recordPattern(ADisplayRecorder& recorder, APaint& paint) {
+    recorder.openPicture();
+    recorder.close();
+    paint = {};
+    return true;
+}
+
 bool serverPaint(const Painted& painted, pugi::xml_node server, APaint& paint) {
     paint = {};
     paint.opacity = painted.opacity;
@@ -42,6 +50,8 @@ bool serverPaint(const Painted& painted, pugi::xml_node server, APaint& paint) {
             paint.gradient = gradientFor(painted.context, server, painted.box, painted.view);
             return paint.gradient != nullptr;
         case Element::pattern:
+            // A tile is made at the resolution of the picture.
+            if (painted.context.recorder()) return recordPattern(*painted.context.recorder(), paint);
             paint.tile = patternTile(painted.context, server, painted.box.get(), painted.view);
             return paint.tile != nullptr;
         default:

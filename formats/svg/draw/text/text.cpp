@@ -26,10 +26,11 @@ constexpr double kSlightStretch = 0.02;
 // Letters pushed closer than this would lie upon each other; narrower ones can still be read.
 constexpr double kTightest = 0.9;
 
-// Single letters, drawn again and again in texts that place every one of them.
+// Letters of texts that place every one of them, and labels that many texts share.
 struct GlyphCache : DrawCache {
     using Key = std::tuple<std::string, std::string, double, int, bool>;
     static constexpr std::size_t kMostGlyphs = 4096;
+    static constexpr std::size_t kLongestLabel = 32;
     std::map<Key, ATextOutline> glyphs;
 };
 
@@ -109,7 +110,7 @@ private:
         const std::size_t end = m_text.characters[last - 1].begin + m_text.characters[last - 1].size;
         const std::string_view text = std::string_view(m_text.bytes).substr(begin, end - begin);
         const AFont font{familyOf(style.fontFamily), style.fontSize, style.fontWeight, style.italic};
-        if (last - first > 1) return outlineText(text, font);
+        if (text.size() > GlyphCache::kLongestLabel) return outlineText(text, font);
         auto& glyphs = m_context.cache<GlyphCache>(CacheOf::texts).glyphs;
         GlyphCache::Key key{std::string(text), font.family, font.size, font.weight, font.italic};
         const auto found = glyphs.find(key);

@@ -1,0 +1,86 @@
+// ADisplayRecorder: makes a display list. The host tells which object comes, its format tells what is drawn.
+//
+//     recorder.beginObject(object);
+//     recorder.fill(outline, toDrawing, paint, rule);      // as on a canvas, in drawing coordinates
+//     recorder.openGroup(0.5);                             // until the matching close
+//     recorder.stroke(outline, toDrawing, paint, style);
+//     recorder.close();
+//     recorder.endObject();
+//
+// Tiles cannot be recorded: what is painted with one asks for a picture.
+#pragma once
+
+#include <optional>
+#include <unordered_map>
+
+#include "kzcore/display/display_list.h"
+
+class ADisplayRecorder {
+public:
+    explicit ADisplayRecorder(ADocument& document);
+
+    void setPictureMaker(std::shared_ptr<APictureMaker> maker) { m_list->m_pictures = std::move(maker); }
+
+    // An object without children; what is drawn until the end is its own.
+    void beginObject(const AObject& object);
+    void endObject();
+    // The container whose content comes next. It draws nothing itself, but may need a picture.
+    void beginContainer(const AObject& container) { m_container = &container; }
+
+    // What is not finite draws nothing.
+    void fill(const APath& path, const AAffine& toDrawing, const APaint& paint, EFillRule rule);
+    void stroke(const APath& path, const AAffine& toDrawing, const APaint& paint, const AStrokeStyle& style);
+    // What is drawn belongs to this part, whatever it is; none: fills to the fill, strokes to the stroke.
+    void setPart(std::optional<EPaintPart> part) { m_part = part; }
+
+    void openGroup(double opacity);
+    void pushClip(const APath& path, const AAffine& toDrawing, EFillRule rule);
+    // The object, or else the container, or else the whole drawing is drawn by the format. `reach`: what that
+    // can touch beside its content. To be closed like a group.
+    void openPicture(const ABox& reach = ABox());
+    // Ends what was opened last.
+    void close();
+    void drawAsOnePicture() { m_list->m_onePicture = true; }
+
+    // The list, complete; the recorder is used up.
+    std::shared_ptr<const ADisplayList> finish();
+
+private:
+    struct Open {
+        std::uint32_t group;  // around it
+        ABox clip;            // what can be seen outside
+        bool inPicture;       // whether what is opened lies in a container's picture
+    };
+
+    void open(const ADisplayGroup& group, const ABox& clip);
+    void addItem(const APath& path, const AAffine& toDrawing, const APaint& paint, std::uint32_t pen,
+                 EFillRule rule, double reach);
+    ADisplayOutline keepOutline(const APath& path, const AAffine& toDrawing);
+    std::uint32_t paintNumber(const APaint& paint);
+    std::uint32_t penNumber(const AStrokeStyle& style);
+    void startEntry(std::uint32_t object);
+    void wrapObject();
+    void noteReferItems(const AObject& object);
+    std::uint32_t referItemNumber(AReferItem* item);
+
+    std::shared_ptr<ADisplayList> m_list;
+    std::vector<Open> m_open;
+    std::uint32_t m_current = kNoGroup;
+    ABox m_clip = ABox::everything();
+    bool m_inPicture = false;  // of a container
+    std::optional<EPaintPart> m_part;
+    const AObject* m_container = nullptr;
+
+    const AObject* m_object = nullptr;
+    bool m_entryOpen = false;
+    bool m_objectNeedsPicture = false;
+    ABox m_objectReach;
+    std::uint32_t m_firstEntry = 0, m_firstGroup = 0;  // of the object
+
+    const APath* m_lastPath = nullptr;  // whose outline was kept last, of this object
+    std::size_t m_lastVerbs = 0;
+    ADisplayOutline m_lastOutline;
+    std::unordered_map<std::uint64_t, std::uint32_t> m_colors;
+    std::unordered_multimap<std::uint64_t, std::uint32_t> m_penNumbers;
+    std::unordered_map<AReferItem*, std::uint32_t> m_referNumbers;
+};
