@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kLeastWidth = 360, kLeastHeight = 150;  // of the whole window, in pixels
 
-constexpr int kButtons[] = {IDOK, IDCANCEL, IDC_SHOW_NONE, IDC_SHOW_ALL};
+constexpr int kButtons[] = {IDOK, IDCANCEL, IDC_SHOW_NO_COLORS, IDC_SHOW_ALL_COLORS};
 
 CRect windowRect(const CWnd& window) {
     CRect rect;
@@ -18,8 +18,8 @@ CRect windowRect(const CWnd& window) {
 }  // namespace
 
 BEGIN_MESSAGE_MAP(AViewFilterDialog, CDialog)
-ON_BN_CLICKED(IDC_SHOW_ALL, onShowAll)
-ON_BN_CLICKED(IDC_SHOW_NONE, onShowNone)
+ON_BN_CLICKED(IDC_SHOW_ALL_COLORS, onShowAll)
+ON_BN_CLICKED(IDC_SHOW_NO_COLORS, onShowNone)
 ON_WM_SIZE()
 ON_WM_GETMINMAXINFO()
 END_MESSAGE_MAP()
@@ -41,8 +41,8 @@ AViewFilterDialog::~AViewFilterDialog() {
 void AViewFilterDialog::DoDataExchange(CDataExchange* exchange) {
     CDialog::DoDataExchange(exchange);
     DDX_Control(exchange, IDC_CHECK_TREE, m_tree);
-    DDX_Control(exchange, IDC_SHOW_NONE, m_showNoneButton);
-    DDX_Control(exchange, IDC_SHOW_ALL, m_showAllButton);
+    DDX_Control(exchange, IDC_SHOW_NO_COLORS, m_showNoneButton);
+    DDX_Control(exchange, IDC_SHOW_ALL_COLORS, m_showAllButton);
 }
 
 BOOL AViewFilterDialog::OnInitDialog() {
