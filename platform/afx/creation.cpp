@@ -17,7 +17,10 @@ AfxWindowCreation::AfxWindowCreation(CWnd& window)
 
 AfxWindowCreation::~AfxWindowCreation() {
     UnhookWindowsHookEx(m_hook);
-    AfxGetWindowState().creation = m_outer;
+    // A page's creation that came to nothing may end after ones that began later.
+    AfxWindowCreation** link = &AfxGetWindowState().creation;
+    while (*link != this) link = &(*link)->m_outer;
+    *link = m_outer;
 }
 
 LRESULT CALLBACK AfxWindowCreation::Hook(int code, WPARAM wParam, LPARAM lParam) {
@@ -39,6 +42,10 @@ LRESULT CALLBACK AfxWindowCreation::Hook(int code, WPARAM wParam, LPARAM lParam)
 
 void AfxKeepException() {
     if (!AfxGetWindowState().exception) AfxGetWindowState().exception = std::current_exception();
+}
+
+void AfxDropException() {
+    AfxGetWindowState().exception = nullptr;
 }
 
 void AfxRethrowException() {
