@@ -36,6 +36,7 @@
 
 // The View Filter dialog, and the controls on it beside its check tree, OK and Cancel.
 #define IDD_VIEW_FILTER 10493
+#define IDC_CHECK_TREE 1059
 #define IDC_SHOW_ALL_COLORS 1066
 #define IDC_SHOW_NO_COLORS 1067
 
