@@ -17,17 +17,17 @@ constexpr std::size_t kMostJoined = 64;
 
 // Calls use(element, kind) for every shape and text of a clip path, those behind "use" included.
 template <class Use>
-void forEachClipShape(DrawContext& context, const DrawStyle& style, const View& view, pugi::xml_node clipPath,
+void forEachClipShape(DrawContext& context, const Style& style, const View& view, pugi::xml_node clipPath,
                       Use use) {
-    DrawAttributes attributes;
-    DrawStyle room;
-    const auto visitOne = [&](pugi::xml_node node, Element element, const DrawStyle& around,
-                              const View& outer, const auto& next) -> void {
+    AttributeSet attributes;
+    Style room;
+    const auto visitOne = [&](pugi::xml_node node, Element element, const Style& around, const View& outer,
+                              const auto& next) -> void {
         if (!context.spend(1)) return;
         attributes.read(node);
-        const DrawStyle own = context.styles().compute(node, attributes, around, outer, room);
+        const Style own = context.styleOf(node, attributes, around, outer, room);
         if (!own.displayed) return;
-        const View inner = enter(outer, element, attributes.plain());
+        const View inner = enter(outer, element, attributes);
         if (element != Element::use) {
             if (own.visible) use(DrawnElement{node, attributes, own, inner}, element);
             return;
@@ -87,7 +87,7 @@ ClipOutline outlineOf(DrawContext& context, pugi::xml_node clipPath, double widt
                          placed.clear();
                          placed.append(one, element.view.toDrawing);
                          const AFRect box = placed.bounds();
-                         result.simple = element.style.clipPath.empty() && boxes.size() < kMostJoined &&
+                         result.simple = element.style.own.clipPath.empty() && boxes.size() < kMostJoined &&
                                          (boxes.empty() || result.rule == element.style.clipRule);
                          // Where outlines overlap, they could take each other away.
                          for (const AFRect& other : boxes) result.simple &= !overlap(box, other);
@@ -138,8 +138,8 @@ bool pushClipPath(DrawContext& context, std::string_view text, const View& view,
     View content;
     if (!contentView(clipPath, view, box, content)) return false;
     // A clip path may be cut by another one, in the same user space.
-    const DrawStyle style = context.styleAt(clipPath);
-    if (!style.clipPath.empty() && !pushClipPath(context, style.clipPath, view, box, pushed, complex))
+    const Style style = context.styleAt(clipPath);
+    if (!style.own.clipPath.empty() && !pushClipPath(context, style.own.clipPath, view, box, pushed, complex))
         return false;
     const ClipOutline& outline = cachedOutline(context, clipPath, content);
     if (!outline.simple) {
@@ -170,8 +170,8 @@ void clipImage(DrawContext& context, pugi::xml_node clipPath, const View& view, 
                 appendOutline(context, element, kind, outline);
                 if (outline.empty()) return;
                 // Only the shape's own clip path counts here.
-                DrawStyle style;
-                style.clipPath = element.style.clipPath;
+                Style style;
+                style.own.clipPath = element.style.own.clipPath;
                 BoundingBox own(outline);
                 Effect effect(context);
                 if (!effect.begin({element.node, element.attributes, style, element.view}, own, nullptr, 1))

@@ -30,8 +30,7 @@ View rootSpace(const View& content, const AttributeSet& root) {
 
 }  // namespace
 
-ElementWalk::ElementWalk(DrawContext& context, const DrawStyle& style, const View& view)
-    : m_context(context) {
+ElementWalk::ElementWalk(DrawContext& context, const Style& style, const View& view) : m_context(context) {
     m_levels.push_back({style, view, 0, nullptr});
 }
 
@@ -45,9 +44,9 @@ ElementWalk::~ElementWalk() {
 bool ElementWalk::open(pugi::xml_node container, Element element, Display display) {
     const Level& outer = m_levels.back();
     m_attributes.read(container);
-    Level level{m_context.styles().compute(container, m_attributes, outer.style, outer.view, m_room),
-                enter(outer.view, element, m_attributes.plain()), 0, nullptr};
-    DrawStyle& style = level.style;
+    Level level{m_context.styleOf(container, m_attributes, outer.style, outer.view, m_room),
+                enter(outer.view, element, m_attributes), 0, nullptr};
+    Style& style = level.style;
     if (display == Display::ofModel) style.displayed = outer.style.displayed;
     if (!style.displayed) return false;
     AAffine shift;
@@ -63,7 +62,7 @@ bool ElementWalk::open(pugi::xml_node container, Element element, Display displa
         level.view.toDrawing = shift * level.view.toDrawing;
     }
     if (isViewport(element) && !style.own.showsOverflow) {
-        const View port = viewportOf(outer.view, m_attributes.plain());
+        const View port = viewportOf(outer.view, m_attributes);
         if (!(port.width > 0 && port.height > 0)) return false;
         m_context.pushClip(APath::rectangle({0, 0, port.width, port.height}), shift * port.toDrawing,
                            EFillRule::nonZero);
@@ -79,14 +78,14 @@ bool ElementWalk::open(pugi::xml_node container, Element element, Display displa
 
 bool ElementWalk::beginRoot(pugi::xml_node root) {
     Level& level = m_levels.back();
-    DrawStyle style = level.style;
+    Style style = level.style;
     // Nothing lies below the root, since the paper does not belong to the drawing: what blends starts on
     // nothing.
     style.own.blend = EBlend::normal;
     style.own.isolated = m_context.blends();
     if (!root || !Effect::isNeeded(style)) return true;
     m_attributes.read(root);
-    const View own = rootSpace(level.view, m_attributes.plain());
+    const View own = rootSpace(level.view, m_attributes);
     const DrawnElement drawn{root, m_attributes, style, own};
     BoundingBox box(m_context, drawn);
     level.effect = std::make_unique<Effect>(m_context);
@@ -159,7 +158,7 @@ void ElementWalk::enterContainer(pugi::xml_node node, Element element) {
 
 void ElementWalk::paintLeaf(pugi::xml_node node, Element element, const PaintSource& source) {
     m_attributes.read(node);
-    const DrawStyle& own = m_context.styles().compute(node, m_attributes, style(), view(), m_room);
+    const Style& own = m_context.styleOf(node, m_attributes, style(), view(), m_room);
     // Of an object, the model knows whether it shows.
     if (!source.object && !(own.displayed && own.visible)) return;
     if (!m_attributes.has(Attribute::transform)) {

@@ -19,12 +19,12 @@ namespace svg {
 class ElementWalk {
 public:
     // Starts inside something of that style and view.
-    ElementWalk(DrawContext& context, const DrawStyle& style, const View& view);
+    ElementWalk(DrawContext& context, const Style& style, const View& view);
     ~ElementWalk();
     ElementWalk(const ElementWalk&) = delete;
     ElementWalk& operator=(const ElementWalk&) = delete;
 
-    const DrawStyle& style() const { return m_levels.back().style; }
+    const Style& style() const { return m_levels.back().style; }
     const View& view() const { return m_levels.back().view; }
 
     // Opens a container for what stands in it; false when nothing inside can be seen, then it is not open.
@@ -45,7 +45,7 @@ public:
 
 private:
     struct Level {
-        DrawStyle style;
+        Style style;
         View view;
         int clips = 0;
         std::unique_ptr<Effect> effect;
@@ -69,7 +69,7 @@ private:
     };
     void paintParts(const DrawnElement& shape, Element element, const PaintSource& source, const Parts& parts,
                     BoundingBox& box);
-    void stroke(const APath& outline, const DrawStyle& style, const View& view, const APaint& paint);
+    void stroke(const APath& outline, const Style& style, const View& view, const APaint& paint);
     void paintText(const DrawnElement& text, const PaintSource& source);
     void paintPieces(const DrawnElement& text, const PaintSource& source, const AFRect& box, double opacity);
     void paintPicture(const DrawnElement& image);
@@ -78,8 +78,8 @@ private:
     std::vector<Level> m_levels;
     std::vector<Frame> m_frames;
     // Scratch, so that the next shape needs no memory of its own.
-    DrawAttributes m_attributes;
-    DrawStyle m_room;
+    AttributeSet m_attributes;
+    Style m_room;
     APath m_outline;
     std::vector<TextPiece> m_pieces;
     AStrokeStyle m_stroke;

@@ -109,7 +109,7 @@ const AImage& cachedImage(DrawContext& context, std::string_view uri) {
 
 // Width and height as written; one that is missing follows the image.
 AFRect viewportOf(const DrawnElement& element, const AImage& image) {
-    const AttributeSet& attributes = element.attributes.plain();
+    const AttributeSet& attributes = element.attributes;
     const LengthContext lengths{element.style.fontSize, element.view.width, element.view.height};
     const double x = length(attributes, Attribute::x, Axis::horizontal, lengths);
     const double y = length(attributes, Attribute::y, Axis::vertical, lengths);

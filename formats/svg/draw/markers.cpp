@@ -96,11 +96,11 @@ double angleOf(const Vertex& vertex) {
 // A marker element, read once for all its vertices.
 class Marker {
 public:
-    Marker(DrawContext& context, pugi::xml_node node, const DrawStyle& shape, const View& view)
+    Marker(DrawContext& context, pugi::xml_node node, const Style& shape, const View& view)
         : m_context(context), m_node(node), m_view(view), m_style(context.styleAt(node)) {
-        DrawAttributes attributes;
+        AttributeSet attributes;
         attributes.read(node);
-        const AttributeSet& plain = attributes.plain();
+        const AttributeSet& plain = attributes;
         const LengthContext lengths{m_style.fontSize, view.width, view.height};
         const auto get = [&](const char* name, Axis axis, double missing) {
             double value = missing;
@@ -186,7 +186,7 @@ private:
     DrawContext& m_context;
     pugi::xml_node m_node;
     const View& m_view;
-    DrawStyle m_style;
+    Style m_style;
     double m_width = 0, m_height = 0;
     double m_unit = 1;
     bool m_shows = false;
@@ -206,7 +206,7 @@ pugi::xml_node findMarker(DrawContext& context, std::string_view property) {
 
 }  // namespace
 
-void paintMarkers(DrawContext& context, const APath& outline, const DrawStyle& style, const View& view) {
+void paintMarkers(DrawContext& context, const APath& outline, const Style& style, const View& view) {
     const RECT& clip = context.clipBounds();
     if (outline.empty() || clip.left >= clip.right || clip.top >= clip.bottom) return;
     const std::vector<Vertex> vertices = verticesOf(outline);

@@ -85,9 +85,9 @@ void maskImage(DrawContext& context, pugi::xml_node mask, const View& view, cons
     if (visit && maskRegion(context, mask, view, box, region)) {
         ACanvas canvas(pixelsOf(picture));
         const DrawContext::OnCanvas on(context, canvas);
-        DrawAttributes attributes;
+        AttributeSet attributes;
         attributes.read(mask);
-        const DrawStyle style = context.styleAt(mask);
+        const Style style = context.styleAt(mask);
         alpha = style.own.alphaMask;
         // A mask may be masked and clipped itself, in the same user space.
         const DrawnElement element{mask, attributes, style, view};

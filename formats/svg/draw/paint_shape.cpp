@@ -15,7 +15,7 @@ double largestScale(const AAffine& t) {
 }
 
 // How far a stroke reaches from its outline, in pixels.
-double strokeReach(const DrawStyle& style, const View& view) {
+double strokeReach(const Style& style, const View& view) {
     const double corners = style.lineJoin == ELineJoin::miter ? std::max(style.miterLimit, 1.5) : 1.5;
     const double scale = style.own.keepsStrokeWidth ? 1e3 : largestScale(view.toDrawing);
     return style.strokeWidth / 2 * corners * scale;
@@ -32,15 +32,15 @@ bool canHaveMarkers(Element element) {
 }
 
 // Whether the opacity is all that an effect has to do.
-bool isOpacityOnly(const DrawStyle& style) {
-    return style.clipPath.empty() && style.mask.empty() && style.filter.empty() &&
+bool isOpacityOnly(const Style& style) {
+    return style.own.clipPath.empty() && style.own.mask.empty() && style.own.filter.empty() &&
            style.own.blend == EBlend::normal;
 }
 
 }  // namespace
 
 void ElementWalk::paintShape(const DrawnElement& shape, Element element, const PaintSource& source) {
-    const DrawStyle& style = shape.style;
+    const Style& style = shape.style;
     const bool fills = element != Element::line && hasFill(source, style);
     const bool strokes = hasStroke(source, style);
     const bool markers = canHaveMarkers(element) && hasMarkers(style) && source.visible.stroke;
@@ -52,10 +52,10 @@ void ElementWalk::paintShape(const DrawnElement& shape, Element element, const P
     const double margin = 1 + (strokes ? strokeReach(style, shape.view) : 0);
     const RECT reach = pixelsAround(rectBounds(shape.view.toDrawing, m_outline.bounds()), margin);
     const bool outside = isEmpty(intersection(reach, m_context.clipBounds()));
-    if (outside && !markers && style.filter.empty()) return;
+    if (outside && !markers && style.own.filter.empty()) return;
 
     // One colour can carry the opacity by itself.
-    const bool simple = (fills ? 1 : 0) + (strokes ? 1 : 0) == 1 && !markers && style.filter.empty();
+    const bool simple = (fills ? 1 : 0) + (strokes ? 1 : 0) == 1 && !markers && style.own.filter.empty();
     const double opacity = style.own.opacity;
     BoundingBox box(m_outline);
     if (!Effect::isNeeded(style) || (simple && isOpacityOnly(style))) {
@@ -72,7 +72,7 @@ void ElementWalk::paintShape(const DrawnElement& shape, Element element, const P
 
 void ElementWalk::paintParts(const DrawnElement& shape, Element element, const PaintSource& source,
                              const Parts& parts, BoundingBox& box) {
-    const DrawStyle& style = shape.style;
+    const Style& style = shape.style;
     APaint paint;
     for (const PaintPart part : style.paintOrder) {
         if (part == PaintPart::fill && parts.fill) {
@@ -89,8 +89,7 @@ void ElementWalk::paintParts(const DrawnElement& shape, Element element, const P
     }
 }
 
-void ElementWalk::stroke(const APath& outline, const DrawStyle& style, const View& view,
-                         const APaint& paint) {
+void ElementWalk::stroke(const APath& outline, const Style& style, const View& view, const APaint& paint) {
     m_stroke.width = style.strokeWidth;
     m_stroke.cap = style.lineCap;
     m_stroke.join = style.lineJoin;
@@ -128,9 +127,9 @@ void ElementWalk::paintText(const DrawnElement& text, const PaintSource& source)
     }
     const double margin = 1 + (strokes ? strokeReach(text.style, text.view) * 2 : 0);
     const RECT reach = pixelsAround(rectBounds(text.view.toDrawing, outlines.get()), margin);
-    if (isEmpty(intersection(reach, m_context.clipBounds())) && text.style.filter.empty()) return;
+    if (isEmpty(intersection(reach, m_context.clipBounds())) && text.style.own.filter.empty()) return;
     const AFRect box = boxes.get();
-    const bool simple = m_pieces.size() == 1 && !strokes && text.style.filter.empty();
+    const bool simple = m_pieces.size() == 1 && !strokes && text.style.own.filter.empty();
     const double opacity = text.style.own.opacity;
     if (!Effect::isNeeded(text.style) || (simple && isOpacityOnly(text.style))) {
         m_context.touch(reach);
@@ -150,7 +149,7 @@ void ElementWalk::paintPieces(const DrawnElement& text, const PaintSource& sourc
     const PaintSource ownStyle{nullptr, source.visible};
     APaint paint;
     for (const TextPiece& piece : m_pieces) {
-        const DrawStyle& style = piece.style;
+        const Style& style = piece.style;
         // A part with a paint of its own is painted with that; the model holds the whole text's.
         const PaintSource& fill = samePaint(style.fill, text.style.fill) ? source : ownStyle;
         const PaintSource& line = samePaint(style.stroke, text.style.stroke) ? source : ownStyle;
@@ -167,7 +166,7 @@ void ElementWalk::paintPieces(const DrawnElement& text, const PaintSource& sourc
 
 void ElementWalk::paintPicture(const DrawnElement& image) {
     m_context.touch(m_context.clipBounds());
-    const DrawStyle& style = image.style;
+    const Style& style = image.style;
     if (!Effect::isNeeded(style) || isOpacityOnly(style))
         return paintImage(m_context, image, style.own.opacity);
     BoundingBox box(m_context, image);

@@ -15,7 +15,7 @@ public:
     explicit ContentBounds(DrawContext& context) : m_context(context) {}
 
     // `view`: the one in which the element stands.
-    AFRect of(pugi::xml_node element, const DrawStyle& around, const View& view) {
+    AFRect of(pugi::xml_node element, const Style& around, const View& view) {
         m_levels.push_back({{}, around, view, false, false});
         visit(element, true);
         while (m_levels.size() > 1) {
@@ -35,7 +35,7 @@ public:
 private:
     struct Level {
         pugi::xml_node next;
-        DrawStyle style;
+        Style style;
         View view;
         bool single;
         bool reference;
@@ -47,10 +47,9 @@ private:
         if ((!container && !isDrawn(element)) || !m_context.spend(1)) return;
         const Level& outer = m_levels.back();
         m_attributes.read(node);
-        const DrawStyle& style =
-            m_context.styles().compute(node, m_attributes, outer.style, outer.view, m_room);
+        const Style& style = m_context.styleOf(node, m_attributes, outer.style, outer.view, m_room);
         if (!style.displayed) return;
-        const View inner = enter(outer.view, element, m_attributes.plain());
+        const View inner = enter(outer.view, element, m_attributes);
         if (!container) return addLeaf({node, m_attributes, style, inner}, element);
         if (m_levels.size() >= static_cast<std::size_t>(kDeepestNesting)) return;
         Level level{node.first_child(), style, inner, false, element == Element::use};
@@ -82,8 +81,8 @@ private:
     DrawContext& m_context;
     BoundsBuilder m_bounds;
     std::vector<Level> m_levels;
-    DrawAttributes m_attributes;
-    DrawStyle m_room;
+    AttributeSet m_attributes;
+    Style m_room;
     APath m_path;
     APath m_placed;
     std::vector<TextPiece> m_pieces;
@@ -91,7 +90,7 @@ private:
 
 }  // namespace
 
-void PictureContext::paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) {
+void PictureContext::paintChildren(pugi::xml_node parent, const Style& style, const View& view) {
     ElementWalk(*this, style, view).paintChildren(parent, {});
 }
 

@@ -1,7 +1,7 @@
 // The outlines of shapes.
 #pragma once
 
-#include "formats/svg/draw/context/draw_style.h"
+#include "formats/svg/tree/user_space.h"
 #include "formats/svg/values/path_data.h"
 
 namespace svg {
@@ -12,7 +12,7 @@ constexpr bool isShape(Element element) {
 
 // Appends the outline of a shape in its own user space; nothing for one that is not drawn. `view`: what
 // percentages refer to.
-void appendShape(Element shape, const DrawAttributes& attributes, const View& view, double fontSize,
+void appendShape(Element shape, const AttributeSet& attributes, const View& view, double fontSize,
                  APath& path, Arcs arcs = Arcs::exact);
 
 }  // namespace svg

@@ -27,6 +27,7 @@ bool isTrue(std::string_view text) {
 Importer::Importer(ADocument& document, DrawingIndex& index)
     : m_document(document),
       m_index(index),
+      m_styles(Vocabulary::model),
       m_paint(document.getPaint(), index, m_styles),
       m_names(index, document.getNames()),
       m_repeatable(
@@ -41,7 +42,7 @@ View Importer::run(pugi::xml_node root) {
     Page page;
     const View view = rootView(m_attributes, page);
     m_document.setPage(page.area, page.scale);
-    const Style style = m_styles.compute(root, m_attributes, Style());
+    const Style style = m_styles.compute(root, m_attributes, {Style()});
     m_frames.push_back({root, root.first_child(), nullptr, style, view, m_namespaces.size(), false, false});
     while (!m_frames.empty()) {
         Frame& frame = m_frames.back();
@@ -86,7 +87,7 @@ void Importer::read(pugi::xml_node node) {
 
 void Importer::readLayer(pugi::xml_node node) {
     const Frame& top = m_frames.back();
-    Style style = m_styles.compute(node, m_attributes, top.style);
+    Style style = m_styles.compute(node, m_attributes, {top.style});
     const bool master =
         m_attributes.get(Attribute::kzDatabase) == "master" && m_document.getSecondaryDatabase();
     ADatabase& database = master ? *m_document.getSecondaryDatabase() : m_document.getDatabase();
@@ -134,17 +135,18 @@ AObject* Importer::createObject(const AClassInfo& row, pugi::xml_node node, Elem
 
 void Importer::readObject(pugi::xml_node node, Element element) {
     if (m_attributes.has(Attribute::id)) m_document.getNames().prefetch(m_attributes.get(Attribute::id));
-    const Style& style = m_styles.compute(node, m_attributes, m_frames.back().style, m_ownStyle);
+    const Style& style = m_styles.compute(node, m_attributes, {m_frames.back().style}, m_ownStyle);
     const auto refersTo = [&](std::string_view text, Element kind) {
         std::string_view id;
         return !text.empty() && takeUrl(text, id) && kindOf(m_index.findResource(id)) == kind;
     };
-    const bool masked = refersTo(style.mask, Element::mask) || refersTo(style.clipPath, Element::clipPath);
+    const bool masked =
+        refersTo(style.own.mask, Element::mask) || refersTo(style.own.clipPath, Element::clipPath);
     const bool onPath = element == Element::text && findTextPath(node);
     const AClassInfo& row = m_classes.classFor(element, m_attributes, masked, onPath);
 
     AParent* container = m_frames.back().container ? m_frames.back().container : &looseLayer();
-    if (!style.filter.empty() && row.kind != AClassKind::effect && isShadow(style.filter)) {
+    if (!style.own.filter.empty() && row.kind != AClassKind::effect && isShadow(style.own.filter)) {
         AObject* const effect =
             m_document.createObject(m_classes.shadow(), m_names.make(kShadowStem, "shadow"));
         container->appendChild(effect);
@@ -220,7 +222,7 @@ AFRect Importer::contentBounds(pugi::xml_node node, const Style& style) {
         attributes.read(at, namespaces);
         namespaces.shrink(0);
         const Level level = around.back();
-        const Style own = m_styles.compute(at, attributes, level.style);
+        const Style own = m_styles.compute(at, attributes, {level.style});
         AFRect box;
         if (inside) {
             around.push_back({enter(level.view, element, attributes), own});

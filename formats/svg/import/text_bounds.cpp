@@ -94,7 +94,7 @@ void addParts(pugi::xml_node text, const Style& style, StyleResolver& styles, Te
             continue;
         }
         attributes.read(node, namespaces);
-        around.push_back(styles.compute(node, attributes, around.back()));
+        around.push_back(styles.compute(node, attributes, {around.back()}));
         lines.moveTo(attributes, around.back());
     }
 }

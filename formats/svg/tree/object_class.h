@@ -4,7 +4,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "formats/svg/xml/attributes.h"
+#include "formats/svg/style/attributes.h"
 #include "kzcore/document/class_info.h"
 
 namespace svg {

@@ -4,9 +4,9 @@
 // agree.
 #pragma once
 
+#include "formats/svg/style/attributes.h"
 #include "formats/svg/values/transform.h"
 #include "formats/svg/values/units.h"
-#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 

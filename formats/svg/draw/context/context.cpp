@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "formats/svg/draw/context/blend_mode.h"
 #include "formats/svg/draw/context/pixel_area.h"
+#include "formats/svg/values/blend_mode.h"
 
 namespace svg {
 
@@ -20,6 +20,7 @@ constexpr std::size_t kDeepestReference = 48;
 
 DrawContext::DrawContext(const std::string& text, const View& root, ACanvas& canvas)
     : m_tree(text),
+      m_styles(Vocabulary::drawing),
       m_root(root),
       m_blends(asksForBlending(text)),
       m_canvas(&canvas),
@@ -87,15 +88,15 @@ bool DrawContext::takeGroup(std::size_t pixels) {
     return true;
 }
 
-DrawStyle DrawContext::styleAt(pugi::xml_node element) {
+Style DrawContext::styleAt(pugi::xml_node element) {
     std::vector<pugi::xml_node> chain;
     for (pugi::xml_node at = element; at.type() == pugi::node_element; at = at.parent()) chain.push_back(at);
-    DrawStyle style;
-    DrawStyle room;
-    DrawAttributes attributes;
+    Style style;
+    Style room;
+    AttributeSet attributes;
     for (std::size_t i = chain.size(); i-- > 0;) {
         attributes.read(chain[i]);
-        const DrawStyle& own = m_styles.compute(chain[i], attributes, style, m_root, room);
+        const Style& own = styleOf(chain[i], attributes, style, m_root, room);
         if (&own != &style) style = own;
     }
     style.displayed = true;

@@ -15,8 +15,9 @@
 #include <memory>
 #include <vector>
 
-#include "formats/svg/draw/context/draw_style.h"
 #include "formats/svg/draw/context/drawing_tree.h"
+#include "formats/svg/style/style_resolver.h"
+#include "formats/svg/tree/user_space.h"
 
 namespace svg {
 
@@ -40,8 +41,8 @@ enum class CacheOf : std::uint8_t {
 // An element that is being drawn.
 struct DrawnElement {
     pugi::xml_node node;
-    const DrawAttributes& attributes;
-    const DrawStyle& style;
+    const AttributeSet& attributes;
+    const Style& style;
     // From the element's own user space, its transform included; what percentages refer to.
     const View& view;
 };
@@ -54,7 +55,6 @@ public:
     DrawContext& operator=(const DrawContext&) = delete;
 
     DrawingTree& tree() { return m_tree; }
-    DrawStyleResolver& styles() { return m_styles; }
 
     // Whether something in the drawing has a mix-blend-mode.
     bool blends() const { return m_blends; }
@@ -113,15 +113,21 @@ public:
     bool takeGroup(std::size_t pixels);
     void releaseGroup(std::size_t pixels) { m_groupPixels -= pixels; }
 
+    // The computed style of an element inside one of the style `parent`: put into `room`, or the parent's own.
+    // Percentages refer to the user space in which the element stands.
+    const Style& styleOf(pugi::xml_node element, const AttributeSet& attributes, const Style& parent,
+                         const View& around, Style& room) {
+        return m_styles.compute(element, attributes, {parent, around.width, around.height}, room);
+    }
     // The style of an element as it stands in the tree, with what it inherits there: for patterns, markers,
     // masks and clip paths, which do not inherit from what refers to them. It counts as displayed, as
     // definitions show wherever they stand.
-    DrawStyle styleAt(pugi::xml_node element);
+    Style styleAt(pugi::xml_node element);
     const View& rootView() const { return m_root; }
 
     // Draws the children of an element with all their content on the current canvas. `style`, `view`: those
     // of the element. No view filter is asked.
-    virtual void paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) = 0;
+    virtual void paintChildren(pugi::xml_node parent, const Style& style, const View& view) = 0;
     // The extent of an element's geometry with its content, without strokes, in its own user space: what
     // objectBoundingBox units refer to. The element's own transform is not included.
     virtual AFRect boundsOf(const DrawnElement& element) = 0;
@@ -136,7 +142,7 @@ public:
 
 private:
     DrawingTree m_tree;
-    DrawStyleResolver m_styles;
+    StyleResolver m_styles;
     View m_root;
     bool m_blends;
     ACanvas* m_canvas;

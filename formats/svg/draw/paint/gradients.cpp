@@ -32,8 +32,8 @@ struct Gradients : DrawCache {
     std::unordered_map<std::size_t, ReadGradient> byNode;
 };
 
-AColor stopColor(const DrawStyle& style) {
-    const Paint& paint = style.stopColor;
+AColor stopColor(const Style& style) {
+    const Paint& paint = style.own.stopColor;
     std::uint32_t rgb = 0;
     double opacity = style.own.stopOpacity;
     switch (paint.kind) {
@@ -60,15 +60,14 @@ AColor stopColor(const DrawStyle& style) {
 
 void readStops(DrawContext& context, pugi::xml_node owner, std::vector<AGradientStop>& stops) {
     constexpr std::size_t kMostStops = 1024;
-    const DrawStyle around = context.styleAt(owner);
-    DrawAttributes attributes;
-    DrawStyle room;
+    const Style around = context.styleAt(owner);
+    AttributeSet attributes;
+    Style room;
     double last = 0;
     for (const pugi::xml_node child : owner.children()) {
         if (kindOf(child) != Element::stop || stops.size() == kMostStops) continue;
         attributes.read(child);
-        const DrawStyle& style =
-            context.styles().compute(child, attributes, around, context.rootView(), room);
+        const Style& style = context.styleOf(child, attributes, around, context.rootView(), room);
         double offset = 0;
         parseLength(textOf(child, "offset"), Axis::horizontal, {kUsualFontSize, 1, 1}, offset);
         last = std::clamp(offset, last, 1.0);

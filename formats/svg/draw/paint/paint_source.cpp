@@ -114,17 +114,17 @@ bool itemPaint(Painted painted, const AColorItem* color, const ABrushItem* item,
 
 }  // namespace
 
-bool hasFill(const PaintSource& source, const DrawStyle& style) {
+bool hasFill(const PaintSource& source, const Style& style) {
     if (!source.visible.fill) return false;
     return source.object ? source.object->getBrush() != nullptr : style.fill.kind != PaintKind::none;
 }
 
-bool hasStroke(const PaintSource& source, const DrawStyle& style) {
+bool hasStroke(const PaintSource& source, const Style& style) {
     if (!source.visible.stroke || !(style.strokeWidth > 0)) return false;
     return source.object ? source.object->getPen() != nullptr : style.stroke.kind != PaintKind::none;
 }
 
-bool fillPaint(DrawContext& context, const PaintSource& source, const DrawStyle& style, const View& view,
+bool fillPaint(DrawContext& context, const PaintSource& source, const Style& style, const View& view,
                BoundingBox& box, double opacity, APaint& paint) {
     const Painted painted{context, view, box, opacity * style.fillOpacity};
     if (!source.object) return stylePaint(painted, style.fill, style.color, paint);
@@ -132,7 +132,7 @@ bool fillPaint(DrawContext& context, const PaintSource& source, const DrawStyle&
     return brush && itemPaint(painted, nullptr, brush->getBrushItem(), style.fill, paint);
 }
 
-bool strokePaint(DrawContext& context, const PaintSource& source, const DrawStyle& style, const View& view,
+bool strokePaint(DrawContext& context, const PaintSource& source, const Style& style, const View& view,
                  BoundingBox& box, double opacity, APaint& paint) {
     const Painted painted{context, view, box, opacity * style.strokeOpacity};
     if (!source.object) return stylePaint(painted, style.stroke, style.color, paint);

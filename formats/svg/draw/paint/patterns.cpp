@@ -82,7 +82,7 @@ struct Placing {
 };
 
 std::optional<Placing> place(const Pattern& pattern, const AFRect& box, const View& view,
-                             const DrawStyle& style) {
+                             const Style& style) {
     Affine fromUnit;
     const bool hasBox = boxUnits(box, fromUnit);
     const bool ofBox = !isOfUserSpace(pattern.units);
@@ -327,7 +327,7 @@ private:
     DrawContext& m_context;
     const Placing& m_placing;
     pugi::xml_node m_content;
-    DrawStyle m_style;
+    Style m_style;
     double m_width, m_height;  // of a cell, in pixels
 };
 
@@ -352,7 +352,7 @@ const ATile* patternTile(DrawContext& context, pugi::xml_node node, const AFRect
     if (clip.left >= clip.right || clip.top >= clip.bottom) return nullptr;
     const Pattern pattern = readPattern(context, node);
     if (!pattern.content) return nullptr;
-    const DrawStyle style = context.styleAt(node);
+    const Style style = context.styleAt(node);
     const std::optional<Placing> placing = place(pattern, box, view, style);
     if (!placing || !placing->toPixels.inverse() || !placing->content.toDrawing.isFinite()) return nullptr;
 

@@ -53,7 +53,7 @@ std::string familyOf(std::string_view written) {
 }
 
 // How far below the point of the text its base line lies.
-double baselineOffset(const DrawStyle& style) {
+double baselineOffset(const Style& style) {
     switch (style.baseline) {
         case Baseline::alphabetic:
             return 0;
@@ -104,7 +104,7 @@ private:
     const TextSpan& spanOf(const Run& run) const { return m_text.spans[m_text.characters[run.first].span]; }
 
     ATextOutline outline(std::size_t first, std::size_t last) {
-        const DrawStyle& style = m_text.spans[m_text.characters[first].span].style;
+        const Style& style = m_text.spans[m_text.characters[first].span].style;
         const std::size_t begin = m_text.characters[first].begin;
         const std::size_t end = m_text.characters[last - 1].begin + m_text.characters[last - 1].size;
         const std::string_view text = std::string_view(m_text.bytes).substr(begin, end - begin);
@@ -139,7 +139,7 @@ private:
     void makeRuns(std::size_t first, std::size_t end, std::vector<Run>& runs) {
         while (first < end) {
             const std::size_t last = runEnd(first, end);
-            const DrawStyle& style = m_text.spans[m_text.characters[first].span].style;
+            const Style& style = m_text.spans[m_text.characters[first].span].style;
             Run run{first, last, outline(first, last), style.letterSpacing + m_fits[first].spacing,
                     m_fits[first].stretch};
             if (m_text.characters[last - 1].code == ' ') run.spacing += style.wordSpacing;
@@ -237,7 +237,7 @@ private:
     void addRun(const Run& run, const AAffine& placed) {
         const std::size_t index = m_text.characters[run.first].span;
         const TextSpan& span = m_text.spans[index];
-        const DrawStyle& style = span.style;
+        const Style& style = span.style;
         if (!style.visible || !style.displayed || !placed.isFinite()) return;
         if (!m_open || m_openSpan != index) {
             finishPiece();
@@ -256,9 +256,9 @@ private:
             const double half = kDecorationWidth * size / 2;
             lines.append(APath::rectangle({0, middle * size - half, length, middle * size + half}), toText);
         };
-        if (span.underline) addLine(m_under, 0.12);
-        if (span.overline) addLine(m_under, -kAscent);
-        if (span.lineThrough) addLine(m_over, -0.28);
+        if (span.decoration.underline) addLine(m_under, 0.12);
+        if (span.decoration.overline) addLine(m_under, -kAscent);
+        if (span.decoration.lineThrough) addLine(m_over, -0.28);
     }
 
     // Lines are pieces of their own: in one outline they could cut holes into the letters.

@@ -122,12 +122,12 @@ public:
     }
 
 private:
-    void enter(pugi::xml_node node, const DrawAttributes& attributes, TextSpan span,
-               const PositionLists* outer, bool preserve, double fontSizeAround) {
-        const DrawStyle::Own& own = span.style.own;
-        span.underline |= own.underline;
-        span.overline |= own.overline;
-        span.lineThrough |= own.lineThrough;
+    void enter(pugi::xml_node node, const AttributeSet& attributes, TextSpan span, const PositionLists* outer,
+               bool preserve, double fontSizeAround) {
+        const OwnStyle& own = span.style.own;
+        span.decoration.underline |= own.decoration.underline;
+        span.decoration.overline |= own.decoration.overline;
+        span.decoration.lineThrough |= own.decoration.lineThrough;
         span.baselineShift += shiftOf(own.baselineShift, span.style.fontSize, fontSizeAround);
         const LengthContext lengths{span.style.fontSize, m_view.width, m_view.height};
         if (!parseLength(textOf(node, "textLength"), Axis::horizontal, lengths, span.textLength))
@@ -168,18 +168,16 @@ private:
             m_out.spans.size() >= kMostCharacters) {
             return;
         }
-        DrawAttributes attributes;
+        AttributeSet attributes;
         attributes.read(node);
         TextSpan span;
         {
             const TextSpan& around = m_out.spans[parent];
-            DrawStyle room;
-            span.style = m_context.styles().compute(node, attributes, around.style, m_view, room);
+            Style room;
+            span.style = m_context.styleOf(node, attributes, around.style, m_view, room);
             span.textPath = kindOf(node) == Element::textPath ? node : around.textPath;
             span.baselineShift = around.baselineShift;
-            span.underline = around.underline;
-            span.overline = around.overline;
-            span.lineThrough = around.lineThrough;
+            span.decoration = around.decoration;
         }
         if (!span.style.displayed) return;
         if (const char* space = node.attribute("xml:space").as_string(nullptr))

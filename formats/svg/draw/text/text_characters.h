@@ -22,13 +22,13 @@ constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
 
 // The text element, or one of tspan, textPath, tref, a within it.
 struct TextSpan {
-    DrawStyle style;
-    pugi::xml_node textPath;       // around it, or null
-    double baselineShift = 0;      // upwards, with that of the elements around
-    double textLength = -1;        // negative: as long as it is
-    bool stretchesGlyphs = false;  // to the text length
-    bool underline = false, overline = false, lineThrough = false;  // its own or one around
-    std::size_t first = 0, last = 0;                                // its characters
+    Style style;
+    pugi::xml_node textPath;          // around it, or null
+    double baselineShift = 0;         // upwards, with that of the elements around
+    double textLength = -1;           // negative: as long as it is
+    bool stretchesGlyphs = false;     // to the text length
+    TextDecoration decoration;        // its own or one around
+    std::size_t first = 0, last = 0;  // its characters
 };
 
 struct TextCharacter {
