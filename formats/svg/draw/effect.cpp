@@ -57,7 +57,7 @@ bool isEqual(const RECT& a, const RECT& b) {
 // one that has to be an image only for that.
 bool isolates(const DrawContext& context, const DrawnElement& element) {
     if (!context.blends() || !isContainer(kindOf(element.node))) return false;
-    return element.style.own.isolated || !element.style.clipPath.empty();
+    return element.style.own.isolated || !element.style.own.clipPath.empty();
 }
 
 // An image of less is made faster than looked for.
@@ -77,22 +77,25 @@ void Effect::popClips() {
 }
 
 bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* reach, double opacity) {
-    m_view = m_outerView = element.view;
+    m_view = element.view;
     m_opacity = opacity;
     if (!(opacity > 0)) return false;
-    const DrawStyle& style = element.style;
-    if (!style.clipPath.empty() &&
-        !pushClipPath(m_context, style.clipPath, element.view, box, m_clips, m_clipPaths)) {
+    const Style& style = element.style;
+    if (!style.own.clipPath.empty() &&
+        !pushClipPath(m_context, style.own.clipPath, element.view, box, m_clips, m_clipPaths)) {
         popClips();
         return false;
     }
-    std::string_view text = style.mask;
+    std::string_view text = style.own.mask;
     std::string_view id;
     if (!text.empty() && takeUrl(text, id)) {
         m_mask = m_context.tree().findResource(id);
         if (kindOf(m_mask) != Element::mask) m_mask = {};
     }
-    m_filtered = !style.filter.empty() && hasFilter(m_context, style.filter);
+    if (!style.own.filter.empty()) {
+        m_box = box.get();
+        m_filtered = m_filter.read(m_context, {style.own.filter, m_box, element.view, style});
+    }
     const bool needsImage = opacity < 1 || m_mask || m_filtered || !m_clipPaths.empty() ||
                             style.own.blend != EBlend::normal || isolates(m_context, element);
     if (needsImage ? beginImage(element, box, reach) : !isEmpty(m_context.clipBounds())) return true;
@@ -109,11 +112,11 @@ bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const REC
         if (!maskRegion(m_context, m_mask, element.view, m_box, region)) return false;
         area = intersection(area, pixelsAround(rectBounds(element.view.toDrawing, region), 1));
     }
-    if (m_filtered || !m_clipPaths.empty()) m_box = box.get();
+    if (!m_clipPaths.empty()) m_box = box.get();
     if (isEmpty(area)) return false;
-    m_style = element.style;
+    m_blend = element.style.own.blend;
     if (m_filtered) {
-        area = filterBounds(m_context, {m_style.filter, m_box, m_outerView, m_style}, area);
+        area = m_filter.bounds(area);
         if (isEmpty(area)) return false;
     }
     const LONG width = area.right - area.left;
@@ -148,9 +151,7 @@ void Effect::finishImage() {
 }
 
 void Effect::compose(const RECT& touched) {
-    if (m_filtered)
-        applyFilter(m_context, {m_style.filter, m_box, m_outerView, m_style}, m_image,
-                    {m_area.left, m_area.top});
+    if (m_filtered) m_filter.apply(m_image, {m_area.left, m_area.top});
     for (const pugi::xml_node clipPath : m_clipPaths) clipImage(m_context, clipPath, m_view, m_box, m_image);
     if (m_mask) maskImage(m_context, m_mask, m_view, m_box, m_image);
     const RECT outside{touched.left + m_area.left, touched.top + m_area.top, touched.right + m_area.left,
@@ -159,7 +160,7 @@ void Effect::compose(const RECT& touched) {
     const AAffine place = AAffine::translation(outside.left, outside.top);
     const bool whole = isEqual(touched, {0, 0, m_image.width(), m_image.height()});
     m_context.canvas().drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false,
-                                 m_style.own.blend);
+                                 m_blend);
 }
 
 }  // namespace svg

@@ -12,14 +12,15 @@
 #include <vector>
 
 #include "formats/svg/draw/context/bounding_box.h"
+#include "formats/svg/draw/filter/filters.h"
 
 namespace svg {
 
 class Effect {
 public:
-    static bool isNeeded(const DrawStyle& style) {
-        return style.own.opacity < 1 || !style.clipPath.empty() || !style.mask.empty() ||
-               !style.filter.empty() || style.own.blend != EBlend::normal || style.own.isolated;
+    static bool isNeeded(const Style& style) {
+        return style.own.opacity < 1 || !style.own.clipPath.empty() || !style.own.mask.empty() ||
+               !style.own.filter.empty() || style.own.blend != EBlend::normal || style.own.isolated;
     }
 
     explicit Effect(DrawContext& context) : m_context(context) {}
@@ -44,14 +45,14 @@ private:
 
     DrawContext& m_context;
     View m_view;
-    DrawStyle m_style;
-    View m_outerView;                         // the element's, to the pixels outside
+    EBlend m_blend = EBlend::normal;
     AFRect m_box;                             // where mask, clip paths or filter need it
     RECT m_area{0, 0, 0, 0};                  // of the image on the canvas outside
     int m_clips = 0;                          // on the canvas outside
     std::vector<pugi::xml_node> m_clipPaths;  // those that the canvas cannot cut by itself
     pugi::xml_node m_mask;
     double m_opacity = 1;
+    ElementFilter m_filter;
     bool m_filtered = false;
     AImage m_image;
     std::unique_ptr<ACanvas> m_canvas;

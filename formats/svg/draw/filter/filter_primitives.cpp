@@ -3,11 +3,11 @@
 #include <cmath>
 #include <optional>
 
-#include "formats/svg/draw/context/blend_mode.h"
 #include "formats/svg/draw/filter/filter_light.h"
 #include "formats/svg/draw/filter/filter_reader.h"
 #include "formats/svg/draw/filter/filter_turbulence.h"
 #include "formats/svg/draw/filter/pixel_values.h"
+#include "formats/svg/values/blend_mode.h"
 #include "formats/svg/values/text_scan.h"
 
 namespace svg {
@@ -90,7 +90,7 @@ void FilterReader::readOffset(FilterStep& step) {
 }
 
 void FilterReader::readFlood(FilterStep& step) {
-    const DrawStyle::Own& own = m_style.own;
+    const OwnStyle& own = m_style.own;
     step.linear = false;
     const ColorValues color = colorValues(own.floodColor, m_style.color, own.floodOpacity, false);
     step.inputs = {kTransparent};
@@ -169,7 +169,7 @@ void FilterReader::readTransfer(FilterStep& step) {
 void FilterReader::readDropShadow(FilterStep& step) {
     const AFPoint deviation = pair("stdDeviation", {2, 2});
     const AFPoint pixels = sizeInPixels({std::max(deviation.x, 0.0), std::max(deviation.y, 0.0)});
-    const DrawStyle::Own& own = m_style.own;
+    const OwnStyle& own = m_style.own;
     makeDropShadow(step, pixels.x, pixels.y, vectorInPixels({number("dx", 2), number("dy", 2)}),
                    colorValues(own.floodColor, m_style.color, own.floodOpacity, step.linear));
 }

@@ -130,17 +130,19 @@ private:
 
 }  // namespace
 
-bool hasFilter(DrawContext& context, std::string_view filter) {
-    return findFilters(context, filter);
+ElementFilter::ElementFilter() = default;
+ElementFilter::~ElementFilter() = default;
+
+bool ElementFilter::read(DrawContext& context, const FilterArea& area) {
+    return readFilters(context, area, m_graphs);
 }
 
-RECT filterBounds(DrawContext& context, const FilterArea& area, const RECT& visible) {
-    std::vector<FilterGraph> graphs;
-    if (isEmpty(visible) || !readFilters(context, area, graphs)) return visible;
+RECT ElementFilter::bounds(const RECT& visible) const {
+    if (isEmpty(visible)) return visible;
     const double most = std::max({visible.right - visible.left, visible.bottom - visible.top, kUsualMargin});
     RECT bounds = visible;
-    for (std::size_t i = graphs.size(); i-- > 0;) {
-        const FilterGraph& graph = graphs[i];
+    for (std::size_t i = m_graphs.size(); i-- > 0;) {
+        const FilterGraph& graph = m_graphs[i];
         bounds = intersection(bounds, graph.region);
         if (isEmpty(bounds) || graph.steps.empty()) return {};
         double reach = 0;
@@ -155,10 +157,10 @@ RECT filterBounds(DrawContext& context, const FilterArea& area, const RECT& visi
                                  visible.bottom + margin});
 }
 
-void applyFilter(DrawContext& context, const FilterArea& area, AImage& image, POINT origin) {
-    std::vector<FilterGraph> graphs;
-    if (image.empty() || !readFilters(context, area, graphs)) return;
-    for (const FilterGraph& graph : graphs) image = FilterRun(graph, std::move(image), origin).run();
+void ElementFilter::apply(AImage& image, POINT origin) const {
+    for (const FilterGraph& graph : m_graphs) {
+        if (!image.empty()) image = FilterRun(graph, std::move(image), origin).run();
+    }
 }
 
 }  // namespace svg
