@@ -9,7 +9,7 @@ namespace {
 
 class Painter : public AObjectPainter {
 public:
-    Painter(const std::string& text, const View& root, ACanvas& canvas)
+    Painter(const std::string& text, const UserSpace& root, ACanvas& canvas)
         : m_context(text, root, canvas),
           m_walk(m_context, m_context.styleAt(m_context.tree().root()), root),
           m_seen(m_walk.beginRoot(m_context.tree().root())) {}
@@ -49,11 +49,11 @@ private:
 
 }  // namespace
 
-std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const View& root, ACanvas& canvas,
+std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const UserSpace& root, ACanvas& canvas,
                                             const AAffine& toPixels) {
-    View view = root;
-    view.toDrawing = toPixels * view.toDrawing;
-    return std::make_unique<Painter>(text, view, canvas);
+    UserSpace space = root;
+    space.toDrawing = toPixels * space.toDrawing;
+    return std::make_unique<Painter>(text, space, canvas);
 }
 
 }  // namespace svg

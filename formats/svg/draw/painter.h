@@ -11,9 +11,9 @@
 
 namespace svg {
 
-// `text`: the drawing's (DrawingSource::text); `root`: the view of its root in drawing coordinates. The text
-// and the canvas outlive the painter. Raises bad_alloc.
-std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const View& root, ACanvas& canvas,
+// `text`: the drawing's (DrawingSource::text); `root`: the user space of its root, in drawing coordinates.
+// The text and the canvas outlive the painter. Raises bad_alloc.
+std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const UserSpace& root, ACanvas& canvas,
                                             const AAffine& toPixels);
 
 }  // namespace svg

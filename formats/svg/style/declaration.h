@@ -20,8 +20,7 @@ void applyDeclaration(Style& style, const Reading& reading, const Declaration& d
 // Reads the paint of a declaration that will be applied many times, where that can be done in advance.
 void prepare(Declaration& declaration);
 
-// Takes the next known declaration of a style attribute or a rule's body; false at the end. Unknown ones are
-// passed over.
+// Takes the next declaration of a known property from a style attribute or a rule's body; false at the end.
 bool takeDeclaration(std::string_view& text, Declaration& declaration, Vocabulary vocabulary);
 
 // The cascade of one element: what the sheet says (StyleSheet::collect), then its style attribute; important

@@ -202,8 +202,7 @@ void marker(Style& style, const Value& value) {
     style.markerMid = style.markerEnd = style.markerStart;
 }
 
-// The size in a "font" shorthand: the last word before the family that starts with a digit, "12px/1.4"
-// included.
+// The size in a "font" shorthand: the last word before the family that starts with a digit (12px/1.4).
 std::string_view fontSizeOf(std::string_view font) {
     while (!font.empty()) {
         std::string_view word = takeWord(font);

@@ -26,8 +26,7 @@ public:
     void add(std::string_view text);
     bool isEmpty() const { return m_rules.empty(); }
 
-    // The declarations for an element, those that count more coming later; important ones among them are
-    // marked.
+    // The declarations for an element in rising order of weight, important ones not yet sorted out.
     void collect(pugi::xml_node element, std::string_view id, std::string_view classes,
                  std::vector<const Declaration*>& declarations);
 

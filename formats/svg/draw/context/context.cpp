@@ -18,7 +18,7 @@ constexpr std::size_t kDeepestReference = 48;
 
 }  // namespace
 
-DrawContext::DrawContext(const std::string& text, const View& root, ACanvas& canvas)
+DrawContext::DrawContext(const std::string& text, const UserSpace& root, ACanvas& canvas)
     : m_tree(text),
       m_styles(Vocabulary::drawing),
       m_root(root),

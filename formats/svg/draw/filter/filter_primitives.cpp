@@ -203,7 +203,7 @@ void FilterReader::readTurbulence(FilterStep& step) {
     settings.tileY = tile.top;
     settings.tileWidth = tile.Width();
     settings.tileHeight = tile.Height();
-    const std::optional<Affine> toUser = m_area.view.toDrawing.inverse();
+    const std::optional<Affine> toUser = m_area.space.toDrawing.inverse();
     step.inputs = {kTransparent};
     if (!toUser) return;
     step.apply = [settings, toUser](const StepInputs& in) {
@@ -226,7 +226,7 @@ void FilterReader::readLighting(FilterStep& step) {
     light.specular = splitName(m_node.name()).local == "feSpecularLighting";
     light.strength = std::max(0.0, number(light.specular ? "specularConstant" : "diffuseConstant", 1));
     light.shininess = std::clamp(number("specularExponent", 1), 1.0, 128.0);
-    const double scale = m_area.view.toDrawing.scale();
+    const double scale = m_area.space.toDrawing.scale();
     light.surfaceScale = number("surfaceScale", 1) * scale;
     light.color = colorValues(m_style.own.lightingColor, m_style.color, 1, step.linear);
     constexpr Choice<Light::Kind> kKinds[] = {{"feDistantLight", Light::Kind::distant},
@@ -249,7 +249,7 @@ void FilterReader::readLighting(FilterStep& step) {
     const auto place = [&](const char* x, const char* y, const char* z) {
         AFPoint at{numberOf(source, x), numberOf(source, y)};
         if (m_boxPrimitives) at = m_fromUnit.apply(at);
-        at = m_area.view.toDrawing.apply(at);
+        at = m_area.space.toDrawing.apply(at);
         return Vector3{at.x, at.y, numberOf(source, z) * scale};
     };
     light.at = place("x", "y", "z");

@@ -1,7 +1,7 @@
 // Filters: what they do to the picture of an element.
 //
 //     ElementFilter filter;
-//     if (filter.read(context, {style.own.filter, boundsInUserSpace, view, style})) {
+//     if (filter.read(context, {style.own.filter, boundsInUserSpace, space, style})) {
 //         const RECT pixels = filter.bounds(visible);            // the element is painted on these
 //         AImage image = paintElement(pixels);
 //         filter.apply(image, {pixels.left, pixels.top});
@@ -16,7 +16,7 @@ namespace svg {
 struct FilterArea {
     std::string_view filter;  // the property as written: url(#id) or functions such as blur(2px)
     AFRect box;               // its bounding box in user space
-    const View& view;         // from its user space to the pixels of the canvas that `visible` refers to
+    const UserSpace& space;   // from its user space to the pixels of the canvas that `visible` refers to
     const Style& style;       // of the element, for colours and lengths
 };
 

@@ -74,8 +74,8 @@ double baselineOffset(const Style& style) {
 
 class Layout {
 public:
-    Layout(DrawContext& context, const View& view, const TextCharacters& text)
-        : m_context(context), m_view(view), m_text(text), m_fits(text.characters.size()) {}
+    Layout(DrawContext& context, const UserSpace& space, const TextCharacters& text)
+        : m_context(context), m_space(space), m_text(text), m_fits(text.characters.size()) {}
 
     void run(std::vector<TextPiece>& pieces) {
         fitLengths();
@@ -217,7 +217,7 @@ private:
 
     void placeOnPath(const std::vector<Run>& runs, std::size_t first, std::size_t last) {
         const TextSpan& span = spanOf(runs[first]);
-        const TextPath path(m_context, span.textPath, m_view, span.style.fontSize);
+        const TextPath path(m_context, span.textPath, m_space, span.style.fontSize);
         double along = path.start() + anchorShift(runs, first, last);
         double above = 0;
         for (std::size_t i = first; i < last; ++i) {
@@ -275,7 +275,7 @@ private:
     }
 
     DrawContext& m_context;
-    const View& m_view;
+    const UserSpace& m_space;
     const TextCharacters& m_text;
     std::vector<Fit> m_fits;
     AFPoint m_at;  // where the next run starts
@@ -294,7 +294,7 @@ void layOutText(DrawContext& context, const DrawnElement& text, std::vector<Text
     if (!text.style.displayed) return;
     const TextCharacters characters = collectCharacters(context, text);
     if (characters.characters.empty()) return;
-    Layout(context, text.view, characters).run(pieces);
+    Layout(context, text.space, characters).run(pieces);
 }
 
 }  // namespace svg

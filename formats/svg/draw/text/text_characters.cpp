@@ -97,7 +97,7 @@ bool isText(pugi::xml_node node) {
 
 class Collector {
 public:
-    Collector(DrawContext& context, const View& view) : m_context(context), m_view(view) {}
+    Collector(DrawContext& context, const UserSpace& space) : m_context(context), m_space(space) {}
 
     TextCharacters run(const DrawnElement& text) {
         bool preserve = false;
@@ -129,7 +129,7 @@ private:
         span.decoration.overline |= own.decoration.overline;
         span.decoration.lineThrough |= own.decoration.lineThrough;
         span.baselineShift += shiftOf(own.baselineShift, span.style.fontSize, fontSizeAround);
-        const LengthContext lengths{span.style.fontSize, m_view.width, m_view.height};
+        const LengthContext lengths{span.style.fontSize, m_space.width, m_space.height};
         if (!parseLength(textOf(node, "textLength"), Axis::horizontal, lengths, span.textLength))
             span.textLength = -1;
         span.stretchesGlyphs = textOf(node, "lengthAdjust") == "spacingAndGlyphs";
@@ -174,7 +174,7 @@ private:
         {
             const TextSpan& around = m_out.spans[parent];
             Style room;
-            span.style = m_context.styleOf(node, attributes, around.style, m_view, room);
+            span.style = m_context.styleOf(node, attributes, around.style, m_space, room);
             span.textPath = kindOf(node) == Element::textPath ? node : around.textPath;
             span.baselineShift = around.baselineShift;
             span.decoration = around.decoration;
@@ -243,7 +243,7 @@ private:
     }
 
     DrawContext& m_context;
-    const View& m_view;
+    const UserSpace& m_space;
     TextCharacters m_out;
     int m_depth = 0;
     std::size_t m_place = 0;            // in position lists
@@ -270,7 +270,7 @@ bool isMark(char32_t code) {
 }  // namespace
 
 TextCharacters collectCharacters(DrawContext& context, const DrawnElement& text) {
-    return Collector(context, text.view).run(text);
+    return Collector(context, text.space).run(text);
 }
 
 std::size_t clusterEnd(const std::vector<TextCharacter>& characters, std::size_t first, std::size_t end) {

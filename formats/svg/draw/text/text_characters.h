@@ -1,5 +1,4 @@
-// The characters of a text element as they are drawn: white space collapsed, each with its style and
-// position.
+// The characters of a text element as drawn: white space collapsed, each with its style and position.
 //
 //     const TextCharacters text = collectCharacters(context, element);
 //     for (const TextCharacter& one : text.characters) draw(text.bytes.substr(one.begin, one.size), …);

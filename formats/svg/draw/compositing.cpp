@@ -1,4 +1,4 @@
-#include "formats/svg/draw/effect.h"
+#include "formats/svg/draw/compositing.h"
 
 #include <algorithm>
 #include <utility>
@@ -65,24 +65,24 @@ constexpr LONG kWorthKeeping = 4096;
 
 }  // namespace
 
-Effect::~Effect() {
+Compositing::~Compositing() {
     // Left without an end: nothing is drawn, but the canvas is as before.
     m_on.reset();
     m_context.releaseGroup(m_pixels);
     popClips();
 }
 
-void Effect::popClips() {
+void Compositing::popClips() {
     for (; m_clips > 0; --m_clips) m_context.popClip();
 }
 
-bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* reach, double opacity) {
-    m_view = element.view;
+bool Compositing::begin(const DrawnElement& element, BoundingBox& box, const RECT* reach, double opacity) {
+    m_space = element.space;
     m_opacity = opacity;
     if (!(opacity > 0)) return false;
     const Style& style = element.style;
     if (!style.own.clipPath.empty() &&
-        !pushClipPath(m_context, style.own.clipPath, element.view, box, m_clips, m_clipPaths)) {
+        !pushClipPath(m_context, style.own.clipPath, element.space, box, m_clips, m_clipPaths)) {
         popClips();
         return false;
     }
@@ -94,7 +94,7 @@ bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* re
     }
     if (!style.own.filter.empty()) {
         m_box = box.get();
-        m_filtered = m_filter.read(m_context, {style.own.filter, m_box, element.view, style});
+        m_filtered = m_filter.read(m_context, {style.own.filter, m_box, element.space, style});
     }
     const bool needsImage = opacity < 1 || m_mask || m_filtered || !m_clipPaths.empty() ||
                             style.own.blend != EBlend::normal || isolates(m_context, element);
@@ -103,14 +103,14 @@ bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* re
     return false;
 }
 
-bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach) {
+bool Compositing::beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach) {
     RECT area = m_context.clipBounds();
     if (reach && !m_filtered) area = intersection(area, *reach);
     if (m_mask) {
         AFRect region;
         if (maskNeedsBox(m_mask)) m_box = box.get();
-        if (!maskRegion(m_context, m_mask, element.view, m_box, region)) return false;
-        area = intersection(area, pixelsAround(rectBounds(element.view.toDrawing, region), 1));
+        if (!maskRegion(m_context, m_mask, element.space, m_box, region)) return false;
+        area = intersection(area, pixelsAround(rectBounds(element.space.toDrawing, region), 1));
     }
     if (!m_clipPaths.empty()) m_box = box.get();
     if (isEmpty(area)) return false;
@@ -130,17 +130,17 @@ bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const REC
         m_lent ? m_context.cache<GroupImages>(CacheOf::groups).take(width, height) : AImage(width, height);
     m_canvas = std::make_unique<ACanvas>(pixelsOf(m_image));
     m_area = area;
-    m_view.toDrawing = shift() * m_view.toDrawing;
+    m_space.toDrawing = shift() * m_space.toDrawing;
     m_on.emplace(m_context, *m_canvas);
     return true;
 }
 
-void Effect::end() {
+void Compositing::end() {
     if (m_on) finishImage();
     popClips();
 }
 
-void Effect::finishImage() {
+void Compositing::finishImage() {
     const RECT touched = m_filtered ? RECT{0, 0, m_image.width(), m_image.height()} : m_context.touched();
     m_on.reset();
     m_canvas.reset();  // the pixels are complete
@@ -150,10 +150,10 @@ void Effect::finishImage() {
     m_context.releaseGroup(std::exchange(m_pixels, 0));
 }
 
-void Effect::compose(const RECT& touched) {
+void Compositing::compose(const RECT& touched) {
     if (m_filtered) m_filter.apply(m_image, {m_area.left, m_area.top});
-    for (const pugi::xml_node clipPath : m_clipPaths) clipImage(m_context, clipPath, m_view, m_box, m_image);
-    if (m_mask) maskImage(m_context, m_mask, m_view, m_box, m_image);
+    for (const pugi::xml_node clipPath : m_clipPaths) clipImage(m_context, clipPath, m_space, m_box, m_image);
+    if (m_mask) maskImage(m_context, m_mask, m_space, m_box, m_image);
     const RECT outside{touched.left + m_area.left, touched.top + m_area.top, touched.right + m_area.left,
                        touched.bottom + m_area.top};
     m_context.touch(outside);
