@@ -1,5 +1,4 @@
-// Bitmap resources from anybody: what is read as a picture becomes a bitmap, and no byte outside is looked
-// at.
+// Untrusted bitmap resources: a readable one becomes a bitmap; no byte outside is read.
 #include <cstdlib>
 
 #include "platform/headless/gdi/dib.h"

@@ -1,5 +1,4 @@
-// Resource modules from anybody: the reader is asked what a program would ask, and every byte it gives is
-// read.
+// Untrusted resource modules: asks the reader what a program asks, and touches every byte of the answers.
 #include <cstdlib>
 
 #include "platform/headless/resource_directory.h"

@@ -5,6 +5,7 @@
 
 #include "formats/svg/draw/painter.h"
 #include "formats/svg/values/text_scan.h"
+#include "formats/svg/xml/tag_scan.h"
 
 namespace svg {
 
@@ -28,7 +29,7 @@ public:
             m_attributes.read(node, namespaces);
         } else {
             buffer = tag;
-            cut(buffer.data() + 1);
+            cut(buffer);
         }
     }
 
@@ -36,36 +37,24 @@ public:
     const AttributeSet& attributes() const { return m_attributes; }
 
 private:
-    // From behind the "<"; the tag's ">" stops every search.
-    void cut(char* at) {
-        const char* const name = at;
-        at = skipName(at);
-        bool more = isSpace(*at);
-        *at = '\0';
-        m_element = kindOfName(name);
+    // What an attribute ends with is overwritten, which the scan has passed by then.
+    void cut(std::string& tag) {
+        std::size_t at = behindName(tag, 0);
+        const bool hasAttributes = isSpace(tag[at]);
+        tag[at] = '\0';
+        m_element = kindOfName(tag.c_str() + 1);
         m_attributes.clear();
-        while (more) {
-            do {
-                ++at;
-            } while (isSpace(*at));
-            char* const attribute = at;
-            at = skipName(at);
-            char* const end = at;
-            while (isSpace(*at) || *at == '=') ++at;
-            const char quote = *at;
-            if (quote != '"' && quote != '\'') return;  // behind the last attribute
-            char* const value = ++at;
-            while (*at != quote && *at != '\0') ++at;
-            if (*at == '\0') return;  // no tag that the library accepts
-            *end = *at = '\0';
-            m_attributes.addPlain(attribute, value);
-            more = isSpace(at[1]);
+        if (!hasAttributes) return;
+        ++at;
+        const auto terminated = [&tag](std::string_view piece) {
+            const auto from = static_cast<std::size_t>(piece.data() - tag.data());
+            tag[from + piece.size()] = '\0';
+            return tag.c_str() + from;
+        };
+        for (SourceAttribute one; takeAttribute(tag, at, one);) {
+            const char* const name = terminated(one.name);
+            m_attributes.addPlain(name, terminated(one.value));
         }
-    }
-
-    static char* skipName(char* at) {
-        while (!isSpace(*at) && *at != '=' && *at != '/' && *at != '>') ++at;
-        return at;
     }
 
     std::optional<pugi::xml_document> m_document;
@@ -75,37 +64,29 @@ private:
 
 }  // namespace
 
-// Quoted values are passed over whole: they may hold a ">".
 std::string_view DrawingSource::startTag(const AObject& object) const {
     const std::size_t name = object.getSourceIndex();
     if (name == 0 || name >= m_text.size()) return {};
     const std::string_view text = m_text;
-    for (std::size_t at = name; at < text.size(); ++at) {
-        const char c = text[at];
-        if (c == '>') return text.substr(name - 1, at - name + 2);
-        if (c == '"' || c == '\'') {
-            at = text.find(c, at + 1);
-            if (at == text.npos) break;
-        }
-    }
-    return {};
+    const std::size_t end = findUnquoted(text, name, ">");
+    return end < text.size() ? text.substr(name - 1, end - name + 2) : std::string_view();
 }
 
-View DrawingSource::viewAround(const AObject& object) const {
+UserSpace DrawingSource::spaceAround(const AObject& object) const {
     AParent* const parent = object.getParent();
-    if (parent != nullptr && parent == m_lastParent) return m_lastView;
+    if (parent != nullptr && parent == m_lastParent) return m_lastSpace;
     std::vector<const AParent*> containers;
     for (const AParent* at = parent; at != nullptr; at = at->getParent()) {
         if (at->getSourceIndex() != 0) containers.push_back(at);
     }
-    View view = m_root;
+    UserSpace space = m_root;
     for (std::size_t i = containers.size(); i-- > 0;) {
         const StartTag tag(startTag(*containers[i]), m_buffer);
-        view = enter(view, tag.element(), tag.attributes());
+        space = enter(space, tag.element(), tag.attributes());
     }
     m_lastParent = parent;
-    m_lastView = view;
-    return view;
+    m_lastSpace = space;
+    return space;
 }
 
 std::unique_ptr<AObjectPainter> DrawingSource::startPainting(ACanvas& canvas, const AAffine& toPixels) const {
@@ -119,15 +100,15 @@ std::unique_ptr<AObjectPainter> DrawingSource::startRecording(ADisplayRecorder& 
 AFRect DrawingSource::computeBounds(const AObject& object) const {
     const std::string_view text = startTag(object);
     if (text.empty()) return {};
-    const View view = viewAround(object);
+    const UserSpace space = spaceAround(object);
     const StartTag tag(text, m_buffer);
     switch (tag.element()) {
         case Element::path:
         case Element::polygon:
         case Element::polyline:
-            return curveBounds(tag.element(), tag.attributes(), view);
+            return curveBounds(tag.element(), tag.attributes(), space);
         default:
-            return shapeBounds(tag.element(), tag.attributes(), view, kUsualFontSize);
+            return shapeBounds(tag.element(), tag.attributes(), space, kUsualFontSize);
     }
 }
 

@@ -1,5 +1,4 @@
-// What a document keeps of the drawing it was read from: the text, in which every object's element is found
-// again.
+// What a document keeps of its drawing: the text, in which every object's element is found again.
 //
 // An object's source index is the byte offset of its element's name in the text; 0: it has no element (an
 // effect made around an object). The objects inside a "use" point to the elements that they repeat. Boxes
@@ -19,8 +18,8 @@ namespace svg {
 
 class DrawingSource : public AGeometrySource {
 public:
-    // `root`: the view of the drawing's root.
-    DrawingSource(std::string text, const View& root) : m_text(std::move(text)), m_root(root) {}
+    // `root`: the user space of the root's content.
+    DrawingSource(std::string text, const UserSpace& root) : m_text(std::move(text)), m_root(root) {}
 
     AFRect computeBounds(const AObject& object) const override;
     std::unique_ptr<AObjectPainter> startPainting(ACanvas& canvas, const AAffine& toPixels) const override;
@@ -38,16 +37,16 @@ public:
     bool hadMark() const { return m_hadMark; }
     // The start tag of an object's element, from "<" to ">"; empty when it has none.
     std::string_view startTag(const AObject& object) const;
-    // The view in which the object's own element stands, its own transform not included.
-    View viewAround(const AObject& object) const;
+    // The user space in which the object's own element stands, its own transform not included.
+    UserSpace spaceAround(const AObject& object) const;
 
 private:
     std::string m_text;
     std::vector<EntityUse> m_entityUses;
     bool m_hadMark = false;
-    View m_root;
+    UserSpace m_root;
     mutable const AParent* m_lastParent = nullptr;
-    mutable View m_lastView;
+    mutable UserSpace m_lastSpace;
     mutable std::string m_buffer;  // a start tag being read
 };
 

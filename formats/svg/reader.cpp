@@ -177,8 +177,8 @@ std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> cop
         return failAt(error, name, bytes, offsetOf(culprit), "elements are nested deeper than 1000");
     }
     auto document = std::make_unique<ADocument>();
-    const View view = Importer(*document, index).run(root);
-    auto source = std::make_unique<DrawingSource>(std::move(bytes), view);
+    const UserSpace space = Importer(*document, index).run(root);
+    auto source = std::make_unique<DrawingSource>(std::move(bytes), space);
     source->noteChanges(std::move(entityUses), hadMark);
     document->setGeometrySource(std::move(source));
     return document;

@@ -1,7 +1,7 @@
 #include "formats/svg/writer.h"
 
 #include "formats/svg/drawing_source.h"
-#include "formats/svg/write/filtered_text.h"
+#include "formats/svg/write/visible_text.h"
 
 namespace svg {
 

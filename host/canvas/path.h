@@ -40,6 +40,34 @@ public:
     // A move and a line have one point, a curve three, a close none.
     const std::vector<EVerb>& verbs() const { return m_verbs; }
     const std::vector<AFPoint>& points() const { return m_points; }
+
+    // A verb with the points that it leads along. A move and a close have no control points; a close leads to
+    // the start of its figure.
+    struct Segment {
+        EVerb verb;
+        AFPoint from;
+        AFPoint control1, control2;  // of a curve
+        AFPoint to;
+    };
+    // Calls use(const Segment&) for every verb, in order.
+    template <class Use>
+    void forEachSegment(Use use) const {
+        const AFPoint* point = m_points.data();
+        Segment segment{};
+        AFPoint figure;
+        for (const EVerb verb : m_verbs) {
+            segment.verb = verb;
+            segment.from = segment.to;
+            if (verb == EVerb::curve) {
+                segment.control1 = *point++;
+                segment.control2 = *point++;
+            }
+            segment.to = verb == EVerb::close ? figure : *point++;
+            if (verb == EVerb::move) figure = segment.to;
+            use(static_cast<const Segment&>(segment));
+        }
+    }
+
     // False when a coordinate is infinite or no number.
     bool isFinite() const;
     // Of all points, control points included: the outline lies within.

@@ -1,7 +1,7 @@
 // mix-blend-mode, what it blends with, and what isolates.
 #include "canvas/image.h"
 #include "filter.h"
-#include "formats/svg/draw/context/blend_mode.h"
+#include "formats/svg/values/blend_mode.h"
 #include "kzcore/view/view.h"
 #include "picture.h"
 #include "support.h"

@@ -231,8 +231,7 @@ TEST(DrawFilters, AFlatSurfaceIsLitEvenly) {
     const Picture slanted = drawFiltered(
         "<feDiffuseLighting in='SourceAlpha'><feDistantLight elevation='30'/></feDiffuseLighting>");
     EXPECT_TRUE(hasColor(slanted, 70, 45, 0x808080));
-    // The light comes from the right, so the right edge of the raised rectangle is brighter than the left
-    // one.
+    // Light from the right: the right edge of the raised rectangle is brighter than the left one.
     EXPECT_GT(slanted.at(90, 45) & 0xff, slanted.at(49, 45) & 0xff);
 }
 

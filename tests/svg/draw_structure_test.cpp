@@ -1,5 +1,4 @@
-// What is drawn, in which order, and where: layers, use, symbols, nested drawings, hidden objects, view
-// filters.
+// What is drawn, in which order and where: layers, use, symbols, nested drawings, hiding, view filters.
 #include "kzcore/document/refer_item.h"
 #include "kzcore/view/view.h"
 #include "picture.h"

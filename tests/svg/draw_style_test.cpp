@@ -14,7 +14,7 @@ std::uint32_t squareColor(const std::string& attributes, const std::string& befo
     return drawBody(before + "<rect id='a' class='c' width='20' height='20' " + attributes + "/>").at(10, 10);
 }
 
-TEST(DrawStyle, OpacitiesMix) {
+TEST(Style, OpacitiesMix) {
     const std::string rect = "<rect width='20' height='20' fill='red' ";
     EXPECT_COLOR(drawBody(rect + "fill-opacity='.5'/>"), 10, 10, 0xff8080);
     EXPECT_COLOR(drawBody(rect + "opacity='50%'/>"), 10, 10, 0xff8080);
@@ -24,7 +24,7 @@ TEST(DrawStyle, OpacitiesMix) {
     EXPECT_EQ(drawBody(rect + "opacity='0'/>"), drawBody(""));
 }
 
-TEST(DrawStyle, StrokeOpacityIsTheStrokesAlone) {
+TEST(Style, StrokeOpacityIsTheStrokesAlone) {
     const Picture picture = drawBody(
         "<rect x='10' y='10' width='40' height='40' fill='red' stroke='blue' "
         "stroke-width='10' stroke-opacity='.5'/>");
@@ -33,7 +33,7 @@ TEST(DrawStyle, StrokeOpacityIsTheStrokesAlone) {
     EXPECT_COLOR(picture, 12, 30, 0x800080);
 }
 
-TEST(DrawStyle, OpacityCoversFillAndStrokeAsOnePicture) {
+TEST(Style, OpacityCoversFillAndStrokeAsOnePicture) {
     const Picture picture = drawBody(
         "<rect x='10' y='10' width='40' height='40' fill='red' stroke='blue' "
         "stroke-width='10' opacity='.5'/>");
@@ -42,13 +42,13 @@ TEST(DrawStyle, OpacityCoversFillAndStrokeAsOnePicture) {
     EXPECT_COLOR(picture, 12, 30, 0x8080ff);
 }
 
-TEST(DrawStyle, FillRule) {
+TEST(Style, FillRule) {
     const std::string path = "<path d='M10 10H60V60H10z M20 20H50V50H20z' fill='red' ";
     EXPECT_EQ(drawBody(path + "/>").at(35, 35), kRed);
     EXPECT_EQ(drawBody(path + "fill-rule='evenodd'/>").at(35, 35), kWhite);
 }
 
-TEST(DrawStyle, StrokeWidthAndCaps) {
+TEST(Style, StrokeWidthAndCaps) {
     const std::string line = "<path d='M50 50H100' stroke='red' stroke-width='10' ";
     const Picture butt = drawBody(line + "/>");
     EXPECT_EQ(butt.at(75, 45), kRed);
@@ -61,7 +61,7 @@ TEST(DrawStyle, StrokeWidthAndCaps) {
     EXPECT_EQ(drawBody(line + "style='stroke-width:0'/>"), drawBody(""));
 }
 
-TEST(DrawStyle, Joins) {
+TEST(Style, Joins) {
     const std::string corner = "<path d='M20 80V20H80' fill='none' stroke='red' stroke-width='20' ";
     EXPECT_EQ(drawBody(corner + "/>").at(11, 11), kRed);
     EXPECT_EQ(drawBody(corner + "stroke-linejoin='bevel'/>").at(11, 11), kWhite);
@@ -69,7 +69,7 @@ TEST(DrawStyle, Joins) {
     EXPECT_EQ(drawBody(corner + "stroke-miterlimit='1'/>").at(11, 11), kWhite);
 }
 
-TEST(DrawStyle, Dashes) {
+TEST(Style, Dashes) {
     const std::string line = "<path d='M0 50H200' stroke='red' stroke-width='10' stroke-dasharray='20 10' ";
     const Picture picture = drawBody(line + "/>");
     EXPECT_EQ(picture.at(19, 50), kRed);
@@ -81,7 +81,7 @@ TEST(DrawStyle, Dashes) {
     EXPECT_EQ(drawBody(line + "style='stroke-dasharray:5 -5'/>").at(25, 50), kRed);
 }
 
-TEST(DrawStyle, PaintOrder) {
+TEST(Style, PaintOrder) {
     const std::string rect =
         "<rect x='20' y='20' width='40' height='40' fill='red' stroke='blue' "
         "stroke-width='20' ";
@@ -89,7 +89,7 @@ TEST(DrawStyle, PaintOrder) {
     EXPECT_EQ(drawBody(rect + "paint-order='stroke'/>").at(25, 40), kRed);
 }
 
-TEST(DrawStyle, StrokeThatKeepsItsWidth) {
+TEST(Style, StrokeThatKeepsItsWidth) {
     const std::string line = "<g transform='scale(10)'><path d='M2 5H8' stroke='red' stroke-width='4' ";
     EXPECT_EQ(drawBody(line + "/></g>").at(50, 60), kRed);
     const Picture kept = drawBody(line + "vector-effect='non-scaling-stroke'/></g>");
@@ -97,7 +97,7 @@ TEST(DrawStyle, StrokeThatKeepsItsWidth) {
     EXPECT_EQ(kept.at(50, 53), kWhite);
 }
 
-TEST(DrawStyle, TheCascadeIsThatOfImport) {
+TEST(Style, TheCascadeIsThatOfImport) {
     const std::string sheet = "<style>rect{fill-opacity:.5} .c{fill-opacity:.25} #a{fill-opacity:1}</style>";
     EXPECT_EQ(squareColor("fill='red' fill-opacity='0'", sheet), kRed);
     EXPECT_EQ(squareColor("fill='red' style='fill-opacity:0'", sheet), kWhite);
@@ -107,14 +107,14 @@ TEST(DrawStyle, TheCascadeIsThatOfImport) {
     EXPECT_EQ(squareColor("fill='red' FILL-OPACITY='0' style='FILL-OPACITY:1'"), kRed);
 }
 
-TEST(DrawStyle, InheritedPropertiesComeFromTheContainers) {
+TEST(Style, InheritedPropertiesComeFromTheContainers) {
     const Picture picture = drawBody(
         "<g stroke-width='20' stroke-linecap='square' fill-opacity='0'><g>"
         "<path d='M50 50H60L70 50' stroke='red' fill='blue'/></g></g>");
     EXPECT_EQ(picture.at(41, 41), kRed);
 }
 
-TEST(DrawStyle, InheritAndInitialTakeTheirValues) {
+TEST(Style, InheritAndInitialTakeTheirValues) {
     EXPECT_EQ(drawBody("<g opacity='.5'><rect width='20' height='20' fill='red' opacity='inherit'/></g>"),
               drawBody("<g opacity='.5'><rect width='20' height='20' fill='red' opacity='.5'/></g>"));
     EXPECT_EQ(drawBody("<g fill-opacity='0'><rect width='20' height='20' fill='red' "
@@ -123,7 +123,7 @@ TEST(DrawStyle, InheritAndInitialTakeTheirValues) {
               kRed);
 }
 
-TEST(DrawStyle, InvalidValuesChangeNothing) {
+TEST(Style, InvalidValuesChangeNothing) {
     EXPECT_EQ(squareColor("fill='red' fill-opacity='much' opacity='x'"), kRed);
     EXPECT_EQ(drawBody("<path d='M20 20H60' stroke='red' stroke-width='-10'/>"),
               drawBody("<path d='M20 20H60' stroke='red'/>"));

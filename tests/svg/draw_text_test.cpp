@@ -6,8 +6,7 @@ namespace svg_test {
 
 namespace {
 
-// Where the ink of a colour is; nothing: left > right. Texts differ from font to font, so tests look at
-// boxes.
+// Where the ink of a colour is; nothing: left > right. Fonts differ, so tests look at boxes.
 struct Ink {
     int left = Picture::kWidth, top = Picture::kHeight, right = -1, bottom = -1;
     int width() const { return right - left + 1; }

@@ -385,8 +385,7 @@ void SampledPath::addSegment() {
     m_at = to;
 }
 
-// Finds the centre by geometry: on the unit circle, both ends are on a chord whose middle lies below the
-// centre.
+// Finds the centre by geometry: on the unit circle, the middle of the ends' chord lies below the centre.
 void SampledPath::sampleArc(double rx, double ry, double tilt, bool large, bool sweep, AFPoint to) {
     const double angle = tilt * std::numbers::pi / 180;
     const auto toUnit = [&](AFPoint p) {

@@ -10,8 +10,7 @@
 
 namespace svg_test {
 
-// The body inside a root element that declares the namespaces; the page is 200 by 100. The body starts on
-// line 2.
+// The body, from line 2, inside a root element that declares the namespaces; the page is 200 by 100.
 std::string drawing(const std::string& body);
 
 // Reads a whole drawing; a failure fails the test.

@@ -1,5 +1,4 @@
-// Random drawings: what is written under a filter, read again and drawn without one, is the picture that the
-// view was.
+// Random drawings: written under a filter, read again and drawn without one, they look as the view did.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include <unordered_map>
 
-#include "formats/svg/draw/effect.h"
+#include "formats/svg/draw/compositing.h"
 #include "formats/svg/draw/element_walk.h"
 #include "formats/svg/draw/mask.h"
 #include "formats/svg/draw/shapes.h"
@@ -17,17 +17,17 @@ constexpr std::size_t kMostJoined = 64;
 
 // Calls use(element, kind) for every shape and text of a clip path, those behind "use" included.
 template <class Use>
-void forEachClipShape(DrawContext& context, const DrawStyle& style, const View& view, pugi::xml_node clipPath,
-                      Use use) {
-    DrawAttributes attributes;
-    DrawStyle room;
-    const auto visitOne = [&](pugi::xml_node node, Element element, const DrawStyle& around,
-                              const View& outer, const auto& next) -> void {
+void forEachClipShape(DrawContext& context, const Style& style, const UserSpace& space,
+                      pugi::xml_node clipPath, Use use) {
+    AttributeSet attributes;
+    Style room;
+    const auto visitOne = [&](pugi::xml_node node, Element element, const Style& around,
+                              const UserSpace& outer, const auto& next) -> void {
         if (!context.spend(1)) return;
         attributes.read(node);
-        const DrawStyle own = context.styles().compute(node, attributes, around, outer, room);
+        const Style own = context.styleOf(node, attributes, around, outer, room);
         if (!own.displayed) return;
-        const View inner = enter(outer, element, attributes.plain());
+        const UserSpace inner = enter(outer, element, attributes);
         if (element != Element::use) {
             if (own.visible) use(DrawnElement{node, attributes, own, inner}, element);
             return;
@@ -41,13 +41,13 @@ void forEachClipShape(DrawContext& context, const DrawStyle& style, const View& 
     for (const pugi::xml_node child : clipPath.children()) {
         const Element element = kindOf(child);
         if (isShape(element) || element == Element::text || element == Element::use)
-            visitOne(child, element, style, view, visitOne);
+            visitOne(child, element, style, space, visitOne);
     }
 }
 
 void appendOutline(DrawContext& context, const DrawnElement& element, Element kind, APath& path) {
     if (kind != Element::text)
-        return appendShape(kind, element.attributes, element.view, element.style.fontSize, path);
+        return appendShape(kind, element.attributes, element.space, element.style.fontSize, path);
     std::vector<TextPiece> pieces;
     layOutText(context, element, pieces);
     for (const TextPiece& piece : pieces) path.append(piece.outline, AAffine());
@@ -74,20 +74,20 @@ ClipOutline outlineOf(DrawContext& context, pugi::xml_node clipPath, double widt
     ClipOutline result;
     result.width = width;
     result.height = height;
-    const View view{AAffine(), width, height};
+    const UserSpace space{AAffine(), width, height};
     std::vector<AFRect> boxes;
     APath one;
     APath placed;
-    forEachClipShape(context, context.styleAt(clipPath), view, clipPath,
+    forEachClipShape(context, context.styleAt(clipPath), space, clipPath,
                      [&](const DrawnElement& element, Element kind) {
                          if (!result.simple) return;
                          one.clear();
                          appendOutline(context, element, kind, one);
                          if (one.empty()) return;
                          placed.clear();
-                         placed.append(one, element.view.toDrawing);
+                         placed.append(one, element.space.toDrawing);
                          const AFRect box = placed.bounds();
-                         result.simple = element.style.clipPath.empty() && boxes.size() < kMostJoined &&
+                         result.simple = element.style.own.clipPath.empty() && boxes.size() < kMostJoined &&
                                          (boxes.empty() || result.rule == element.style.clipRule);
                          // Where outlines overlap, they could take each other away.
                          for (const AFRect& other : boxes) result.simple &= !overlap(box, other);
@@ -99,8 +99,8 @@ ClipOutline outlineOf(DrawContext& context, pugi::xml_node clipPath, double widt
 }
 
 // From the content of a clip path to the user space of what it cuts; false when there is no such thing.
-bool contentView(pugi::xml_node clipPath, const View& view, BoundingBox& box, View& content) {
-    content = view;
+bool contentSpace(pugi::xml_node clipPath, const UserSpace& space, BoundingBox& box, UserSpace& content) {
+    content = space;
     const std::string_view transform = textOf(clipPath, "transform");
     if (!transform.empty()) content.toDrawing = content.toDrawing * parseTransform(transform);
     if (textOf(clipPath, "clipPathUnits") != "objectBoundingBox") return true;
@@ -118,7 +118,7 @@ pugi::xml_node findClipPath(DrawContext& context, std::string_view text) {
     return kindOf(node) == Element::clipPath ? node : pugi::xml_node();
 }
 
-const ClipOutline& cachedOutline(DrawContext& context, pugi::xml_node clipPath, const View& content) {
+const ClipOutline& cachedOutline(DrawContext& context, pugi::xml_node clipPath, const UserSpace& content) {
     ClipOutlines& cache = context.cache<ClipOutlines>(CacheOf::clips);
     const auto [entry, isNew] = cache.byNode.try_emplace(clipPath.hash_value());
     ClipOutline& outline = entry->second;
@@ -129,17 +129,18 @@ const ClipOutline& cachedOutline(DrawContext& context, pugi::xml_node clipPath, 
 
 }  // namespace
 
-bool pushClipPath(DrawContext& context, std::string_view text, const View& view, BoundingBox& box,
+bool pushClipPath(DrawContext& context, std::string_view text, const UserSpace& space, BoundingBox& box,
                   int& pushed, std::vector<pugi::xml_node>& complex) {
     const pugi::xml_node clipPath = findClipPath(context, text);
     if (!clipPath) return true;  // not there: nothing is cut
     const DrawContext::Visit visit(context, clipPath);
     if (!visit) return true;
-    View content;
-    if (!contentView(clipPath, view, box, content)) return false;
+    UserSpace content;
+    if (!contentSpace(clipPath, space, box, content)) return false;
     // A clip path may be cut by another one, in the same user space.
-    const DrawStyle style = context.styleAt(clipPath);
-    if (!style.clipPath.empty() && !pushClipPath(context, style.clipPath, view, box, pushed, complex))
+    const Style style = context.styleAt(clipPath);
+    if (!style.own.clipPath.empty() &&
+        !pushClipPath(context, style.own.clipPath, space, box, pushed, complex))
         return false;
     const ClipOutline& outline = cachedOutline(context, clipPath, content);
     if (!outline.simple) {
@@ -153,13 +154,13 @@ bool pushClipPath(DrawContext& context, std::string_view text, const View& view,
     return bounds.left < bounds.right && bounds.top < bounds.bottom;
 }
 
-void clipImage(DrawContext& context, pugi::xml_node clipPath, const View& view, const AFRect& box,
+void clipImage(DrawContext& context, pugi::xml_node clipPath, const UserSpace& space, const AFRect& box,
                AImage& image) {
     AImage coverage(image.width(), image.height());
     const DrawContext::Visit visit(context, clipPath);
-    View content;
+    UserSpace content;
     BoundingBox known(box);
-    if (visit && contentView(clipPath, view, known, content)) {
+    if (visit && contentSpace(clipPath, space, known, content)) {
         ACanvas canvas(pixelsOf(coverage));
         const DrawContext::OnCanvas on(context, canvas);
         APath outline;
@@ -170,14 +171,14 @@ void clipImage(DrawContext& context, pugi::xml_node clipPath, const View& view, 
                 appendOutline(context, element, kind, outline);
                 if (outline.empty()) return;
                 // Only the shape's own clip path counts here.
-                DrawStyle style;
-                style.clipPath = element.style.clipPath;
+                Style style;
+                style.own.clipPath = element.style.own.clipPath;
                 BoundingBox own(outline);
-                Effect effect(context);
-                if (!effect.begin({element.node, element.attributes, style, element.view}, own, nullptr, 1))
+                Compositing compositing(context);
+                if (!compositing.begin({element.node, element.attributes, style, element.space}, own, nullptr, 1))
                     return;
-                context.fill(outline, effect.view().toDrawing, APaint{}, element.style.clipRule);
-                effect.end();
+                context.fill(outline, compositing.space().toDrawing, APaint{}, element.style.clipRule);
+                compositing.end();
             });
     }
     multiplyByAlpha(image, coverage);

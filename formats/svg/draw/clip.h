@@ -8,12 +8,12 @@
 namespace svg {
 
 // Cuts the canvas as a clip path says, by pushClip, whose calls are added to `pushed`. What the canvas cannot
-// cut goes to `complex`, for clipImage. `view`: from the element's user space. False: nothing is left.
-bool pushClipPath(DrawContext& context, std::string_view clipPath, const View& view, BoundingBox& box,
+// cut goes to `complex`, for clipImage. `space`: from the element's user space. False: nothing is left.
+bool pushClipPath(DrawContext& context, std::string_view clipPath, const UserSpace& space, BoundingBox& box,
                   int& pushed, std::vector<pugi::xml_node>& complex);
 
-// Makes transparent what lies outside a clip path. `view`: from the element's user space to the image.
-void clipImage(DrawContext& context, pugi::xml_node clipPath, const View& view, const AFRect& box,
+// Makes transparent what lies outside a clip path. `space`: from the element's user space to the image.
+void clipImage(DrawContext& context, pugi::xml_node clipPath, const UserSpace& space, const AFRect& box,
                AImage& image);
 
 }  // namespace svg

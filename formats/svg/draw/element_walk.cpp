@@ -20,19 +20,19 @@ pugi::xml_node useTarget(DrawContext& context, pugi::xml_node use) {
 
 namespace {
 
-// The root's own user space, before its view box; `content`: the view inside.
-View rootSpace(const View& content, const AttributeSet& root) {
+// The root's own user space, before its view box; `content`: the space inside.
+UserSpace rootSpace(const UserSpace& content, const AttributeSet& root) {
     Page page;
-    rootView(root, page);
+    rootSpace(root, page);
     const AAffine toContent{1 / page.scale, 0, 0, 1 / page.scale, page.area.left, page.area.top};
     return {content.toDrawing * toContent, page.area.Width() * page.scale, page.area.Height() * page.scale};
 }
 
 }  // namespace
 
-ElementWalk::ElementWalk(DrawContext& context, const DrawStyle& style, const View& view)
+ElementWalk::ElementWalk(DrawContext& context, const Style& style, const UserSpace& space)
     : m_context(context) {
-    m_levels.push_back({style, view, 0, nullptr});
+    m_levels.push_back({style, space, 0, nullptr});
 }
 
 ElementWalk::~ElementWalk() {
@@ -45,25 +45,25 @@ ElementWalk::~ElementWalk() {
 bool ElementWalk::open(pugi::xml_node container, Element element, Display display) {
     const Level& outer = m_levels.back();
     m_attributes.read(container);
-    Level level{m_context.styles().compute(container, m_attributes, outer.style, outer.view, m_room),
-                enter(outer.view, element, m_attributes.plain()), 0, nullptr};
-    DrawStyle& style = level.style;
+    Level level{m_context.styleOf(container, m_attributes, outer.style, outer.space, m_room),
+                enter(outer.space, element, m_attributes), 0, nullptr};
+    Style& style = level.style;
     if (display == Display::ofModel) style.displayed = outer.style.displayed;
     if (!style.displayed) return false;
     AAffine shift;
-    if (Effect::isNeeded(style)) {
-        View own = outer.view;
+    if (Compositing::isNeeded(style)) {
+        UserSpace own = outer.space;
         if (m_attributes.has(Attribute::transform))
             own.toDrawing = own.toDrawing * parseTransform(m_attributes.get(Attribute::transform));
         const DrawnElement drawn{container, m_attributes, style, own};
         BoundingBox box(m_context, drawn);
-        level.effect = std::make_unique<Effect>(m_context);
-        if (!level.effect->begin(drawn, box, nullptr, style.own.opacity)) return false;
-        shift = level.effect->shift();
-        level.view.toDrawing = shift * level.view.toDrawing;
+        level.compositing = std::make_unique<Compositing>(m_context);
+        if (!level.compositing->begin(drawn, box, nullptr, style.own.opacity)) return false;
+        shift = level.compositing->shift();
+        level.space.toDrawing = shift * level.space.toDrawing;
     }
     if (isViewport(element) && !style.own.showsOverflow) {
-        const View port = viewportOf(outer.view, m_attributes.plain());
+        const UserSpace port = viewportOf(outer.space, m_attributes);
         if (!(port.width > 0 && port.height > 0)) return false;
         m_context.pushClip(APath::rectangle({0, 0, port.width, port.height}), shift * port.toDrawing,
                            EFillRule::nonZero);
@@ -88,30 +88,29 @@ void ElementWalk::openAround(pugi::xml_node container, Element element) {
 
 bool ElementWalk::beginRoot(pugi::xml_node root) {
     Level& level = m_levels.back();
-    DrawStyle style = level.style;
-    // Nothing lies below the root, since the paper does not belong to the drawing: what blends starts on
-    // nothing.
+    Style style = level.style;
+    // The paper does not belong to the drawing, so the root's content blends with a transparent ground.
     style.own.blend = EBlend::normal;
     style.own.isolated = m_context.blends();
-    if (!root || !Effect::isNeeded(style)) return true;
+    if (!root || !Compositing::isNeeded(style)) return true;
     m_attributes.read(root);
-    const View own = rootSpace(level.view, m_attributes.plain());
+    const UserSpace own = rootSpace(level.space, m_attributes);
     const DrawnElement drawn{root, m_attributes, style, own};
     BoundingBox box(m_context, drawn);
-    level.effect = std::make_unique<Effect>(m_context);
-    if (!level.effect->begin(drawn, box, nullptr, style.own.opacity)) return false;
-    level.view.toDrawing = level.effect->shift() * level.view.toDrawing;
+    level.compositing = std::make_unique<Compositing>(m_context);
+    if (!level.compositing->begin(drawn, box, nullptr, style.own.opacity)) return false;
+    level.space.toDrawing = level.compositing->shift() * level.space.toDrawing;
     return true;
 }
 
 void ElementWalk::openPlain() {
-    m_levels.push_back({style(), view(), 0, nullptr});
+    m_levels.push_back({style(), space(), 0, nullptr});
 }
 
 void ElementWalk::close() {
     Level& level = m_levels.back();
     for (; level.clips > 0; --level.clips) m_context.popClip();
-    if (level.effect) level.effect->end();
+    if (level.compositing) level.compositing->end();
     m_levels.pop_back();
 }
 
@@ -168,14 +167,14 @@ void ElementWalk::enterContainer(pugi::xml_node node, Element element) {
 
 void ElementWalk::paintLeaf(pugi::xml_node node, Element element, const PaintSource& source) {
     m_attributes.read(node);
-    const DrawStyle& own = m_context.styles().compute(node, m_attributes, style(), view(), m_room);
+    const Style& own = m_context.styleOf(node, m_attributes, style(), space(), m_room);
     // Of an object, the model knows whether it shows.
     if (!source.object && !(own.displayed && own.visible)) return;
     if (!m_attributes.has(Attribute::transform)) {
-        paintDrawn({node, m_attributes, own, view()}, element, source);
+        paintDrawn({node, m_attributes, own, space()}, element, source);
         return;
     }
-    View moved = view();
+    UserSpace moved = space();
     moved.toDrawing = moved.toDrawing * parseTransform(m_attributes.get(Attribute::transform));
     paintDrawn({node, m_attributes, own, moved}, element, source);
 }

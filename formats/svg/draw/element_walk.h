@@ -1,5 +1,5 @@
-// Walks down elements as they are drawn: the containers that are open, with their styles, views and effects;
-// shapes, texts and images inside.
+// Walks down elements as they are drawn: the open containers with their styles, user spaces and compositing,
+// and the shapes, texts and images inside.
 //
 // The painter of a document opens and closes containers as the model tells; what the model does not hold
 // (masks, patterns, objects that are drawn by a group) is walked here, without recursion, since elements may
@@ -9,8 +9,8 @@
 #include <memory>
 #include <vector>
 
+#include "formats/svg/draw/compositing.h"
 #include "formats/svg/draw/context/context.h"
-#include "formats/svg/draw/effect.h"
 #include "formats/svg/draw/paint/paint_source.h"
 #include "formats/svg/draw/text/text.h"
 
@@ -18,14 +18,14 @@ namespace svg {
 
 class ElementWalk {
 public:
-    // Starts inside something of that style and view.
-    ElementWalk(DrawContext& context, const DrawStyle& style, const View& view);
+    // Starts inside an element of that style and user space.
+    ElementWalk(DrawContext& context, const Style& style, const UserSpace& space);
     ~ElementWalk();
     ElementWalk(const ElementWalk&) = delete;
     ElementWalk& operator=(const ElementWalk&) = delete;
 
-    const DrawStyle& style() const { return m_levels.back().style; }
-    const View& view() const { return m_levels.back().view; }
+    const Style& style() const { return m_levels.back().style; }
+    const UserSpace& space() const { return m_levels.back().space; }
 
     // Opens a container for what stands in it; false when nothing inside can be seen, then it is not open.
     // A layer shows or not as the model says, whatever its element's display says.
@@ -36,21 +36,20 @@ public:
     // Opens something that is not in the drawing: nothing changes inside.
     void openPlain();
     void close();
-    // For a walk that started in the drawing's root: the effects that the root itself has on its content, to
+    // For a walk that started in the drawing's root: what the root itself does to its content, to
     // be closed behind it. False when nothing can be seen.
     bool beginRoot(pugi::xml_node root);
 
-    // Paints an element that is no open container: a shape, a text, an image, or a container with its
-    // content.
+    // Paints an element that is not open: a shape, a text, an image, or a container with its content.
     void paint(pugi::xml_node element, const PaintSource& source);
     void paintChildren(pugi::xml_node parent, const PaintSource& source);
 
 private:
     struct Level {
-        DrawStyle style;
-        View view;
+        Style style;
+        UserSpace space;
         int clips = 0;
-        std::unique_ptr<Effect> effect;
+        std::unique_ptr<Compositing> compositing;
     };
     struct Frame {
         pugi::xml_node next;
@@ -71,7 +70,7 @@ private:
     };
     void paintParts(const DrawnElement& shape, Element element, const PaintSource& source, const Parts& parts,
                     BoundingBox& box);
-    void stroke(const APath& outline, const DrawStyle& style, const View& view, const APaint& paint);
+    void stroke(const APath& outline, const Style& style, const UserSpace& space, const APaint& paint);
     void paintText(const DrawnElement& text, const PaintSource& source);
     void paintPieces(const DrawnElement& text, const PaintSource& source, const AFRect& box, double opacity);
     void paintPicture(const DrawnElement& image);
@@ -80,8 +79,8 @@ private:
     std::vector<Level> m_levels;
     std::vector<Frame> m_frames;
     // Scratch, so that the next shape needs no memory of its own.
-    DrawAttributes m_attributes;
-    DrawStyle m_room;
+    AttributeSet m_attributes;
+    Style m_room;
     APath m_outline;
     std::vector<TextPiece> m_pieces;
     AStrokeStyle m_stroke;

@@ -109,8 +109,8 @@ const AImage& cachedImage(DrawContext& context, std::string_view uri) {
 
 // Width and height as written; one that is missing follows the image.
 AFRect viewportOf(const DrawnElement& element, const AImage& image) {
-    const AttributeSet& attributes = element.attributes.plain();
-    const LengthContext lengths{element.style.fontSize, element.view.width, element.view.height};
+    const AttributeSet& attributes = element.attributes;
+    const LengthContext lengths{element.style.fontSize, element.space.width, element.space.height};
     const double x = length(attributes, Attribute::x, Axis::horizontal, lengths);
     const double y = length(attributes, Attribute::y, Axis::vertical, lengths);
     double width = length(attributes, Attribute::width, Axis::horizontal, lengths, -1);
@@ -153,13 +153,13 @@ void paintImage(DrawContext& context, const DrawnElement& element, double opacit
     const AFRect whole{0, 0, static_cast<double>(image.width()), static_cast<double>(image.height())};
     const Affine fit = fitViewBox(whole, viewport.Width(), viewport.Height(), aspect);
     if (!(fit.a > kLeastScale && fit.d > kLeastScale)) return;
-    const Affine toPixels = element.view.toDrawing * translation(viewport.left, viewport.top) * fit;
+    const Affine toPixels = element.space.toDrawing * translation(viewport.left, viewport.top) * fit;
     // "slice" fills the viewport and more.
     const AFRect shown = rectBounds(translation(viewport.left, viewport.top) * fit, whole);
     const double slack = 1e-6 * (viewport.Width() + viewport.Height());
     const bool slices = shown.left < viewport.left - slack || shown.top < viewport.top - slack ||
                         shown.right > viewport.right + slack || shown.bottom > viewport.bottom + slack;
-    if (slices) context.pushClip(APath::rectangle(viewport), element.view.toDrawing, EFillRule::nonZero);
+    if (slices) context.pushClip(APath::rectangle(viewport), element.space.toDrawing, EFillRule::nonZero);
     context.drawImage(image, toPixels, opacity, element.style.smoothImages, EBlend::normal);
     if (slices) context.popClip();
 }

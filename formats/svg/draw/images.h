@@ -1,4 +1,4 @@
-// Image elements: PNG, JPEG and SVG in data URIs. Nothing outside the drawing is ever opened.
+// Image elements: PNG and JPEG in data URIs. Nothing outside the drawing is ever opened.
 #pragma once
 
 #include "formats/svg/draw/context/context.h"

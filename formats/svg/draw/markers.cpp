@@ -37,50 +37,30 @@ AFPoint firstSet(AFPoint a, AFPoint b, AFPoint c) {
 // The vertices of all figures. A segment of no length takes the direction of the one before.
 std::vector<Vertex> verticesOf(const APath& path) {
     std::vector<Vertex> vertices;
-    const AFPoint* point = path.points().data();
     std::size_t figure = 0;  // its first vertex
-    const auto segment = [&](AFPoint to, AFPoint out, AFPoint in) {
+    bool closed = false;
+    path.forEachSegment([&](const APath::Segment& one) {
+        if (one.verb == APath::EVerb::move || closed) {
+            figure = vertices.size();
+            // What follows a closed figure starts at its first point.
+            vertices.push_back({one.verb == APath::EVerb::move ? one.to : one.from, {}, {}});
+        }
+        closed = one.verb == APath::EVerb::close;
+        if (one.verb == APath::EVerb::move) return;
+        AFPoint out = difference(one.to, one.from);
+        AFPoint in = out;
+        if (one.verb == APath::EVerb::curve) {
+            out = firstSet(difference(one.control1, one.from), difference(one.control2, one.from), out);
+            in = firstSet(difference(one.to, one.control2), difference(one.to, one.control1), in);
+        }
         Vertex& from = vertices.back();
         from.out = isSet(out) ? out : from.in;
-        vertices.push_back({to, isSet(in) ? in : from.out, {}});
-    };
-    bool closed = false;
-    for (const APath::EVerb verb : path.verbs()) {
-        // What follows a closed figure starts at its first point.
-        if (closed && verb != APath::EVerb::move) {
-            figure = vertices.size();
-            vertices.push_back({vertices.back().at, {}, {}});
-        }
-        closed = verb == APath::EVerb::close;
-        switch (verb) {
-            case APath::EVerb::move:
-                figure = vertices.size();
-                vertices.push_back({*point++, {}, {}});
-                break;
-            case APath::EVerb::line: {
-                const AFPoint along = difference(*point, vertices.back().at);
-                segment(*point++, along, along);
-                break;
-            }
-            case APath::EVerb::curve: {
-                const AFPoint from = vertices.back().at;
-                const AFPoint whole = difference(point[2], from);
-                segment(point[2], firstSet(difference(point[0], from), difference(point[1], from), whole),
-                        firstSet(difference(point[2], point[1]), difference(point[2], point[0]), whole));
-                point += 3;
-                break;
-            }
-            case APath::EVerb::close: {
-                const AFPoint start = vertices[figure].at;
-                const AFPoint along = difference(start, vertices.back().at);
-                segment(start, along, along);
-                // The figure goes on where it started, so both ends have one direction.
-                vertices.back().out = vertices[figure].out;
-                vertices[figure].in = vertices.back().in;
-                break;
-            }
-        }
-    }
+        vertices.push_back({one.to, isSet(in) ? in : from.out, {}});
+        if (!closed) return;
+        // The figure goes on where it started, so both ends have one direction.
+        vertices.back().out = vertices[figure].out;
+        vertices[figure].in = vertices.back().in;
+    });
     return vertices;
 }
 
@@ -96,12 +76,12 @@ double angleOf(const Vertex& vertex) {
 // A marker element, read once for all its vertices.
 class Marker {
 public:
-    Marker(DrawContext& context, pugi::xml_node node, const DrawStyle& shape, const View& view)
-        : m_context(context), m_node(node), m_view(view), m_style(context.styleAt(node)) {
-        DrawAttributes attributes;
+    Marker(DrawContext& context, pugi::xml_node node, const Style& shape, const UserSpace& space)
+        : m_context(context), m_node(node), m_space(space), m_style(context.styleAt(node)) {
+        AttributeSet attributes;
         attributes.read(node);
-        const AttributeSet& plain = attributes.plain();
-        const LengthContext lengths{m_style.fontSize, view.width, view.height};
+        const AttributeSet& plain = attributes;
+        const LengthContext lengths{m_style.fontSize, space.width, space.height};
         const auto get = [&](const char* name, Axis axis, double missing) {
             double value = missing;
             parseLength(textOf(node, name), axis, lengths, value);
@@ -132,13 +112,13 @@ public:
         const double sine = std::sin(angle) * m_unit;
         const double cosine = std::cos(angle) * m_unit;
         const Affine placed =
-            m_view.toDrawing * Affine{cosine, sine, -sine, cosine, vertex.at.x, vertex.at.y};
+            m_space.toDrawing * Affine{cosine, sine, -sine, cosine, vertex.at.x, vertex.at.y};
         if (!placed.isFinite() || !isVisible(placed) || !m_context.spend(1)) return;
         const bool clips = !m_style.own.showsOverflow;
         if (clips) m_context.pushClip(APath::rectangle(m_frame), placed, EFillRule::nonZero);
-        View view = m_content;
-        view.toDrawing = placed * m_fit;
-        m_context.paintChildren(m_node, m_style, view);
+        UserSpace space = m_content;
+        space.toDrawing = placed * m_fit;
+        m_context.paintChildren(m_node, m_style, space);
         if (clips) m_context.popClip();
     }
 
@@ -185,14 +165,14 @@ private:
 
     DrawContext& m_context;
     pugi::xml_node m_node;
-    const View& m_view;
-    DrawStyle m_style;
+    const UserSpace& m_space;
+    Style m_style;
     double m_width = 0, m_height = 0;
     double m_unit = 1;
     bool m_shows = false;
-    Affine m_fit;    // from the content to the frame, the reference point at 0, 0
-    AFRect m_frame;  // what the marker is cut to
-    View m_content;  // for percentages
+    Affine m_fit;         // from the content to the frame, the reference point at 0, 0
+    AFRect m_frame;       // what the marker is cut to
+    UserSpace m_content;  // for percentages
     bool m_follows = false, m_reversesStart = false;
     double m_angle = 0;  // where it does not follow the outline
 };
@@ -206,7 +186,7 @@ pugi::xml_node findMarker(DrawContext& context, std::string_view property) {
 
 }  // namespace
 
-void paintMarkers(DrawContext& context, const APath& outline, const DrawStyle& style, const View& view) {
+void paintMarkers(DrawContext& context, const APath& outline, const Style& style, const UserSpace& space) {
     const RECT& clip = context.clipBounds();
     if (outline.empty() || clip.left >= clip.right || clip.top >= clip.bottom) return;
     const std::vector<Vertex> vertices = verticesOf(outline);
@@ -225,7 +205,7 @@ void paintMarkers(DrawContext& context, const APath& outline, const DrawStyle& s
         if (!node || use.first >= use.end) continue;
         const DrawContext::Visit visit(context, node);
         if (!visit) continue;
-        Marker marker(context, node, style, view);
+        Marker marker(context, node, style, space);
         for (std::size_t i = use.first; i < use.end; ++i) marker.paint(vertices[i], &use == uses);
     }
 }

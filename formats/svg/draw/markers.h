@@ -5,11 +5,11 @@
 
 namespace svg {
 
-inline bool hasMarkers(const DrawStyle& style) {
+inline bool hasMarkers(const Style& style) {
     return !style.markerStart.empty() || !style.markerMid.empty() || !style.markerEnd.empty();
 }
 
-// Paints the markers of an outline in the user space of `view`. The style is that of the shape.
-void paintMarkers(DrawContext& context, const APath& outline, const DrawStyle& style, const View& view);
+// Paints the markers of an outline in the user space `space`. The style is that of the shape.
+void paintMarkers(DrawContext& context, const APath& outline, const Style& style, const UserSpace& space);
 
 }  // namespace svg

@@ -1,7 +1,7 @@
 #include "formats/svg/draw/mask.h"
 
+#include "formats/svg/draw/compositing.h"
 #include "formats/svg/draw/context/bounding_box.h"
-#include "formats/svg/draw/effect.h"
 
 namespace svg {
 
@@ -38,8 +38,8 @@ void multiplyBy(AImage& image, const AImage& picture, Coverage coverage) {
 }
 
 void paintMask(DrawContext& context, const DrawnElement& mask, const AFRect& box, const AFRect& region) {
-    context.pushClip(APath::rectangle(region), mask.view.toDrawing, EFillRule::nonZero);
-    View content = mask.view;
+    context.pushClip(APath::rectangle(region), mask.space.toDrawing, EFillRule::nonZero);
+    UserSpace content = mask.space;
     AAffine units;
     if (!usesBox(mask.node, "maskContentUnits", false)) {
         context.paintChildren(mask.node, mask.style, content);
@@ -57,11 +57,12 @@ bool maskNeedsBox(pugi::xml_node mask) {
     return usesBox(mask, "maskUnits", true) || usesBox(mask, "maskContentUnits", false);
 }
 
-bool maskRegion(DrawContext&, pugi::xml_node mask, const View& view, const AFRect& box, AFRect& region) {
+bool maskRegion(DrawContext&, pugi::xml_node mask, const UserSpace& space, const AFRect& box,
+                AFRect& region) {
     const bool inBox = usesBox(mask, "maskUnits", true);
     AAffine units;
     if (inBox && !boxUnits(box, units)) return false;
-    const LengthContext context{kUsualFontSize, inBox ? 1 : view.width, inBox ? 1 : view.height};
+    const LengthContext context{kUsualFontSize, inBox ? 1 : space.width, inBox ? 1 : space.height};
     const auto get = [&](const char* attribute, Axis axis, double share) {
         double value = share * (axis == Axis::horizontal ? context.viewportWidth : context.viewportHeight);
         parseLength(textOf(mask, attribute), axis, context, value);
@@ -76,26 +77,26 @@ bool maskRegion(DrawContext&, pugi::xml_node mask, const View& view, const AFRec
     return true;
 }
 
-void maskImage(DrawContext& context, pugi::xml_node mask, const View& view, const AFRect& box,
+void maskImage(DrawContext& context, pugi::xml_node mask, const UserSpace& space, const AFRect& box,
                AImage& image) {
     AImage picture(image.width(), image.height());
     AFRect region;
     bool alpha = false;
     const DrawContext::Visit visit(context, mask);
-    if (visit && maskRegion(context, mask, view, box, region)) {
+    if (visit && maskRegion(context, mask, space, box, region)) {
         ACanvas canvas(pixelsOf(picture));
         const DrawContext::OnCanvas on(context, canvas);
-        DrawAttributes attributes;
+        AttributeSet attributes;
         attributes.read(mask);
-        const DrawStyle style = context.styleAt(mask);
+        const Style style = context.styleAt(mask);
         alpha = style.own.alphaMask;
         // A mask may be masked and clipped itself, in the same user space.
-        const DrawnElement element{mask, attributes, style, view};
+        const DrawnElement element{mask, attributes, style, space};
         BoundingBox known(box);
-        Effect effect(context);
-        if (effect.begin(element, known, nullptr, 1)) {
-            paintMask(context, {mask, attributes, style, effect.view()}, box, region);
-            effect.end();
+        Compositing compositing(context);
+        if (compositing.begin(element, known, nullptr, 1)) {
+            paintMask(context, {mask, attributes, style, compositing.space()}, box, region);
+            compositing.end();
         }
     }
     if (alpha) {

@@ -15,9 +15,9 @@ double largestScale(const AAffine& t) {
 }
 
 // How far a stroke reaches from its outline, in pixels.
-double strokeReach(const DrawStyle& style, const View& view) {
+double strokeReach(const Style& style, const UserSpace& space) {
     const double corners = style.lineJoin == ELineJoin::miter ? std::max(style.miterLimit, 1.5) : 1.5;
-    const double scale = style.own.keepsStrokeWidth ? 1e3 : largestScale(view.toDrawing);
+    const double scale = style.own.keepsStrokeWidth ? 1e3 : largestScale(space.toDrawing);
     return style.strokeWidth / 2 * corners * scale;
 }
 
@@ -31,67 +31,67 @@ bool canHaveMarkers(Element element) {
            element == Element::polygon;
 }
 
-// Whether the opacity is all that an effect has to do.
-bool isOpacityOnly(const DrawStyle& style) {
-    return style.clipPath.empty() && style.mask.empty() && style.filter.empty() &&
+// Whether the opacity is all that compositing has to do.
+bool isOpacityOnly(const Style& style) {
+    return style.own.clipPath.empty() && style.own.mask.empty() && style.own.filter.empty() &&
            style.own.blend == EBlend::normal;
 }
 
 }  // namespace
 
 void ElementWalk::paintShape(const DrawnElement& shape, Element element, const PaintSource& source) {
-    const DrawStyle& style = shape.style;
+    const Style& style = shape.style;
     const bool fills = element != Element::line && hasFill(source, style);
     const bool strokes = hasStroke(source, style);
     const bool markers = canHaveMarkers(element) && hasMarkers(style) && source.visible.stroke;
     if (!fills && !strokes && !markers) return;
     m_outline.clear();
-    appendShape(element, shape.attributes, shape.view, style.fontSize, m_outline);
+    appendShape(element, shape.attributes, shape.space, style.fontSize, m_outline);
     if (m_outline.empty()) return;
 
-    const double margin = 1 + (strokes ? strokeReach(style, shape.view) : 0);
-    const RECT reach = pixelsAround(rectBounds(shape.view.toDrawing, m_outline.bounds()), margin);
+    const double margin = 1 + (strokes ? strokeReach(style, shape.space) : 0);
+    const RECT reach = pixelsAround(rectBounds(shape.space.toDrawing, m_outline.bounds()), margin);
     const bool outside = isEmpty(intersection(reach, m_context.clipBounds()));
-    if (outside && !markers && style.filter.empty()) return;
+    if (outside && !markers && style.own.filter.empty()) return;
 
     // One colour can carry the opacity by itself.
-    const bool simple = (fills ? 1 : 0) + (strokes ? 1 : 0) == 1 && !markers && style.filter.empty();
+    const bool simple = (fills ? 1 : 0) + (strokes ? 1 : 0) == 1 && !markers && style.own.filter.empty();
     const double opacity = style.own.opacity;
     BoundingBox box(m_outline);
-    if (!Effect::isNeeded(style) || (simple && isOpacityOnly(style))) {
+    if (!Compositing::isNeeded(style) || (simple && isOpacityOnly(style))) {
         m_context.touch(reach);
         return paintParts(shape, element, source, {fills, strokes, markers, opacity}, box);
     }
-    Effect effect(m_context);
-    if (!effect.begin(shape, box, markers ? nullptr : &reach, simple ? 1 : opacity)) return;
+    Compositing compositing(m_context);
+    if (!compositing.begin(shape, box, markers ? nullptr : &reach, simple ? 1 : opacity)) return;
     m_context.touch(m_context.clipBounds());
-    paintParts({shape.node, shape.attributes, style, effect.view()}, element, source,
+    paintParts({shape.node, shape.attributes, style, compositing.space()}, element, source,
                {fills, strokes, markers, simple ? opacity : 1}, box);
-    effect.end();
+    compositing.end();
 }
 
 void ElementWalk::paintParts(const DrawnElement& shape, Element element, const PaintSource& source,
                              const Parts& parts, BoundingBox& box) {
-    const DrawStyle& style = shape.style;
+    const Style& style = shape.style;
     APaint paint;
     for (const PaintPart part : style.paintOrder) {
         if (part == PaintPart::fill && parts.fill) {
-            if (fillPaint(m_context, source, style, shape.view, box, parts.opacity, paint))
-                m_context.fill(m_outline, shape.view.toDrawing, paint, style.fillRule);
+            if (fillPaint(m_context, source, style, shape.space, box, parts.opacity, paint))
+                m_context.fill(m_outline, shape.space.toDrawing, paint, style.fillRule);
         } else if (part == PaintPart::stroke && parts.stroke) {
-            if (strokePaint(m_context, source, style, shape.view, box, parts.opacity, paint))
-                stroke(m_outline, style, shape.view, paint);
+            if (strokePaint(m_context, source, style, shape.space, box, parts.opacity, paint))
+                stroke(m_outline, style, shape.space, paint);
         } else if (part == PaintPart::markers && parts.markers) {
             APath path;
-            appendShape(element, shape.attributes, shape.view, style.fontSize, path, Arcs::oneCurve);
+            appendShape(element, shape.attributes, shape.space, style.fontSize, path, Arcs::oneCurve);
             if (m_context.recorder()) m_context.recorder()->setPart(EPaintPart::stroke);
-            paintMarkers(m_context, path, style, shape.view);
+            paintMarkers(m_context, path, style, shape.space);
             if (m_context.recorder()) m_context.recorder()->setPart(std::nullopt);
         }
     }
 }
 
-void ElementWalk::stroke(const APath& outline, const DrawStyle& style, const View& view,
+void ElementWalk::stroke(const APath& outline, const Style& style, const UserSpace& space,
                          const APaint& paint) {
     m_stroke.width = style.strokeWidth;
     m_stroke.cap = style.lineCap;
@@ -99,20 +99,20 @@ void ElementWalk::stroke(const APath& outline, const DrawStyle& style, const Vie
     m_stroke.miterLimit = style.miterLimit;
     m_stroke.dashes.clear();
     if (!style.dashArray.empty()) {
-        parseDashes(style.dashArray, {style.fontSize, view.width, view.height}, m_stroke.dashes);
+        parseDashes(style.dashArray, {style.fontSize, space.width, space.height}, m_stroke.dashes);
         m_stroke.dashOffset = style.dashOffset;
     }
     if (!style.own.keepsStrokeWidth) {
-        m_context.stroke(outline, view.toDrawing, paint, m_stroke);
+        m_context.stroke(outline, space.toDrawing, paint, m_stroke);
         return;
     }
     // The pen is that of the drawing as a whole, whatever transforms are around the element.
-    const AAffine& root = m_context.rootView().toDrawing;
+    const AAffine& root = m_context.rootSpace().toDrawing;
     const AAffine pen{root.a, root.b, root.c, root.d, 0, 0};
     const std::optional<AAffine> back = pen.inverse();
     if (!back) return;
     APath moved;
-    moved.append(outline, *back * view.toDrawing);
+    moved.append(outline, *back * space.toDrawing);
     m_context.stroke(moved, pen, paint, m_stroke);
 }
 
@@ -128,22 +128,23 @@ void ElementWalk::paintText(const DrawnElement& text, const PaintSource& source)
         if (!piece.outline.empty()) outlines.add(piece.outline.bounds());
         strokes |= piece.style.stroke.kind != PaintKind::none;
     }
-    const double margin = 1 + (strokes ? strokeReach(text.style, text.view) * 2 : 0);
-    const RECT reach = pixelsAround(rectBounds(text.view.toDrawing, outlines.get()), margin);
-    if (isEmpty(intersection(reach, m_context.clipBounds())) && text.style.filter.empty()) return;
+    const double margin = 1 + (strokes ? strokeReach(text.style, text.space) * 2 : 0);
+    const RECT reach = pixelsAround(rectBounds(text.space.toDrawing, outlines.get()), margin);
+    if (isEmpty(intersection(reach, m_context.clipBounds())) && text.style.own.filter.empty()) return;
     const AFRect box = boxes.get();
-    const bool simple = m_pieces.size() == 1 && !strokes && text.style.filter.empty();
+    const bool simple = m_pieces.size() == 1 && !strokes && text.style.own.filter.empty();
     const double opacity = text.style.own.opacity;
-    if (!Effect::isNeeded(text.style) || (simple && isOpacityOnly(text.style))) {
+    if (!Compositing::isNeeded(text.style) || (simple && isOpacityOnly(text.style))) {
         m_context.touch(reach);
         return paintPieces(text, source, box, opacity);
     }
     BoundingBox known(box);
-    Effect effect(m_context);
-    if (!effect.begin(text, known, &reach, simple ? 1 : opacity)) return;
+    Compositing compositing(m_context);
+    if (!compositing.begin(text, known, &reach, simple ? 1 : opacity)) return;
     m_context.touch(m_context.clipBounds());
-    paintPieces({text.node, text.attributes, text.style, effect.view()}, source, box, simple ? opacity : 1);
-    effect.end();
+    paintPieces({text.node, text.attributes, text.style, compositing.space()}, source, box,
+                simple ? opacity : 1);
+    compositing.end();
 }
 
 void ElementWalk::paintPieces(const DrawnElement& text, const PaintSource& source, const AFRect& box,
@@ -152,32 +153,32 @@ void ElementWalk::paintPieces(const DrawnElement& text, const PaintSource& sourc
     const PaintSource ownStyle{nullptr, source.visible};
     APaint paint;
     for (const TextPiece& piece : m_pieces) {
-        const DrawStyle& style = piece.style;
+        const Style& style = piece.style;
         // A part with a paint of its own is painted with that; the model holds the whole text's.
         const PaintSource& fill = samePaint(style.fill, text.style.fill) ? source : ownStyle;
         const PaintSource& line = samePaint(style.stroke, text.style.stroke) ? source : ownStyle;
         for (const PaintPart part : style.paintOrder) {
             if (part == PaintPart::fill && hasFill(fill, style) &&
-                fillPaint(m_context, fill, style, text.view, known, opacity, paint))
-                m_context.fill(piece.outline, text.view.toDrawing, paint, EFillRule::nonZero);
+                fillPaint(m_context, fill, style, text.space, known, opacity, paint))
+                m_context.fill(piece.outline, text.space.toDrawing, paint, EFillRule::nonZero);
             if (part == PaintPart::stroke && hasStroke(line, style) &&
-                strokePaint(m_context, line, style, text.view, known, opacity, paint))
-                stroke(piece.outline, style, text.view, paint);
+                strokePaint(m_context, line, style, text.space, known, opacity, paint))
+                stroke(piece.outline, style, text.space, paint);
         }
     }
 }
 
 void ElementWalk::paintPicture(const DrawnElement& image) {
     m_context.touch(m_context.clipBounds());
-    const DrawStyle& style = image.style;
-    if (!Effect::isNeeded(style) || isOpacityOnly(style))
+    const Style& style = image.style;
+    if (!Compositing::isNeeded(style) || isOpacityOnly(style))
         return paintImage(m_context, image, style.own.opacity);
     BoundingBox box(m_context, image);
-    Effect effect(m_context);
-    if (!effect.begin(image, box, nullptr, 1)) return;
+    Compositing compositing(m_context);
+    if (!compositing.begin(image, box, nullptr, 1)) return;
     m_context.touch(m_context.clipBounds());
-    paintImage(m_context, {image.node, image.attributes, style, effect.view()}, style.own.opacity);
-    effect.end();
+    paintImage(m_context, {image.node, image.attributes, style, compositing.space()}, style.own.opacity);
+    compositing.end();
 }
 
 }  // namespace svg

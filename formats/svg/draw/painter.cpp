@@ -17,7 +17,7 @@ pugi::xml_node nodeOf(DrawContext& context, const AObject& object) {
 // A walk down the elements of objects, from the root.
 class ObjectWalk {
 public:
-    ObjectWalk(DrawContext& context, const View& root)
+    ObjectWalk(DrawContext& context, const UserSpace& root)
         : m_context(context), m_walk(context, context.styleAt(context.tree().root()), root) {}
 
     ElementWalk& walk() { return m_walk; }
@@ -55,7 +55,7 @@ private:
 
 class Painter : public AObjectPainter {
 public:
-    Painter(const std::string& text, const View& root, ACanvas& canvas)
+    Painter(const std::string& text, const UserSpace& root, ACanvas& canvas)
         : m_context(text, root, canvas),
           m_walk(m_context, root),
           m_seen(m_walk.walk().beginRoot(m_context.tree().root())) {}
@@ -75,7 +75,7 @@ private:
 
 class Recording : public AObjectPainter {
 public:
-    Recording(const std::string& text, const View& root, ADisplayRecorder& recorder)
+    Recording(const std::string& text, const UserSpace& root, ADisplayRecorder& recorder)
         : m_recorder(recorder), m_context(text, root, recorder), m_walk(m_context, root) {
         if (m_context.blends()) recorder.drawAsOnePicture();
         m_seen = m_walk.walk().beginRoot(m_context.tree().root());
@@ -105,12 +105,12 @@ private:
 // The tree and what is kept with it serve one painter after the other.
 class PictureMaker : public APictureMaker {
 public:
-    PictureMaker(const std::string& text, const View& root) : m_text(text), m_root(root) {}
+    PictureMaker(const std::string& text, const UserSpace& root) : m_text(text), m_root(root) {}
 
     std::unique_ptr<AObjectPainter> start(ACanvas& canvas, const AAffine& toPixels,
                                           const AObject* around) override {
         std::unique_lock lock(m_mutex);
-        View root = m_root;
+        UserSpace root = m_root;
         root.toDrawing = toPixels * root.toDrawing;
         if (m_context) {
             m_context->restart(root, canvas);
@@ -123,7 +123,7 @@ public:
 private:
     class Part : public AObjectPainter {
     public:
-        Part(std::unique_lock<std::mutex> lock, DrawContext& context, const View& root, const AObject* around)
+        Part(std::unique_lock<std::mutex> lock, DrawContext& context, const UserSpace& root, const AObject* around)
             : m_lock(std::move(lock)), m_walk(context, root) {
             if (around) {
                 m_walk.enterAround(*around);
@@ -149,21 +149,21 @@ private:
     };
 
     const std::string& m_text;
-    View m_root;
+    UserSpace m_root;
     std::mutex m_mutex;
     std::unique_ptr<PictureContext> m_context;
 };
 
 }  // namespace
 
-std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const View& root, ACanvas& canvas,
+std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const UserSpace& root, ACanvas& canvas,
                                             const AAffine& toPixels) {
-    View view = root;
-    view.toDrawing = toPixels * view.toDrawing;
-    return std::make_unique<Painter>(text, view, canvas);
+    UserSpace space = root;
+    space.toDrawing = toPixels * space.toDrawing;
+    return std::make_unique<Painter>(text, space, canvas);
 }
 
-std::unique_ptr<AObjectPainter> makeRecording(const std::string& text, const View& root,
+std::unique_ptr<AObjectPainter> makeRecording(const std::string& text, const UserSpace& root,
                                               ADisplayRecorder& recorder) {
     recorder.setPictureMaker(std::make_shared<PictureMaker>(text, root));
     return std::make_unique<Recording>(text, root, recorder);

@@ -12,14 +12,14 @@
 
 namespace svg {
 
-// `text`: the drawing's (DrawingSource::text); `root`: the view of its root in drawing coordinates. The text
-// and the canvas outlive the painter. Raises bad_alloc.
-std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const View& root, ACanvas& canvas,
+// `text`: the drawing's (DrawingSource::text); `root`: the user space of its root, in drawing coordinates.
+// The text and the canvas outlive the painter. Raises bad_alloc.
+std::unique_ptr<AObjectPainter> makePainter(const std::string& text, const UserSpace& root, ACanvas& canvas,
                                             const AAffine& toPixels);
 
 // The same for a display list. The list draws what it cannot hold through a copy of the drawing's tree, made when
 // that is first asked for, from the text, which the list's document keeps.
-std::unique_ptr<AObjectPainter> makeRecording(const std::string& text, const View& root,
+std::unique_ptr<AObjectPainter> makeRecording(const std::string& text, const UserSpace& root,
                                               ADisplayRecorder& recorder);
 
 }  // namespace svg

@@ -14,9 +14,9 @@ class ContentBounds {
 public:
     explicit ContentBounds(DrawContext& context) : m_context(context) {}
 
-    // `view`: the one in which the element stands.
-    AFRect of(pugi::xml_node element, const DrawStyle& around, const View& view) {
-        m_levels.push_back({{}, around, view, false, false});
+    // `space`: the one in which the element stands.
+    AFRect of(pugi::xml_node element, const Style& around, const UserSpace& space) {
+        m_levels.push_back({{}, around, space, false, false});
         visit(element, true);
         while (m_levels.size() > 1) {
             Level& level = m_levels.back();
@@ -35,8 +35,8 @@ public:
 private:
     struct Level {
         pugi::xml_node next;
-        DrawStyle style;
-        View view;
+        Style style;
+        UserSpace space;
         bool single;
         bool reference;
     };
@@ -47,10 +47,9 @@ private:
         if ((!container && !isDrawn(element)) || !m_context.spend(1)) return;
         const Level& outer = m_levels.back();
         m_attributes.read(node);
-        const DrawStyle& style =
-            m_context.styles().compute(node, m_attributes, outer.style, outer.view, m_room);
+        const Style& style = m_context.styleOf(node, m_attributes, outer.style, outer.space, m_room);
         if (!style.displayed) return;
-        const View inner = enter(outer.view, element, m_attributes.plain());
+        const UserSpace inner = enter(outer.space, element, m_attributes);
         if (!container) return addLeaf({node, m_attributes, style, inner}, element);
         if (m_levels.size() >= static_cast<std::size_t>(kDeepestNesting)) return;
         Level level{node.first_child(), style, inner, false, element == Element::use};
@@ -69,21 +68,22 @@ private:
         if (element == Element::text) {
             m_pieces.clear();
             layOutText(m_context, leaf, m_pieces);
-            for (const TextPiece& piece : m_pieces) m_bounds.add(rectBounds(leaf.view.toDrawing, piece.box));
+            for (const TextPiece& piece : m_pieces) m_bounds.add(rectBounds(leaf.space.toDrawing, piece.box));
             return;
         }
         const bool image = element == Element::image;
-        appendShape(image ? Element::rect : element, leaf.attributes, leaf.view, leaf.style.fontSize, m_path);
+        appendShape(image ? Element::rect : element, leaf.attributes, leaf.space, leaf.style.fontSize,
+                    m_path);
         m_placed.clear();
-        m_placed.append(m_path, leaf.view.toDrawing);
+        m_placed.append(m_path, leaf.space.toDrawing);
         if (!m_placed.empty()) m_bounds.add(outlineBounds(m_placed));
     }
 
     DrawContext& m_context;
     BoundsBuilder m_bounds;
     std::vector<Level> m_levels;
-    DrawAttributes m_attributes;
-    DrawStyle m_room;
+    AttributeSet m_attributes;
+    Style m_room;
     APath m_path;
     APath m_placed;
     std::vector<TextPiece> m_pieces;
@@ -91,19 +91,19 @@ private:
 
 }  // namespace
 
-void PictureContext::paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) {
-    ElementWalk(*this, style, view).paintChildren(parent, {});
+void PictureContext::paintChildren(pugi::xml_node parent, const Style& style, const UserSpace& space) {
+    ElementWalk(*this, style, space).paintChildren(parent, {});
 }
 
 AFRect PictureContext::boundsOf(const DrawnElement& element) {
     // Walking into the element applies its own transform, which does not belong to its user space.
-    View view{AAffine(), element.view.width, element.view.height};
+    UserSpace space{AAffine(), element.space.width, element.space.height};
     if (element.attributes.has(Attribute::transform)) {
         const auto back = parseTransform(element.attributes.get(Attribute::transform)).inverse();
         if (!back) return {};
-        view.toDrawing = *back;
+        space.toDrawing = *back;
     }
-    return ContentBounds(*this).of(element.node, element.style, view);
+    return ContentBounds(*this).of(element.node, element.style, space);
 }
 
 }  // namespace svg

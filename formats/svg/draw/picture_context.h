@@ -9,7 +9,7 @@ class PictureContext final : public DrawContext {
 public:
     using DrawContext::DrawContext;
 
-    void paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) override;
+    void paintChildren(pugi::xml_node parent, const Style& style, const UserSpace& space) override;
     AFRect boundsOf(const DrawnElement& element) override;
 };
 

@@ -47,11 +47,11 @@ void appendRectangle(const AFRect& box, double rx, double ry, APath& path) {
 
 }  // namespace
 
-void appendShape(Element shape, const DrawAttributes& attributes, const View& view, double fontSize,
+void appendShape(Element shape, const AttributeSet& attributes, const UserSpace& space, double fontSize,
                  APath& path, Arcs arcs) {
-    const LengthContext context{fontSize, view.width, view.height};
+    const LengthContext context{fontSize, space.width, space.height};
     const auto get = [&](Attribute attribute, Axis axis, double missing = 0) {
-        return length(attributes.plain(), attribute, axis, context, missing);
+        return length(attributes, attribute, axis, context, missing);
     };
     switch (shape) {
         case Element::rect: {

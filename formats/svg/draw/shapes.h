@@ -1,7 +1,7 @@
 // The outlines of shapes.
 #pragma once
 
-#include "formats/svg/draw/context/draw_style.h"
+#include "formats/svg/tree/user_space.h"
 #include "formats/svg/values/path_data.h"
 
 namespace svg {
@@ -10,9 +10,9 @@ constexpr bool isShape(Element element) {
     return element >= Element::rect && element <= Element::polyline;
 }
 
-// Appends the outline of a shape in its own user space; nothing for one that is not drawn. `view`: what
+// Appends the outline of a shape in its own user space; nothing for one that is not drawn. `space`: what
 // percentages refer to.
-void appendShape(Element shape, const DrawAttributes& attributes, const View& view, double fontSize,
+void appendShape(Element shape, const AttributeSet& attributes, const UserSpace& space, double fontSize,
                  APath& path, Arcs arcs = Arcs::exact);
 
 }  // namespace svg

@@ -1,7 +1,7 @@
 // The colour model of an image.
 #pragma once
 
-#include "formats/svg/xml/attributes.h"
+#include "formats/svg/style/attributes.h"
 
 namespace svg {
 

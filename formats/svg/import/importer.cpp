@@ -12,8 +12,7 @@ namespace svg {
 
 namespace {
 
-// What "use" may repeat in all: plenty for a small drawing, in proportion for a large one, bounded for every
-// one.
+// How many elements "use" may repeat in all.
 constexpr std::size_t kRepeatableAtLeast = 100'000;
 constexpr std::size_t kRepeatablePerElement = 100;
 constexpr std::size_t kRepeatableAtMost = 2'000'000;
@@ -27,22 +26,23 @@ bool isTrue(std::string_view text) {
 Importer::Importer(ADocument& document, DrawingIndex& index)
     : m_document(document),
       m_index(index),
+      m_styles(Vocabulary::model),
       m_paint(document.getPaint(), index, m_styles),
       m_names(index, document.getNames()),
       m_repeatable(
           std::min(kRepeatableAtLeast + kRepeatablePerElement * index.elementCount(), kRepeatableAtMost)) {}
 
-View Importer::run(pugi::xml_node root) {
+UserSpace Importer::run(pugi::xml_node root) {
     m_root = root;
     for (const pugi::xml_node style : m_index.styles()) m_styles.sheet().add(styleText(style));
     m_document.reserve(m_index.elementCount());
 
     m_attributes.read(root, m_namespaces);
     Page page;
-    const View view = rootView(m_attributes, page);
+    const UserSpace space = rootSpace(m_attributes, page);
     m_document.setPage(page.area, page.scale);
-    const Style style = m_styles.compute(root, m_attributes, Style());
-    m_frames.push_back({root, root.first_child(), nullptr, style, view, m_namespaces.size(), false, false});
+    const Style style = m_styles.compute(root, m_attributes, {Style()});
+    m_frames.push_back({root, root.first_child(), nullptr, style, space, m_namespaces.size(), false, false});
     while (!m_frames.empty()) {
         Frame& frame = m_frames.back();
         const pugi::xml_node node = frame.next;
@@ -55,7 +55,7 @@ View Importer::run(pugi::xml_node root) {
         if (frame.repeating && !spendRepeating(1)) continue;
         read(node);
     }
-    return view;
+    return space;
 }
 
 bool Importer::spendRepeating(std::size_t nodes) {
@@ -86,7 +86,7 @@ void Importer::read(pugi::xml_node node) {
 
 void Importer::readLayer(pugi::xml_node node) {
     const Frame& top = m_frames.back();
-    Style style = m_styles.compute(node, m_attributes, top.style);
+    Style style = m_styles.compute(node, m_attributes, {top.style});
     const bool master =
         m_attributes.get(Attribute::kzDatabase) == "master" && m_document.getSecondaryDatabase();
     ADatabase& database = master ? *m_document.getSecondaryDatabase() : m_document.getDatabase();
@@ -99,8 +99,8 @@ void Importer::readLayer(pugi::xml_node node) {
     layer->setHidden(!style.displayed);
     layer->setSourceIndex(static_cast<std::uint32_t>(node.offset_debug()));
     style.displayed = top.style.displayed;
-    const View view = enter(top.view, Element::g, m_attributes);
-    m_frames.push_back({node, node.first_child(), layer, style, view, m_namespaces.size(), false, false});
+    const UserSpace space = enter(top.space, Element::g, m_attributes);
+    m_frames.push_back({node, node.first_child(), layer, style, space, m_namespaces.size(), false, false});
 }
 
 AParent& Importer::looseLayer() {
@@ -134,17 +134,18 @@ AObject* Importer::createObject(const AClassInfo& row, pugi::xml_node node, Elem
 
 void Importer::readObject(pugi::xml_node node, Element element) {
     if (m_attributes.has(Attribute::id)) m_document.getNames().prefetch(m_attributes.get(Attribute::id));
-    const Style& style = m_styles.compute(node, m_attributes, m_frames.back().style, m_ownStyle);
+    const Style& style = m_styles.compute(node, m_attributes, {m_frames.back().style}, m_ownStyle);
     const auto refersTo = [&](std::string_view text, Element kind) {
         std::string_view id;
         return !text.empty() && takeUrl(text, id) && kindOf(m_index.findResource(id)) == kind;
     };
-    const bool masked = refersTo(style.mask, Element::mask) || refersTo(style.clipPath, Element::clipPath);
+    const bool masked =
+        refersTo(style.own.mask, Element::mask) || refersTo(style.own.clipPath, Element::clipPath);
     const bool onPath = element == Element::text && findTextPath(node);
     const AClassInfo& row = m_classes.classFor(element, m_attributes, masked, onPath);
 
     AParent* container = m_frames.back().container ? m_frames.back().container : &looseLayer();
-    if (!style.filter.empty() && row.kind != AClassKind::effect && isShadow(style.filter)) {
+    if (!style.own.filter.empty() && row.kind != AClassKind::effect && isShadow(style.own.filter)) {
         AObject* const effect =
             m_document.createObject(m_classes.shadow(), m_names.make(kShadowStem, "shadow"));
         container->appendChild(effect);
@@ -171,7 +172,7 @@ void Importer::readObject(pugi::xml_node node, Element element) {
 }
 
 void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style) {
-    const View& view = m_frames.back().view;
+    const UserSpace& space = m_frames.back().space;
     switch (element) {
         case Element::rect:
         case Element::circle:
@@ -180,7 +181,7 @@ void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element
         case Element::image:
             // The geometry source knows no styles, so lengths in other than the usual em are read at once.
             if (style.fontSize != kUsualFontSize) {
-                object.setBoundingRect(shapeBounds(element, m_attributes, view, style.fontSize));
+                object.setBoundingRect(shapeBounds(element, m_attributes, space, style.fontSize));
                 break;
             }
             [[fallthrough]];
@@ -190,7 +191,7 @@ void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element
             object.setObjectFlags(kObjectBoundsPending, true);
             break;
         case Element::text:
-            object.setBoundingRect(textBounds(node, m_attributes, style, view, m_styles, m_index));
+            object.setBoundingRect(textBounds(node, m_attributes, style, space, m_styles, m_index));
             break;
         default:
             object.setBoundingRect(contentBounds(node, style));
@@ -201,12 +202,12 @@ void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element
 // The box of a container that is a single object: that of the shapes inside.
 AFRect Importer::contentBounds(pugi::xml_node node, const Style& style) {
     struct Level {
-        View view;
+        UserSpace space;
         Style style;
     };
     BoundsBuilder bounds;
-    std::vector<Level> around{{m_frames.back().view, style}};
-    around.push_back({enter(around[0].view, kindOf(node), m_attributes), style});
+    std::vector<Level> around{{m_frames.back().space, style}};
+    around.push_back({enter(around[0].space, kindOf(node), m_attributes), style});
     Namespaces namespaces;
     AttributeSet attributes;
     int depth = 1;
@@ -220,16 +221,16 @@ AFRect Importer::contentBounds(pugi::xml_node node, const Style& style) {
         attributes.read(at, namespaces);
         namespaces.shrink(0);
         const Level level = around.back();
-        const Style own = m_styles.compute(at, attributes, level.style);
+        const Style own = m_styles.compute(at, attributes, {level.style});
         AFRect box;
         if (inside) {
-            around.push_back({enter(level.view, element, attributes), own});
+            around.push_back({enter(level.space, element, attributes), own});
         } else if (element == Element::text) {
-            box = textBounds(at, attributes, own, level.view, m_styles, m_index);
+            box = textBounds(at, attributes, own, level.space, m_styles, m_index);
         } else if (element == Element::path || element == Element::polygon || element == Element::polyline) {
-            box = curveBounds(element, attributes, level.view);
+            box = curveBounds(element, attributes, level.space);
         } else {
-            box = shapeBounds(element, attributes, level.view, own.fontSize);
+            box = shapeBounds(element, attributes, level.space, own.fontSize);
         }
         if (box != AFRect()) bounds.add(box);
     }
@@ -242,7 +243,7 @@ void Importer::enterContainer(AParent& container, pugi::xml_node node, Element e
                 node.first_child(),
                 &container,
                 style,
-                enter(m_frames.back().view, element, m_attributes),
+                enter(m_frames.back().space, element, m_attributes),
                 m_namespaces.size(),
                 false,
                 m_frames.back().repeating};

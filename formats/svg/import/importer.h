@@ -1,17 +1,14 @@
 // Builds a document from a parsed drawing.
 //
 // Decisions beyond the mapping of elements to classes (object_class.h):
-// - Objects outside every layer go to one layer, "Layer 1" (or the first such number that no layer has),
-// which stands
-//   among the layers where the first such object stands in the drawing.
+// - Objects outside every layer go to one layer, "Layer 1" (or the first such number that no layer has). It
+//   stands among the layers where the first such object stands in the drawing.
 // - A "switch" is a group of the child that would be drawn: the first object without required extensions and
-// for no
-//   language or English.
+//   for no language or English.
 // - A group with a class of a single object (a dimension) is that object; its content is how it is drawn.
 // - What a layer hides is not marked as hidden one by one: showing the layer brings it back.
-// - A "use" repeats what it refers to as its own objects, under made names; how much is repeated in all is
-// bounded,
-//   and what would repeat itself for ever is empty.
+// - A "use" repeats what it refers to as its own objects, under made names. The number of repeated elements
+//   is bounded; a "use" that contains itself is empty.
 #pragma once
 
 #include <string>
@@ -29,8 +26,8 @@ class Importer {
 public:
     Importer(ADocument& document, DrawingIndex& index);
 
-    // `root`: the drawing's svg element. Gives the view of its content.
-    View run(pugi::xml_node root);
+    // `root`: the drawing's svg element. Gives the user space of its content.
+    UserSpace run(pugi::xml_node root);
 
 private:
     // A container whose children are being read.
@@ -39,7 +36,7 @@ private:
         pugi::xml_node next;
         AParent* container;  // null at the top, outside every layer
         Style style;
-        View view;
+        UserSpace space;
         std::size_t namespaces;
         bool single;  // only `next` itself, not what follows it
         bool repeating;

@@ -127,17 +127,17 @@ std::uint32_t PaintResolver::stopColor(pugi::xml_node stop, pugi::xml_node gradi
     Namespaces namespaces;
     AttributeSet attributes;
     attributes.read(gradient, namespaces);
-    const Style around = m_styles.compute(gradient, attributes, Style());
+    const Style around = m_styles.compute(gradient, attributes, {Style()});
     attributes.read(stop, namespaces);
-    const Style style = m_styles.compute(stop, attributes, around);
-    switch (style.stopColor.kind) {
+    const Style style = m_styles.compute(stop, attributes, {around});
+    switch (style.own.stopColor.kind) {
         case PaintKind::rgb:
-            return style.stopColor.rgb;
+            return style.own.stopColor.rgb;
         case PaintKind::currentColor:
             return style.color;
         case PaintKind::cmyk: {
             std::array<float, 4> cmyk{};
-            std::string_view text = style.stopColor.text;
+            std::string_view text = style.own.stopColor.text;
             takeCmyk(text, cmyk);
             return cmykToRgb(cmyk);
         }

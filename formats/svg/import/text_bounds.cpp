@@ -39,11 +39,11 @@ bool firstLength(std::string_view list, Axis axis, const LengthContext& context,
 
 class TextLines {
 public:
-    TextLines(const View& view, const Affine& transform) : m_view(view), m_transform(transform) {}
+    TextLines(const UserSpace& space, const Affine& transform) : m_space(space), m_transform(transform) {}
 
     // A new position ends the line before.
     void moveTo(const AttributeSet& attributes, const Style& style) {
-        const LengthContext context{style.fontSize, m_view.width, m_view.height};
+        const LengthContext context{style.fontSize, m_space.width, m_space.height};
         double x = m_x;
         double y = m_y;
         bool moved = firstLength(attributes.get(Attribute::x), Axis::horizontal, context, x);
@@ -74,7 +74,7 @@ public:
     AFRect get() const { return m_bounds.get(); }
 
 private:
-    const View& m_view;
+    const UserSpace& m_space;
     const Affine& m_transform;
     double m_x = 0, m_y = 0, m_width = 0, m_size = 0;
     TextAnchor m_anchor = TextAnchor::start;
@@ -94,7 +94,7 @@ void addParts(pugi::xml_node text, const Style& style, StyleResolver& styles, Te
             continue;
         }
         attributes.read(node, namespaces);
-        around.push_back(styles.compute(node, attributes, around.back()));
+        around.push_back(styles.compute(node, attributes, {around.back()}));
         lines.moveTo(attributes, around.back());
     }
 }
@@ -110,7 +110,7 @@ AFRect pathTextBounds(pugi::xml_node textPath, const Style& style, const Affine&
     const pugi::xml_node path = href.empty() ? pugi::xml_node() : index.findAny(href);
     if (kindOf(path) != Element::path) return {};
     attributes.read(path, namespaces);
-    AFRect box = curveBounds(Element::path, attributes, View());
+    AFRect box = curveBounds(Element::path, attributes, UserSpace());
     if (box == AFRect()) return {};
     const double height = kAscent * style.fontSize;
     box = {box.left - height, box.top - height, box.right + height, box.bottom + height};
@@ -126,8 +126,8 @@ pugi::xml_node findTextPath(pugi::xml_node text) {
     return {};
 }
 
-AFRect textBounds(pugi::xml_node text, const AttributeSet& attributes, const Style& style, const View& outer,
-                  StyleResolver& styles, DrawingIndex& index) {
+AFRect textBounds(pugi::xml_node text, const AttributeSet& attributes, const Style& style,
+                  const UserSpace& outer, StyleResolver& styles, DrawingIndex& index) {
     const Affine own = attributes.has(Attribute::transform)
                            ? parseTransform(attributes.get(Attribute::transform))
                            : Affine();

@@ -1,5 +1,4 @@
-// Selectors of author style sheets: compounds of type, class and id, joined by descendant and child
-// combinators.
+// Selectors of author style sheets: compounds of type, class and id, joined by descendant and child ones.
 //
 //     Selector selector;
 //     parseSelector("g.wall > rect", selector);     // true

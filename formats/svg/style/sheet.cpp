@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "formats/svg/values/text_scan.h"
-#include "formats/svg/xml/attributes.h"
+#include "formats/svg/xml/namespaces.h"
 
 namespace svg {
 

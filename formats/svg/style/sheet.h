@@ -1,8 +1,9 @@
 // The author style sheet of a drawing: the rules of all its style elements.
 //
-//     StyleSheet sheet;
+//     StyleSheet sheet(Vocabulary::drawing);
 //     sheet.add(".wall { fill: #333 }");
-//     sheet.collect(element, "wall", declarations);
+//     std::vector<const Declaration*> declarations;
+//     sheet.collect(element, "north", "wall", declarations);   // of <rect id="north" class="wall"/>
 #pragma once
 
 #include <cstdint>
@@ -12,21 +13,20 @@
 #include <unordered_map>
 #include <vector>
 
+#include "formats/svg/style/declaration.h"
 #include "formats/svg/style/selector.h"
-#include "formats/svg/style/style.h"
 
 namespace svg {
 
 class StyleSheet {
 public:
-    explicit StyleSheet(Vocabulary vocabulary = Vocabulary::import) : m_vocabulary(vocabulary) {}
+    explicit StyleSheet(Vocabulary vocabulary) : m_vocabulary(vocabulary) {}
 
     // Rules of a later call count as later in the sheet. Broken and unsupported parts are left out.
     void add(std::string_view text);
     bool isEmpty() const { return m_rules.empty(); }
 
-    // The declarations for an element, those that count more coming later; important ones among them are
-    // marked.
+    // The declarations for an element in rising order of weight, important ones not yet sorted out.
     void collect(pugi::xml_node element, std::string_view id, std::string_view classes,
                  std::vector<const Declaration*>& declarations);
 

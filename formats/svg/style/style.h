@@ -1,153 +1,94 @@
-// Computed style: what the cascade and inheritance leave of the properties that the document model knows.
+// Computed style: what the cascade and inheritance leave of the properties of an element.
+//
+// Texts are views into the drawing's text or its style sheet. Lengths are user units. Import reads only the
+// properties that the document model knows; the others keep their first values then.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
+#include "canvas/canvas.h"
 #include "formats/svg/style/paint.h"
-#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 
-enum class Property : std::uint8_t {
-    // What import reads, each with an Attribute.
-    fill,
-    stroke,
-    color,
-    display,
-    visibility,
-    fontSize,
-    textAnchor,
-    filter,
-    mask,
-    clipPath,
-    stopColor,
-    // What only drawing reads (draw/draw_style.h).
-    fillOpacity,
-    strokeOpacity,
-    fillRule,
-    clipRule,
-    strokeWidth,
-    strokeLinecap,
-    strokeLinejoin,
-    strokeMiterlimit,
-    strokeDasharray,
-    strokeDashoffset,
-    paintOrder,
-    markerStart,
-    markerMid,
-    markerEnd,
-    marker,  // all three
-    font,    // size, family, weight and style
-    fontFamily,
-    fontWeight,
-    fontStyle,
-    letterSpacing,
-    wordSpacing,
-    whiteSpace,
-    dominantBaseline,
-    baselineShift,
-    textDecoration,
-    imageRendering,
-    filterColors,  // color-interpolation-filters
-    opacity,
-    stopOpacity,
-    floodColor,
-    floodOpacity,
-    lightingColor,
-    maskType,
-    overflow,
-    vectorEffect,
-    mixBlendMode,
-    isolation,
-    count,
-    unknown = count,
+enum class TextAnchor : std::uint8_t { start, middle, end };
+enum class PaintPart : std::uint8_t { fill, stroke, markers };
+enum class Baseline : std::uint8_t {
+    alphabetic,
+    middle,
+    central,
+    hanging,
+    textBefore,
+    textAfter,
+    ideographic
 };
 
-// Which properties a reader of declarations knows.
-enum class Vocabulary : std::uint8_t { import, drawing };
+struct TextDecoration {
+    bool underline = false, overline = false, lineThrough = false;
+};
 
-enum class TextAnchor : std::uint8_t { start, middle, end };
-
-struct Style {
-    // Inherited.
+struct InheritedStyle {
     Paint fill{.kind = PaintKind::rgb};
     Paint stroke;
+    double fontSize = 16;
     std::uint32_t color = 0;
     TextAnchor textAnchor = TextAnchor::start;
     bool visible = true;
     bool displayed = true;  // neither the element nor one around it has display: none
-    double fontSize = 16;
-    // Of the element itself.
-    std::string_view filter, mask, clipPath;  // empty: none
+    bool italic = false;
+    // What only a picture needs.
+    bool smoothImages = true;    // image-rendering
+    bool linearFilters = true;   // color-interpolation-filters: linearRGB
+    bool preserveSpace = false;  // white-space: pre (xml:space is the attribute's reader's)
+    Baseline baseline = Baseline::alphabetic;
+    std::array<PaintPart, 3> paintOrder{PaintPart::fill, PaintPart::stroke, PaintPart::markers};
+    EFillRule fillRule = EFillRule::nonZero;
+    EFillRule clipRule = EFillRule::nonZero;
+    ELineCap lineCap = ELineCap::butt;
+    ELineJoin lineJoin = ELineJoin::miter;
+    int fontWeight = 400;
+    double fillOpacity = 1;
+    double strokeOpacity = 1;
+    double strokeWidth = 1;
+    double miterLimit = 4;
+    double dashOffset = 0;
+    double letterSpacing = 0;
+    double wordSpacing = 0;
+    std::string_view dashArray;                          // as written; empty: none
+    std::string_view markerStart, markerMid, markerEnd;  // "url(#id)" as written; empty: none
+    std::string_view fontFamily;                         // as written; empty: the usual one
+};
+
+struct OwnStyle {
+    std::string_view filter, mask, clipPath;  // as written; empty: none
     Paint stopColor{.kind = PaintKind::rgb};
-
-    // What an element without any declaration has. The same style when isInheritedWhole().
-    Style inherited() const;
-    // Whether that is this very style: nothing is set of what is not inherited.
-    bool isInheritedWhole() const {
-        return filter.empty() && mask.empty() && clipPath.empty() && stopColor.kind == PaintKind::rgb &&
-               stopColor.rgb == 0;
-    }
+    // What only a picture needs.
+    Paint floodColor{.kind = PaintKind::rgb};
+    Paint lightingColor{.kind = PaintKind::rgb, .rgb = 0xffffff};
+    double opacity = 1;
+    double stopOpacity = 1;
+    double floodOpacity = 1;
+    std::string_view baselineShift;  // as written
+    TextDecoration decoration;
+    bool alphaMask = false;         // mask-type: alpha
+    bool showsOverflow = false;     // overflow: visible or auto
+    bool keepsStrokeWidth = false;  // vector-effect: non-scaling-stroke
+    bool isolated = false;          // isolation: isolate
+    EBlend blend = EBlend::normal;  // mix-blend-mode
 };
 
-Property findProperty(std::string_view name, Vocabulary vocabulary);
-// The presentation attribute of a property that import reads.
-constexpr Attribute presentationAttribute(Property property) {
-    return static_cast<Attribute>(static_cast<int>(Attribute::fill) + static_cast<int>(property));
-}
+struct Style : InheritedStyle {
+    OwnStyle own;
+    bool hasOwn = false;  // `own` may say something
 
-enum class GlobalWord : std::uint8_t { none, inherit, initial };
-// "inherit", "initial", "unset" or "revert" for a property; none for every other value.
-GlobalWord globalWord(std::string_view value, bool isInherited);
-// The size in a "font" shorthand; empty when there is none.
-std::string_view fontSizeOf(std::string_view font);
-
-// Sets one property from its text, relative to the parent's style. An invalid value changes nothing.
-void applyProperty(Style& style, const Style& parent, Property property, std::string_view value);
-
-struct Declaration {
-    Property property = Property::unknown;
-    bool important = false;
-    bool hasPaint = false;  // `paint` is what `value` says
-    std::string_view value;
-    Paint paint;
+    // Becomes what an element without any declaration has inside one of the style `parent`.
+    void inheritFrom(const Style& parent) {
+        static_cast<InheritedStyle&>(*this) = parent;
+        if (hasOwn) own = OwnStyle();
+        hasOwn = false;
+    }
 };
-void applyDeclaration(Style& style, const Style& parent, const Declaration& declaration);
-// Reads the paint of a declaration that will be applied many times, where that can be done in advance.
-void prepare(Declaration& declaration);
-
-// Takes the next known declaration of a style attribute or a rule's body; false at the end. Unknown ones are
-// passed over; to import, the "font" shorthand counts as its font size.
-bool takeDeclaration(std::string_view& text, Declaration& declaration, Vocabulary vocabulary);
-
-// The cascade of one element: what the sheet says (StyleSheet::collect), then its style attribute; important
-// ones last. Calls apply(const Declaration&) in that order.
-template <class Apply>
-void cascade(const std::vector<const Declaration*>& sheet, std::string_view own, Vocabulary vocabulary,
-             Apply apply) {
-    bool important = false;
-    for (const Declaration* one : sheet) {
-        important |= one->important;
-        if (!one->important) apply(*one);
-    }
-    bool ownImportant = false;
-    Declaration declaration;
-    for (std::string_view text = own; takeDeclaration(text, declaration, vocabulary);) {
-        ownImportant |= declaration.important;
-        if (!declaration.important) apply(declaration);
-    }
-    if (important) {
-        for (const Declaration* one : sheet) {
-            if (one->important) apply(*one);
-        }
-    }
-    if (ownImportant) {
-        for (std::string_view text = own; takeDeclaration(text, declaration, vocabulary);) {
-            if (declaration.important) apply(declaration);
-        }
-    }
-}
 
 }  // namespace svg

@@ -7,26 +7,25 @@
 namespace svg {
 
 const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& attributes,
-                                    const Style& parent, Style& room) {
+                                    const Reading& reading, Style& room) {
     m_fromSheet.clear();
     if (!m_sheet.isEmpty()) {
         m_sheet.collect(element, attributes.get(Attribute::id), attributes.get(Attribute::class_),
                         m_fromSheet);
     }
-    if (m_fromSheet.empty() && attributes.presentation() == 0 && !attributes.has(Attribute::style) &&
-        parent.isInheritedWhole()) {
-        return parent;
+    std::uint64_t presentation = attributes.presentation() & m_attributes;
+    if (m_fromSheet.empty() && presentation == 0 && !attributes.has(Attribute::style) &&
+        !reading.parent.hasOwn) {
+        return reading.parent;
     }
-    Style& style = room;
-    style = parent;
-    if (!parent.isInheritedWhole()) style = parent.inherited();
-    for (std::uint64_t rest = attributes.presentation(); rest != 0; rest &= rest - 1) {
-        const Property property = static_cast<Property>(std::countr_zero(rest));
-        applyProperty(style, parent, property, attributes.get(presentationAttribute(property)));
+    room.inheritFrom(reading.parent);
+    for (; presentation != 0; presentation &= presentation - 1) {
+        const auto property = static_cast<Property>(std::countr_zero(presentation));
+        applyProperty(room, reading, property, attributes.presentation(property));
     }
-    cascade(m_fromSheet, attributes.get(Attribute::style), Vocabulary::import,
-            [&](const Declaration& one) { applyDeclaration(style, parent, one); });
-    return style;
+    cascade(m_fromSheet, attributes.get(Attribute::style), m_vocabulary,
+            [&](const Declaration& one) { applyDeclaration(room, reading, one); });
+    return room;
 }
 
 std::string styleText(pugi::xml_node style) {

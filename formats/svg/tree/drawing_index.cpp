@@ -4,7 +4,7 @@
 #include <charconv>
 
 #include "formats/svg/values/text_scan.h"
-#include "formats/svg/xml/attributes.h"
+#include "formats/svg/xml/namespaces.h"
 
 namespace svg {
 

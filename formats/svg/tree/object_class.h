@@ -4,7 +4,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "formats/svg/xml/attributes.h"
+#include "formats/svg/style/attributes.h"
 #include "kzcore/document/class_info.h"
 
 namespace svg {
@@ -28,8 +28,7 @@ public:
     ObjectClasses();
 
     // The class of an element: the one it names (kz:class), when that is a class of objects which can hold
-    // what the element holds; else by its kind. `masked`: it has a mask or clip path. `onPath`: a text on a
-    // path.
+    // what the element holds; else by its kind. `masked`: it has a mask or clip path. `onPath`: text on path.
     const AClassInfo& classFor(Element element, const AttributeSet& attributes, bool masked, bool onPath);
     // The layer class that a layer names; the drawing layer without one.
     const AClassInfo& layerClass(const AttributeSet& attributes);

@@ -22,8 +22,8 @@ double alignment(std::string_view word, std::string_view axis) {
     return which == "Min" ? 0 : which == "Max" ? 1 : 0.5;
 }
 
-LengthContext contextOf(const View& view, double fontSize = 16) {
-    return {fontSize, view.width, view.height};
+LengthContext contextOf(const UserSpace& space, double fontSize = 16) {
+    return {fontSize, space.width, space.height};
 }
 
 Affine ownTransform(const AttributeSet& attributes) {
@@ -51,8 +51,7 @@ AFRect rectangleBounds(const AttributeSet& attributes, const Affine& transform,
     return roundBounds(transform, {x + halfWidth, y + halfHeight}, {halfWidth - rx, halfHeight - ry}, rx, ry);
 }
 
-// 0 when the side is not given, is nothing to count with, or is a part of the window that a drawing is shown
-// in.
+// 0 when the side is missing, not positive, or a percentage, which would refer to a window.
 double givenSide(const AttributeSet& root, Attribute attribute, Axis axis) {
     if (!root.has(attribute) || root.get(attribute).find('%') != std::string_view::npos) return 0;
     return positive(length(root, attribute, axis, LengthContext()));
@@ -108,23 +107,23 @@ double length(const AttributeSet& attributes, Attribute attribute, Axis axis, co
     return value;
 }
 
-View rootView(const AttributeSet& root, Page& page) {
-    View view{ownTransform(root), kDefaultWidth, kDefaultHeight};
+UserSpace rootSpace(const AttributeSet& root, Page& page) {
+    UserSpace space{ownTransform(root), kDefaultWidth, kDefaultHeight};
     AFRect box;
     if (root.has(Attribute::viewBox) && parseViewBox(root.get(Attribute::viewBox), box)) {
         page = pageAround(box, root);
-        view.width = box.Width();
-        view.height = box.Height();
-        return view;
+        space.width = box.Width();
+        space.height = box.Height();
+        return space;
     }
     const LengthContext context{16, kDefaultWidth, kDefaultHeight};
-    view.width = positive(length(root, Attribute::width, Axis::horizontal, context, kDefaultWidth));
-    view.height = positive(length(root, Attribute::height, Axis::vertical, context, kDefaultHeight));
-    page = {{0, 0, view.width, view.height}, 1};
-    return view;
+    space.width = positive(length(root, Attribute::width, Axis::horizontal, context, kDefaultWidth));
+    space.height = positive(length(root, Attribute::height, Axis::vertical, context, kDefaultHeight));
+    page = {{0, 0, space.width, space.height}, 1};
+    return space;
 }
 
-View viewportOf(const View& outer, const AttributeSet& attributes) {
+UserSpace viewportOf(const UserSpace& outer, const AttributeSet& attributes) {
     const LengthContext context = contextOf(outer);
     double width = length(attributes, Attribute::width, Axis::horizontal, context, outer.width);
     double height = length(attributes, Attribute::height, Axis::vertical, context, outer.height);
@@ -135,9 +134,9 @@ View viewportOf(const View& outer, const AttributeSet& attributes) {
     return {outer.toDrawing * ownTransform(attributes) * offset, width, height};
 }
 
-View enter(const View& outer, Element element, const AttributeSet& attributes) {
+UserSpace enter(const UserSpace& outer, Element element, const AttributeSet& attributes) {
     const LengthContext context = contextOf(outer);
-    View inner = outer;
+    UserSpace inner = outer;
     inner.useWidth = inner.useHeight = -1;
     if (element == Element::use) {
         const Affine offset = translation(length(attributes, Attribute::x, Axis::horizontal, context),
@@ -162,7 +161,7 @@ View enter(const View& outer, Element element, const AttributeSet& attributes) {
     return inner;
 }
 
-AFRect shapeBounds(Element element, const AttributeSet& attributes, const View& outer, double fontSize) {
+AFRect shapeBounds(Element element, const AttributeSet& attributes, const UserSpace& outer, double fontSize) {
     const LengthContext context = contextOf(outer, fontSize);
     const Affine transform =
         attributes.has(Attribute::transform) ? outer.toDrawing * ownTransform(attributes) : outer.toDrawing;
@@ -201,7 +200,7 @@ AFRect shapeBounds(Element element, const AttributeSet& attributes, const View& 
     }
 }
 
-AFRect curveBounds(Element element, const AttributeSet& attributes, const View& outer) {
+AFRect curveBounds(Element element, const AttributeSet& attributes, const UserSpace& outer) {
     const Affine transform = outer.toDrawing * ownTransform(attributes);
     BoundsBuilder bounds;
     if (element == Element::path)

@@ -1,16 +1,15 @@
 // How an element's coordinates become drawing coordinates, and the boxes of the simple shapes.
 //
-// Import and the lazy boxes of paths walk down the same containers through the same function, so that both
-// agree.
+// Import and the lazy boxes of shapes go down through the same functions, so that both agree.
 #pragma once
 
+#include "formats/svg/style/attributes.h"
 #include "formats/svg/values/transform.h"
 #include "formats/svg/values/units.h"
-#include "formats/svg/xml/attributes.h"
 
 namespace svg {
 
-struct View {
+struct UserSpace {
     Affine toDrawing;
     // What percentages refer to.
     double width = 0;
@@ -26,34 +25,33 @@ struct Page {
     double scale = 1;
 };
 
-// The view of the content of the drawing's root, and its page: the size, or the view box with what the
+// The user space of the content of the drawing's root, and its page: the size, or the view box with what the
 // proportions of the size show beside it.
-View rootView(const AttributeSet& root, Page& page);
+UserSpace rootSpace(const AttributeSet& root, Page& page);
 
 // Reads a viewBox attribute; false when it is none or has no area.
 bool parseViewBox(std::string_view text, AFRect& box);
-// From a view box to a viewport of that size at the origin, as preserveAspectRatio says (empty: the middle,
-// whole).
+// From a view box to a viewport of that size at the origin. Empty preserveAspectRatio: centred, whole.
 Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect);
 
 // Elements with a size of their own, which cuts off what lies outside.
 constexpr bool isViewport(Element element) {
     return element == Element::svg || element == Element::symbol;
 }
-// What such an element shows lies between 0, 0 and the width and height of this view, before its view box.
-View viewportOf(const View& outer, const AttributeSet& attributes);
+// Such an element shows what lies from 0, 0 to the width and height of this user space, before its view box.
+UserSpace viewportOf(const UserSpace& outer, const AttributeSet& attributes);
 
-// The view inside an element: its transform, its view box.
-View enter(const View& outer, Element element, const AttributeSet& attributes);
+// The user space inside an element: its transform, its view box.
+UserSpace enter(const UserSpace& outer, Element element, const AttributeSet& attributes);
 
 // A length attribute; `missing` when it is not there or broken.
 double length(const AttributeSet& attributes, Attribute attribute, Axis axis, const LengthContext& context,
               double missing = 0);
 
 // The box of a rect, circle, ellipse, line or image, in drawing coordinates, its own transform included.
-AFRect shapeBounds(Element element, const AttributeSet& attributes, const View& outer, double fontSize);
+AFRect shapeBounds(Element element, const AttributeSet& attributes, const UserSpace& outer, double fontSize);
 
 // The same for path, polygon and polyline.
-AFRect curveBounds(Element element, const AttributeSet& attributes, const View& outer);
+AFRect curveBounds(Element element, const AttributeSet& attributes, const UserSpace& outer);
 
 }  // namespace svg

@@ -378,21 +378,14 @@ void appendPoints(std::string_view points, bool closed, APath& path) {
 
 AFRect outlineBounds(const APath& path) {
     BoundsBuilder bounds;
-    const AFPoint* point = path.points().data();
-    AFPoint current;
-    for (const APath::EVerb verb : path.verbs()) {
-        if (verb == APath::EVerb::curve) {
-            addCubic(bounds, current, point[0], point[1], point[2]);
-            current = point[2];
-            point += 3;
-        } else if (verb != APath::EVerb::close) {
-            if (verb == APath::EVerb::line) {
-                bounds.add(current);
-                bounds.add(*point);
-            }
-            current = *point++;
+    path.forEachSegment([&](const APath::Segment& one) {
+        if (one.verb == APath::EVerb::curve) {
+            addCubic(bounds, one.from, one.control1, one.control2, one.to);
+        } else if (one.verb == APath::EVerb::line) {
+            bounds.add(one.from);
+            bounds.add(one.to);
         }
-    }
+    });
     return bounds.get();
 }
 

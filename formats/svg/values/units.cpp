@@ -109,4 +109,24 @@ bool parseLength(std::string_view text, Axis axis, const LengthContext& context,
     return true;
 }
 
+void parseDashes(std::string_view text, const LengthContext& context, std::vector<double>& dashes) {
+    // More than any drawing program writes: what follows is not looked at.
+    constexpr std::size_t kMostDashes = 1024;
+    dashes.clear();
+    bool visible = false;
+    while (!(text = skipSeparator(text)).empty() && dashes.size() < kMostDashes) {
+        std::size_t length = 0;
+        while (length < text.size() && !isSpace(text[length]) && text[length] != ',') ++length;
+        double value = 0;
+        if (!parseLength(text.substr(0, length), Axis::both, context, value) || value < 0) {
+            dashes.clear();
+            return;
+        }
+        visible |= value > 0;
+        dashes.push_back(value);
+        text.remove_prefix(length);
+    }
+    if (!visible) dashes.clear();
+}
+
 }  // namespace svg

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 namespace svg {
 
@@ -34,5 +35,8 @@ struct LengthContext {
 
 // Reads a length with an optional unit into user units (1 px; 96 to the inch). False when it is not one.
 bool parseLength(std::string_view text, Axis axis, const LengthContext& context, double& value);
+
+// The lengths of a dash array, into a list that is cleared first; empty for a line without gaps.
+void parseDashes(std::string_view text, const LengthContext& context, std::vector<double>& dashes);
 
 }  // namespace svg

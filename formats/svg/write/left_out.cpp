@@ -76,8 +76,7 @@ bool LeftOut::needsExtents(const AParent& container) const {
     return false;
 }
 
-// Containers come before their content in the order of objects, so the way up is one pass and the way down
-// another.
+// Containers come before their content, so one pass goes up and one pass goes down.
 void LeftOut::decide(const ADocument& document, AViewFilter& filter) {
     const auto count = static_cast<std::uint32_t>(document.getObjectCount());
     std::vector<std::uint32_t> elementOf(count + 1, kNoElement);

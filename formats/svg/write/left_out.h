@@ -3,8 +3,7 @@
 // An element may stand for many objects: "use" repeats it. Each "use" has its own outcome for what it
 // repeats, told by a list of those elements that do not stay as they are; equal lists are the same outcome.
 // The element itself is changed where it is drawn directly or where every place agrees, but never where
-// something else refers to it (a clip path, a text on a path, the "use" in a pattern): that has to look as
-// before.
+// something else refers to it (a clip path, a text on a path, a "use" in a pattern), which must not change.
 #pragma once
 
 #include <compare>

@@ -7,8 +7,7 @@
 namespace svg {
 
 // UTF-16 and UTF-32 (by their byte order mark or by how "<" looks in them) and Latin-1 (by the XML
-// declaration) are converted, and the declaration is made to say UTF-8. A UTF-8 byte order mark is taken
-// away.
+// declaration) are converted, and the declaration then says UTF-8. Removes a UTF-8 byte order mark.
 void convertToUtf8(std::string& bytes);
 
 // No overlong forms, no surrogates, nothing cut short.

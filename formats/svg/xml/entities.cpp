@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "formats/svg/values/text_scan.h"
+#include "formats/svg/xml/tag_scan.h"
 
 namespace svg {
 
@@ -22,33 +23,6 @@ struct Entity {
 
 using Entities = std::unordered_map<std::string, Entity>;
 
-// Skips "<!-- … -->", "<? … ?>" or a quoted text that starts at `at`; false when nothing of the kind does.
-bool skipOpaque(std::string_view text, std::size_t& at) {
-    const auto skipTo = [&](std::size_t from, std::string_view end) {
-        const std::size_t found = text.find(end, from);
-        at = found == text.npos ? text.size() : found + end.size();
-        return true;
-    };
-    const std::string_view rest = text.substr(at);
-    if (rest.starts_with("<!--")) return skipTo(at + 4, "-->");
-    if (rest.starts_with("<?")) return skipTo(at + 2, "?>");
-    if (rest.starts_with("<![CDATA[")) return skipTo(at + 9, "]]>");
-    return false;
-}
-
-std::size_t skipQuoted(std::string_view text, std::size_t at) {
-    const std::size_t close = text.find(text[at], at + 1);
-    return close == text.npos ? text.size() : close + 1;
-}
-
-// The end of a declaration: its ">" outside quotes.
-std::size_t declarationEnd(std::string_view text, std::size_t at) {
-    while (at < text.size() && text[at] != '>') {
-        at = text[at] == '"' || text[at] == '\'' ? skipQuoted(text, at) : at + 1;
-    }
-    return std::min(at, text.size());
-}
-
 // <!ENTITY name "value">; parameter entities and external ones are left out. The first declaration counts.
 void readEntity(std::string_view declaration, std::size_t offset, Entities& entities) {
     std::string_view rest = declaration;
@@ -64,21 +38,25 @@ void readEntity(std::string_view declaration, std::size_t offset, Entities& enti
     entities.emplace(name, std::move(entity));
 }
 
-// Reads the internal subset from behind its "[".
-void readSubset(std::string_view text, std::size_t at, Entities& entities) {
+// Reads the internal subset from behind its "[". Gives the place of its "]".
+std::size_t readSubset(std::string_view text, std::size_t at, Entities& entities) {
     while (at < text.size() && text[at] != ']') {
-        if (skipOpaque(text, at)) continue;
+        if (const std::size_t next = skipOpaque(text, at); next != at) {
+            at = next;
+            continue;
+        }
         if (text[at] != '<') {
             ++at;
             continue;
         }
-        const std::size_t end = declarationEnd(text, at);
+        const std::size_t end = findUnquoted(text, at, ">");
         constexpr std::string_view kEntity = "<!ENTITY";
         if (text.substr(at).starts_with(kEntity)) {
             readEntity(text.substr(at + kEntity.size(), end - at - kEntity.size()), at, entities);
         }
         at = end + 1;
     }
+    return std::min(at, text.size());
 }
 
 // The place behind the "[" of the document type, npos without one.
@@ -88,11 +66,11 @@ std::size_t findSubset(std::string_view text) {
         if (isSpace(text[at])) {
             ++at;
         } else if (text.substr(at).starts_with("<!DOCTYPE")) {
-            while (at < text.size() && text[at] != '[' && text[at] != '>') {
-                at = text[at] == '"' || text[at] == '\'' ? skipQuoted(text, at) : at + 1;
-            }
+            at = findUnquoted(text, at, "[>");
             return at < text.size() && text[at] == '[' ? at + 1 : text.npos;
-        } else if (!skipOpaque(text, at)) {
+        } else if (const std::size_t next = skipOpaque(text, at); next != at) {
+            at = next;
+        } else {
             return text.npos;
         }
     }
@@ -142,7 +120,7 @@ bool Expander::append(std::string_view text, std::size_t limit, int depth, bool 
     std::size_t at = 0;
     while ((at = text.find_first_of(isDocument ? "&<" : "&", at)) != text.npos) {
         if (text[at] == '<') {
-            if (!skipOpaque(text, at)) ++at;
+            at = std::max(at + 1, skipOpaque(text, at));
             continue;
         }
         const std::size_t end = text.find_first_of("; \t\r\n<&\"'", at + 1);
@@ -171,17 +149,11 @@ bool expandEntities(std::string& text, EntityError& error, std::vector<EntityUse
     const std::size_t subset = findSubset(text);
     if (subset == text.npos) return true;
     Entities entities;
-    readSubset(text, subset, entities);
+    const std::size_t body = readSubset(text, subset, entities);
     for (const char* predefined : {"amp", "lt", "gt", "quot", "apos"}) entities.erase(predefined);
     if (entities.empty()) return true;
 
     // The declarations themselves stay as they are.
-    std::size_t body = subset;
-    while (body < text.size() && text[body] != ']') {
-        if (skipOpaque(text, body)) continue;
-        body = text[body] == '<' ? declarationEnd(text, body) + 1 : body + 1;
-    }
-    body = std::min(body, text.size());
     std::string out = text.substr(0, body);
     Expander expander(entities, error, uses);
     if (!expander.append(std::string_view(text).substr(body), text.size() + kLargestGrowth, 0, true, out)) {

@@ -8,36 +8,23 @@ namespace svg {
 
 namespace {
 
-std::size_t behindText(std::string_view text, std::size_t from, std::string_view wanted) {
-    const std::size_t found = text.find(wanted, from);
-    return found == text.npos ? text.size() : found + wanted.size();
-}
-
-// Behind a comment, a CDATA section, a processing instruction or a document type that starts at `at`; `at`
-// itself where an element's tag starts.
+// Behind what starts at `at` and is no element's tag; `at` itself where one starts.
 std::size_t skipNoTag(std::string_view text, std::size_t at) {
-    if (text[at + 1] == '?') return behindText(text, at + 2, "?>");
-    if (text[at + 1] != '!') return at;
-    if (text.substr(at, 4) == "<!--") return behindText(text, at + 4, "-->");
-    if (text.substr(at, 9) == "<![CDATA[") return behindText(text, at + 9, "]]>");
+    if (text[at + 1] != '?' && text[at + 1] != '!') return at;
+    const std::size_t behindOpaque = skipOpaque(text, at);
+    if (behindOpaque != at) return behindOpaque;
+    // A document type, with declarations inside.
     int depth = 0;
-    for (std::size_t i = at; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '"' || c == '\'') {
-            i = std::min(text.find(c, i + 1), text.size());
-        } else if (c == '<' && i > at && (text.substr(i, 4) == "<!--" || text.substr(i, 2) == "<?")) {
-            i = skipNoTag(text, i) - 1;
-        } else if (c == '<') {
-            ++depth;
-        } else if (c == '>' && --depth == 0) {
-            return i + 1;
+    for (std::size_t i = at; (i = findUnquoted(text, i, "<>")) < text.size();) {
+        const std::size_t inside = i > at ? skipOpaque(text, i) : i;
+        if (inside != i) {
+            i = inside;
+            continue;
         }
+        depth += text[i++] == '<' ? 1 : -1;
+        if (depth == 0) return i;
     }
     return text.size();
-}
-
-bool endsName(char c) {
-    return isSpace(c) || c == '=' || c == '/' || c == '>';
 }
 
 std::string_view localName(std::string_view name) {
@@ -81,31 +68,10 @@ void collectReferences(std::uint32_t element, const SourceAttribute& attribute,
 
 }  // namespace
 
-std::size_t behindName(std::string_view text, std::size_t begin) {
-    std::size_t at = begin + 1;
-    while (at < text.size() && !endsName(text[at])) ++at;
-    return at;
-}
-
 std::string_view prefixOf(std::string_view text, const SourceElement& element) {
     const std::size_t from = element.begin + 1;
     const std::string_view name = text.substr(from, behindName(text, element.begin) - from);
     return name.substr(0, name.find(':') + 1);
-}
-
-bool takeAttribute(std::string_view text, std::size_t& at, SourceAttribute& attribute) {
-    while (at < text.size() && isSpace(text[at])) ++at;
-    if (at >= text.size() || text[at] == '>' || text[at] == '/') return false;
-    const std::size_t name = at;
-    while (at < text.size() && !endsName(text[at])) ++at;
-    attribute.name = text.substr(name, at - name);
-    while (at < text.size() && (isSpace(text[at]) || text[at] == '=')) ++at;
-    if (at >= text.size() || (text[at] != '"' && text[at] != '\'')) return false;
-    const std::size_t value = at + 1;
-    const std::size_t close = std::min(text.find(text[at], value), text.size());
-    attribute.value = text.substr(value, close - value);
-    at = std::min(close + 1, text.size());
-    return true;
 }
 
 SourceElements::SourceElements(std::string_view drawing) : text(drawing) {
@@ -117,14 +83,13 @@ SourceElements::SourceElements(std::string_view drawing) : text(drawing) {
     };
     std::size_t at = 0;
     while ((at = text.find('<', at)) != text.npos && at + 1 < text.size()) {
-        const std::size_t behind = skipNoTag(text, at);
-        if (behind != at) {
-            at = behind;
+        if (const std::size_t next = skipNoTag(text, at); next != at) {
+            at = next;
             continue;
         }
         if (text[at + 1] == '/') {
             const std::size_t begin = at;
-            at = behindText(text, at, ">");
+            at = behind(text, at, ">");
             if (open == kNoElement) continue;
             const SourceElement& closed = elements[open];
             if (closed.kind == Element::style)
@@ -145,7 +110,7 @@ SourceElements::SourceElements(std::string_view drawing) : text(drawing) {
             else
                 collectReferences(number, attribute, references);
         }
-        at = behindText(text, at, ">");
+        at = behind(text, at, ">");
         element.content = static_cast<std::uint32_t>(at);
         elements.push_back(element);
         open = number;

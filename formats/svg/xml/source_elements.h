@@ -11,6 +11,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "formats/svg/xml/tag_scan.h"
 #include "formats/svg/xml/vocabulary.h"
 
 namespace svg {
@@ -35,15 +36,6 @@ struct SourceReference {
     std::string_view id;
 };
 
-// An attribute in a start tag; both views lie in the text.
-struct SourceAttribute {
-    std::string_view name;
-    std::string_view value;  // as written, entities included
-};
-// Takes the next attribute of a start tag from `at`, an offset behind the tag's name. False at the end.
-bool takeAttribute(std::string_view text, std::size_t& at, SourceAttribute& attribute);
-// The offset behind the name of the element that begins at `begin`.
-std::size_t behindName(std::string_view text, std::size_t begin);
 // What stands before the ":" of an element's name, that included; often nothing.
 std::string_view prefixOf(std::string_view text, const SourceElement& element);
 

@@ -18,8 +18,7 @@ struct TextEdit {
 };
 
 // Calls keep(from, to) for every stretch that stays and put(text) for what is put in. At the same
-// place, what is only put in comes first; an edit that starts within what an earlier one takes away is not
-// made.
+// place, insertions come first; an edit that starts inside a range that is already replaced is dropped.
 inline void applyEdits(std::vector<TextEdit>& edits, std::size_t begin, std::size_t end, auto keep,
                        auto put) {
     std::ranges::stable_sort(edits, {},

@@ -44,46 +44,7 @@ constexpr auto kElements = makeWordTable<Element>({
     {"style", Element::style},
 });
 
-constexpr auto kPlainAttributes = makeWordTable<Attribute>({
-    {"id", Attribute::id},
-    {"class", Attribute::class_},
-    {"style", Attribute::style},
-    {"transform", Attribute::transform},
-    {"href", Attribute::href},
-    {"viewBox", Attribute::viewBox},
-    {"preserveAspectRatio", Attribute::preserveAspectRatio},
-    {"systemLanguage", Attribute::systemLanguage},
-    {"requiredExtensions", Attribute::requiredExtensions},
-    {"x", Attribute::x},
-    {"y", Attribute::y},
-    {"width", Attribute::width},
-    {"height", Attribute::height},
-    {"cx", Attribute::cx},
-    {"cy", Attribute::cy},
-    {"r", Attribute::r},
-    {"rx", Attribute::rx},
-    {"ry", Attribute::ry},
-    {"x1", Attribute::x1},
-    {"y1", Attribute::y1},
-    {"x2", Attribute::x2},
-    {"y2", Attribute::y2},
-    {"points", Attribute::points},
-    {"d", Attribute::d},
-    {"fill", Attribute::fill},
-    {"stroke", Attribute::stroke},
-    {"color", Attribute::color},
-    {"display", Attribute::display},
-    {"visibility", Attribute::visibility},
-    {"font-size", Attribute::fontSize},
-    {"text-anchor", Attribute::textAnchor},
-    {"filter", Attribute::filter},
-    {"mask", Attribute::mask},
-    {"clip-path", Attribute::clipPath},
-    {"stop-color", Attribute::stopColor},
-});
-
 constexpr PackedWordTable kShortElements(kElements);
-constexpr PackedWordTable kShortPlainAttributes(kPlainAttributes);
 
 constexpr auto kInkscapeAttributes = makeWordTable<Attribute>({
     {"label", Attribute::label},
@@ -131,17 +92,8 @@ Element kindOfName(const char* qualifiedName) {
     return findElement(colon != nullptr ? colon + 1 : qualifiedName);
 }
 
-Attribute findPlainAttribute(const char* name) {
-    const char* rest = name;
-    const std::uint64_t key = packWord(rest);
-    if (*rest == '\0') return kShortPlainAttributes.find(key, Attribute::unknown);
-    return kPlainAttributes.find(name, Attribute::unknown);
-}
-
 Attribute findAttribute(Namespace space, std::string_view localName) {
     switch (space) {
-        case Namespace::none:
-            return kPlainAttributes.find(localName, Attribute::unknown);
         case Namespace::xlink:
             return localName == "href" ? Attribute::href : Attribute::unknown;
         case Namespace::inkscape:

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "formats/svg/values/word_table.h"
+
 namespace svg {
 
 enum class Element : std::uint8_t {
@@ -75,18 +77,6 @@ enum class Attribute : std::uint8_t {
     y2,
     points,
     d,
-    // Presentation attributes, in the order of Property.
-    fill,
-    stroke,
-    color,
-    display,
-    visibility,
-    fontSize,
-    textAnchor,
-    filter,
-    mask,
-    clipPath,
-    stopColor,
     // Of other namespaces.
     label,
     groupMode,
@@ -103,11 +93,38 @@ enum class Attribute : std::uint8_t {
 
 enum class Namespace : std::uint8_t { svg, xlink, inkscape, sodipodi, kz, none, other };
 
+// Attributes without a prefix, but for presentation attributes (style/properties.h).
+constexpr Word<Attribute> kPlainAttributes[] = {
+    {"id", Attribute::id},
+    {"class", Attribute::class_},
+    {"style", Attribute::style},
+    {"transform", Attribute::transform},
+    {"href", Attribute::href},
+    {"viewBox", Attribute::viewBox},
+    {"preserveAspectRatio", Attribute::preserveAspectRatio},
+    {"systemLanguage", Attribute::systemLanguage},
+    {"requiredExtensions", Attribute::requiredExtensions},
+    {"x", Attribute::x},
+    {"y", Attribute::y},
+    {"width", Attribute::width},
+    {"height", Attribute::height},
+    {"cx", Attribute::cx},
+    {"cy", Attribute::cy},
+    {"r", Attribute::r},
+    {"rx", Attribute::rx},
+    {"ry", Attribute::ry},
+    {"x1", Attribute::x1},
+    {"y1", Attribute::y1},
+    {"x2", Attribute::x2},
+    {"y2", Attribute::y2},
+    {"points", Attribute::points},
+    {"d", Attribute::d},
+};
+
 Element findElement(std::string_view localName);
 // The kind of an element of this qualified name, whatever its prefix.
 Element kindOfName(const char* qualifiedName);
-// An attribute without a prefix, by its terminated name.
-Attribute findPlainAttribute(const char* name);
+// An attribute with a prefix.
 Attribute findAttribute(Namespace space, std::string_view localName);
 Namespace findNamespace(std::string_view uri);
 

@@ -1,5 +1,4 @@
-// The bounding box of an element in its user space, found when it is first asked for: most elements never
-// need theirs.
+// The bounding box of an element in its user space, computed on first use: most elements never need theirs.
 #pragma once
 
 #include <optional>

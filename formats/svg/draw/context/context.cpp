@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "formats/svg/draw/context/blend_mode.h"
 #include "formats/svg/draw/context/pixel_area.h"
+#include "formats/svg/values/blend_mode.h"
 
 namespace svg {
 
@@ -22,14 +22,15 @@ std::size_t repeatable(std::size_t elements) {
 
 }  // namespace
 
-DrawContext::DrawContext(const std::string& text, const View& root, ACanvas& canvas)
+DrawContext::DrawContext(const std::string& text, const UserSpace& root, ACanvas& canvas)
     : m_tree(text), m_root(root), m_blends(asksForBlending(text)), m_canvas(&canvas) {
     readSheets();
     restart(root, canvas);
 }
 
-DrawContext::DrawContext(const std::string& text, const View& root, ADisplayRecorder& recorder)
+DrawContext::DrawContext(const std::string& text, const UserSpace& root, ADisplayRecorder& recorder)
     : m_tree(text),
+      m_styles(Vocabulary::drawing),
       m_root(root),
       m_blends(asksForBlending(text)),
       m_canvas(nullptr),
@@ -45,7 +46,7 @@ void DrawContext::readSheets() {
     for (const pugi::xml_node style : m_tree.styles()) m_styles.sheet().add(styleText(style));
 }
 
-void DrawContext::restart(const View& root, ACanvas& canvas) {
+void DrawContext::restart(const UserSpace& root, ACanvas& canvas) {
     m_root = root;
     m_canvas = &canvas;
     m_clipBounds = canvas.clipBounds();
@@ -131,15 +132,15 @@ bool DrawContext::takeGroup(std::size_t pixels) {
     return true;
 }
 
-DrawStyle DrawContext::styleAt(pugi::xml_node element) {
+Style DrawContext::styleAt(pugi::xml_node element) {
     std::vector<pugi::xml_node> chain;
     for (pugi::xml_node at = element; at.type() == pugi::node_element; at = at.parent()) chain.push_back(at);
-    DrawStyle style;
-    DrawStyle room;
-    DrawAttributes attributes;
+    Style style;
+    Style room;
+    AttributeSet attributes;
     for (std::size_t i = chain.size(); i-- > 0;) {
         attributes.read(chain[i]);
-        const DrawStyle& own = m_styles.compute(chain[i], attributes, style, m_root, room);
+        const Style& own = styleOf(chain[i], attributes, style, m_root, room);
         if (&own != &style) style = own;
     }
     style.displayed = true;

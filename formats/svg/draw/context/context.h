@@ -3,21 +3,22 @@
 //     void paintMarker(DrawContext& context, pugi::xml_node marker, …) {
 //         const DrawContext::Visit visit(context, marker);
 //         if (!visit) return;                       // it is being drawn already, or too much was drawn
-//         View view = …;                            // from the marker's content to the canvas's pixels
-//         context.paintChildren(marker, context.styleAt(marker), view);
+//         UserSpace space = …;                      // from the marker's content to the canvas's pixels
+//         context.paintChildren(marker, context.styleAt(marker), space);
 //     }
 //
-// In pictures View::toDrawing leads to the pixels of the current canvas. Drawings are untrusted: whatever is
-// reached by a reference is entered through a Visit.
+// In pictures UserSpace::toDrawing leads to the pixels of the current canvas. Drawings are untrusted: enter
+// whatever a reference leads to through a Visit.
 #pragma once
 
 #include <array>
 #include <memory>
 #include <vector>
 
-#include "formats/svg/draw/context/draw_style.h"
 #include "formats/svg/draw/context/drawing_tree.h"
 #include "kzcore/display/display_recorder.h"
+#include "formats/svg/style/style_resolver.h"
+#include "formats/svg/tree/user_space.h"
 
 namespace svg {
 
@@ -41,29 +42,28 @@ enum class CacheOf : std::uint8_t {
 // An element that is being drawn.
 struct DrawnElement {
     pugi::xml_node node;
-    const DrawAttributes& attributes;
-    const DrawStyle& style;
+    const AttributeSet& attributes;
+    const Style& style;
     // From the element's own user space, its transform included; what percentages refer to.
-    const View& view;
+    const UserSpace& space;
 };
 
 class DrawContext {
 public:
-    DrawContext(const std::string& text, const View& root, ACanvas& canvas);
+    DrawContext(const std::string& text, const UserSpace& root, ACanvas& canvas);
     // Records a display list: pixels are then units of the drawing, and everything can be reached.
-    DrawContext(const std::string& text, const View& root, ADisplayRecorder& recorder);
+    DrawContext(const std::string& text, const UserSpace& root, ADisplayRecorder& recorder);
     virtual ~DrawContext();
     DrawContext(const DrawContext&) = delete;
     DrawContext& operator=(const DrawContext&) = delete;
 
     DrawingTree& tree() { return m_tree; }
-    DrawStyleResolver& styles() { return m_styles; }
 
     // Whether something in the drawing has a mix-blend-mode.
     bool blends() const { return m_blends; }
 
     // Starts anew on another canvas, at another scale.
-    void restart(const View& root, ACanvas& canvas);
+    void restart(const UserSpace& root, ACanvas& canvas);
 
     // Where drawing is recorded; null where it is drawn, as on the images that a recording needs itself.
     ADisplayRecorder* recorder() { return m_recorder; }
@@ -76,8 +76,8 @@ public:
     const RECT& clipBounds() const { return m_clipBounds; }
     void pushClip(const APath& path, const AAffine& toPixels, EFillRule rule);
     void popClip();
-    // To be called with the pixels that are about to be drawn on, at least: the picture of a group is put on
-    // the canvas below where it was touched.
+    // Call it with the pixels that are about to be drawn on, or more: only the touched part of a group's
+    // picture is put on the canvas below.
     void touch(const RECT& area);
     const RECT& touched() const { return m_touched; }
 
@@ -117,23 +117,28 @@ public:
     // The same for those that keep the order themselves.
     bool enterReference(pugi::xml_node node);
     void leaveReference() { m_visited.pop_back(); }
-    // Takes elements (or a similar amount of work) from what may still be repeated; false when there is no
-    // more.
+    // Takes elements (or a similar amount of work) from the budget of repetition; false when it is spent.
     bool spend(std::size_t elements);
 
     // Counts the pixels of the pictures of groups that are open; false when there are too many.
     bool takeGroup(std::size_t pixels);
     void releaseGroup(std::size_t pixels) { m_groupPixels -= pixels; }
 
+    // The computed style of an element inside one of the style `parent`: `room`, or the parent's own.
+    // `around`: the user space in which the element stands, which percentages refer to.
+    const Style& styleOf(pugi::xml_node element, const AttributeSet& attributes, const Style& parent,
+                         const UserSpace& around, Style& room) {
+        return m_styles.compute(element, attributes, {parent, around.width, around.height}, room);
+    }
     // The style of an element as it stands in the tree, with what it inherits there: for patterns, markers,
     // masks and clip paths, which do not inherit from what refers to them. It counts as displayed, as
     // definitions show wherever they stand.
-    DrawStyle styleAt(pugi::xml_node element);
-    const View& rootView() const { return m_root; }
+    Style styleAt(pugi::xml_node element);
+    const UserSpace& rootSpace() const { return m_root; }
 
-    // Draws the children of an element with all their content on the current canvas. `style`, `view`: those
+    // Draws the children of an element with all their content on the current canvas. `style`, `space`: those
     // of the element. No view filter is asked.
-    virtual void paintChildren(pugi::xml_node parent, const DrawStyle& style, const View& view) = 0;
+    virtual void paintChildren(pugi::xml_node parent, const Style& style, const UserSpace& space) = 0;
     // The extent of an element's geometry with its content, without strokes, in its own user space: what
     // objectBoundingBox units refer to. The element's own transform is not included.
     virtual AFRect boundsOf(const DrawnElement& element) = 0;
@@ -150,8 +155,8 @@ private:
     void readSheets();
 
     DrawingTree m_tree;
-    DrawStyleResolver m_styles;
-    View m_root;
+    StyleResolver m_styles;
+    UserSpace m_root;
     bool m_blends;
     ACanvas* m_canvas;
     ADisplayRecorder* m_recorder = nullptr;

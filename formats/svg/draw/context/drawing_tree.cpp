@@ -5,7 +5,7 @@
 #include <new>
 
 #include "formats/svg/values/text_scan.h"
-#include "formats/svg/xml/attributes.h"
+#include "formats/svg/xml/namespaces.h"
 
 namespace svg {
 

@@ -21,8 +21,7 @@ inline RECT intersection(const RECT& a, const RECT& b) {
             std::min(a.bottom, b.bottom)};
 }
 
-// The pixels that a box touches, with a margin all around. What is too far away is cut, what is not finite is
-// everything.
+// The pixels that a box touches, with a margin all around. Clamps to kFarPixels, infinite edges included.
 inline RECT pixelsAround(const AFRect& box, double margin) {
     const auto cut = [](double value, double otherwise) {
         return static_cast<LONG>(std::isfinite(value) ? std::clamp(value, -kFarPixels, kFarPixels)

@@ -73,7 +73,7 @@ struct Scale {
     double x, y;
 };
 Scale scaleOf(const FilterArea& area) {
-    const Affine& t = area.view.toDrawing;
+    const Affine& t = area.space.toDrawing;
     return {std::hypot(t.a, t.b), std::hypot(t.c, t.d)};
 }
 
@@ -82,7 +82,7 @@ bool readDropShadow(std::string_view arguments, const FilterArea& area, FilterSt
     double lengths[3]{};
     int count = 0;
     bool hasColor = false;
-    const LengthContext context{area.style.fontSize, area.view.width, area.view.height};
+    const LengthContext context{area.style.fontSize, area.space.width, area.space.height};
     while (!(arguments = trimFront(arguments)).empty()) {
         std::uint32_t rgb = 0;
         std::uint8_t alpha = 255;
@@ -101,7 +101,7 @@ bool readDropShadow(std::string_view arguments, const FilterArea& area, FilterSt
     if (count < 2 || lengths[2] < 0) return false;
     const Scale scale = scaleOf(area);
     makeDropShadow(step, lengths[2] * scale.x, lengths[2] * scale.y,
-                   area.view.toDrawing.applyLinear({lengths[0], lengths[1]}),
+                   area.space.toDrawing.applyLinear({lengths[0], lengths[1]}),
                    colorValues(color, area.style.color, 1, false));
     return true;
 }

@@ -18,61 +18,41 @@ pugi::xml_node findFilter(DrawContext& context, std::string_view id) {
     return kindOf(node) == Element::filter ? node : pugi::xml_node();
 }
 
-// Calls useElement(node) or useFunction(name, arguments) for the parts of the property; false as soon as one
-// of them is.
-template <class UseElement, class UseFunction>
-bool forEachFilter(DrawContext& context, std::string_view property, UseElement useElement,
-                   UseFunction useFunction) {
-    std::size_t count = 0;
-    for (property = trim(property); !property.empty(); property = trimFront(property)) {
-        if (++count > kMostFilters) return false;
-        std::string_view id;
-        if (takeUrl(property, id)) {
-            const pugi::xml_node node = findFilter(context, id);
-            if (!node || !useElement(node)) return false;
-            continue;
-        }
-        const std::size_t open = property.find('(');
-        if (open == property.npos) return false;
-        std::size_t close = open;
-        for (int depth = 0; close < property.size(); ++close) {
-            depth += property[close] == '(' ? 1 : property[close] == ')' ? -1 : 0;
-            if (depth == 0) break;
-        }
-        if (close == property.size()) return false;
-        if (!useFunction(trim(property.substr(0, open)), trim(property.substr(open + 1, close - open - 1))))
-            return false;
-        property.remove_prefix(close + 1);
+// Takes the next function of the property: name(arguments), which may hold parentheses of their own.
+bool takeFunction(std::string_view& property, std::string_view& name, std::string_view& arguments) {
+    const std::size_t open = property.find('(');
+    if (open == property.npos) return false;
+    std::size_t close = open;
+    for (int depth = 0; close < property.size(); ++close) {
+        depth += property[close] == '(' ? 1 : property[close] == ')' ? -1 : 0;
+        if (depth == 0) break;
     }
-    return count > 0;
+    if (close == property.size()) return false;
+    name = trim(property.substr(0, open));
+    arguments = trim(property.substr(open + 1, close - open - 1));
+    property.remove_prefix(close + 1);
+    return true;
 }
 
 }  // namespace
 
 bool readFilters(DrawContext& context, const FilterArea& area, std::vector<FilterGraph>& graphs) {
     graphs.clear();
-    return forEachFilter(
-        context, area.filter,
-        [&](pugi::xml_node node) {
+    for (std::string_view rest = trim(area.filter); !rest.empty(); rest = trimFront(rest)) {
+        if (graphs.size() == kMostFilters) return false;
+        std::string_view id;
+        if (takeUrl(rest, id)) {
+            const pugi::xml_node node = findFilter(context, id);
+            if (!node) return false;
             graphs.push_back(FilterReader(context, area, node).read());
-            return true;
-        },
-        [&](std::string_view name, std::string_view arguments) {
-            graphs.emplace_back();
-            return readFilterFunction(name, arguments, area, graphs.back());
-        });
-}
-
-bool findFilters(DrawContext& context, std::string_view property) {
-    const View view;
-    const DrawStyle style;
-    const FilterArea area{property, {}, view, style};
-    return forEachFilter(
-        context, property, [](pugi::xml_node) { return true; },
-        [&](std::string_view name, std::string_view arguments) {
-            FilterGraph graph;
-            return readFilterFunction(name, arguments, area, graph);
-        });
+            continue;
+        }
+        std::string_view name, arguments;
+        graphs.emplace_back();
+        if (!takeFunction(rest, name, arguments) || !readFilterFunction(name, arguments, area, graphs.back()))
+            return false;
+    }
+    return !graphs.empty();
 }
 
 ColorValues colorValues(const Paint& paint, std::uint32_t currentColor, double opacity, bool linear) {

@@ -1,9 +1,9 @@
 // A filter, read for one element at one resolution: steps that make images out of images.
 //
 //     std::vector<FilterGraph> graphs;
-//     if (!readFilters(context, area, graphs)) …;                // the element is drawn without a filter
+//     const bool isFiltered = readFilters(context, {style.own.filter, box, space, style}, graphs);
 //
-// Rectangles are pixels of the canvas that FilterArea::view leads to.
+// Rectangles are pixels of the canvas that FilterArea::space leads to.
 #pragma once
 
 #include <functional>
@@ -43,11 +43,8 @@ constexpr double kEndlessReach = std::numeric_limits<double>::infinity();
 // Further steps of one filter are left out.
 constexpr std::size_t kMostFilterSteps = 128;
 
-// The filter element or the functions that a property names, in order. False when one of them is not there or
-// not understood.
+// The filter elements and functions of a property, in order. False when one is missing or unknown.
 bool readFilters(DrawContext& context, const FilterArea& area, std::vector<FilterGraph>& graphs);
-// The same without reading what they do.
-bool findFilters(DrawContext& context, std::string_view property);
 
 // A function such as blur(2px); false when it is unknown or its arguments are wrong.
 bool readFilterFunction(std::string_view name, std::string_view arguments, const FilterArea& area,

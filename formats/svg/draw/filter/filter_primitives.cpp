@@ -3,11 +3,11 @@
 #include <cmath>
 #include <optional>
 
-#include "formats/svg/draw/context/blend_mode.h"
 #include "formats/svg/draw/filter/filter_light.h"
 #include "formats/svg/draw/filter/filter_reader.h"
 #include "formats/svg/draw/filter/filter_turbulence.h"
 #include "formats/svg/draw/filter/pixel_values.h"
+#include "formats/svg/values/blend_mode.h"
 #include "formats/svg/values/text_scan.h"
 
 namespace svg {
@@ -90,7 +90,7 @@ void FilterReader::readOffset(FilterStep& step) {
 }
 
 void FilterReader::readFlood(FilterStep& step) {
-    const DrawStyle::Own& own = m_style.own;
+    const OwnStyle& own = m_style.own;
     step.linear = false;
     const ColorValues color = colorValues(own.floodColor, m_style.color, own.floodOpacity, false);
     step.inputs = {kTransparent};
@@ -169,7 +169,7 @@ void FilterReader::readTransfer(FilterStep& step) {
 void FilterReader::readDropShadow(FilterStep& step) {
     const AFPoint deviation = pair("stdDeviation", {2, 2});
     const AFPoint pixels = sizeInPixels({std::max(deviation.x, 0.0), std::max(deviation.y, 0.0)});
-    const DrawStyle::Own& own = m_style.own;
+    const OwnStyle& own = m_style.own;
     makeDropShadow(step, pixels.x, pixels.y, vectorInPixels({number("dx", 2), number("dy", 2)}),
                    colorValues(own.floodColor, m_style.color, own.floodOpacity, step.linear));
 }
@@ -203,7 +203,7 @@ void FilterReader::readTurbulence(FilterStep& step) {
     settings.tileY = tile.top;
     settings.tileWidth = tile.Width();
     settings.tileHeight = tile.Height();
-    const std::optional<Affine> toUser = m_area.view.toDrawing.inverse();
+    const std::optional<Affine> toUser = m_area.space.toDrawing.inverse();
     step.inputs = {kTransparent};
     if (!toUser) return;
     step.apply = [settings, toUser](const StepInputs& in) {
@@ -226,7 +226,7 @@ void FilterReader::readLighting(FilterStep& step) {
     light.specular = splitName(m_node.name()).local == "feSpecularLighting";
     light.strength = std::max(0.0, number(light.specular ? "specularConstant" : "diffuseConstant", 1));
     light.shininess = std::clamp(number("specularExponent", 1), 1.0, 128.0);
-    const double scale = m_area.view.toDrawing.scale();
+    const double scale = m_area.space.toDrawing.scale();
     light.surfaceScale = number("surfaceScale", 1) * scale;
     light.color = colorValues(m_style.own.lightingColor, m_style.color, 1, step.linear);
     constexpr Choice<Light::Kind> kKinds[] = {{"feDistantLight", Light::Kind::distant},
@@ -249,7 +249,7 @@ void FilterReader::readLighting(FilterStep& step) {
     const auto place = [&](const char* x, const char* y, const char* z) {
         AFPoint at{numberOf(source, x), numberOf(source, y)};
         if (m_boxPrimitives) at = m_fromUnit.apply(at);
-        at = m_area.view.toDrawing.apply(at);
+        at = m_area.space.toDrawing.apply(at);
         return Vector3{at.x, at.y, numberOf(source, z) * scale};
     };
     light.at = place("x", "y", "z");

@@ -51,14 +51,14 @@ const FilterReader::Primitive FilterReader::kPrimitives[] = {
 
 FilterReader::FilterReader(DrawContext& context, const FilterArea& area, pugi::xml_node filter)
     : m_context(context), m_area(area), m_filter(filter), m_hasBox(boxUnits(area.box, m_fromUnit)) {
-    const Affine& t = area.view.toDrawing;
+    const Affine& t = area.space.toDrawing;
     m_scale = {std::hypot(t.a, t.b), std::hypot(t.c, t.d)};
     m_boxPrimitives = equalsNoCase(textOf(filter, "primitiveUnits"), "objectboundingbox");
 }
 
 FilterGraph FilterReader::read() {
     const bool ofBox = !equalsNoCase(textOf(m_filter, "filterUnits"), "userspaceonuse");
-    const LengthContext lengths{m_area.style.fontSize, m_area.view.width, m_area.view.height};
+    const LengthContext lengths{m_area.style.fontSize, m_area.space.width, m_area.space.height};
     const AFRect& box = m_area.box;
     const AFRect usual = ofBox ? AFRect{box.left - box.Width() / 10, box.top - box.Height() / 10,
                                         box.right + box.Width() / 10, box.bottom + box.Height() / 10}
@@ -66,8 +66,8 @@ FilterGraph FilterReader::read() {
                                         lengths.viewportWidth * 1.1, lengths.viewportHeight * 1.1};
     if ((ofBox || m_boxPrimitives) && !m_hasBox) return {};
     m_region = readRect(m_filter, ofBox, m_fromUnit, lengths, usual);
-    if (m_region.IsRectEmpty() || !m_area.view.toDrawing.isFinite()) return {};
-    m_graph.region = pixelRect(rectBounds(m_area.view.toDrawing, m_region));
+    if (m_region.IsRectEmpty() || !m_area.space.toDrawing.isFinite()) return {};
+    m_graph.region = pixelRect(rectBounds(m_area.space.toDrawing, m_region));
     for (m_node = m_filter.first_child(); m_node; m_node = m_node.next_sibling()) {
         if (m_node.type() != pugi::node_element || m_graph.steps.size() >= kMostFilterSteps) continue;
         const std::string_view name = splitName(m_node.name()).local;
@@ -82,7 +82,7 @@ void FilterReader::readStep(const Primitive& primitive) {
     m_style = m_context.styleAt(m_node);
     FilterStep step;
     step.linear = m_style.linearFilters;
-    step.area = intersection(pixelRect(rectBounds(m_area.view.toDrawing, subregion())), m_graph.region);
+    step.area = intersection(pixelRect(rectBounds(m_area.space.toDrawing, subregion())), m_graph.region);
     if (primitive.inputs > 0) step.inputs.push_back(inputOf(m_node, "in"));
     if (primitive.inputs > 1) step.inputs.push_back(inputOf(m_node, "in2"));
     (this->*primitive.read)(step);
@@ -107,7 +107,7 @@ int FilterReader::inputOf(pugi::xml_node node, const char* attribute) const {
 }
 
 AFRect FilterReader::subregion() const {
-    const LengthContext lengths{m_style.fontSize, m_area.view.width, m_area.view.height};
+    const LengthContext lengths{m_style.fontSize, m_area.space.width, m_area.space.height};
     return readRect(m_node, m_boxPrimitives, m_fromUnit, lengths, m_region);
 }
 
@@ -132,7 +132,7 @@ std::string_view FilterReader::word(const char* name) const {
 
 AFPoint FilterReader::vectorInPixels(AFPoint v) const {
     if (m_boxPrimitives) v = {v.x * m_fromUnit.a, v.y * m_fromUnit.d};
-    return m_area.view.toDrawing.applyLinear(v);
+    return m_area.space.toDrawing.applyLinear(v);
 }
 
 AFPoint FilterReader::sizeInPixels(AFPoint size) const {

@@ -56,7 +56,7 @@ private:
     const FilterArea& m_area;
     pugi::xml_node m_filter;
     pugi::xml_node m_node;  // the primitive being read
-    DrawStyle m_style;      // its style
+    Style m_style;          // its style
     Affine m_fromUnit;      // from the unit square to the box
     bool m_hasBox;
     bool m_boxPrimitives;  // their numbers are parts of the box

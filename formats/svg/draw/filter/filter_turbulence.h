@@ -1,5 +1,4 @@
-// Perlin noise, point by point the same on every machine: the standard for drawings defines it down to its
-// random numbers.
+// Perlin noise with the random numbers that SVG prescribes: every machine computes the same pixels.
 #pragma once
 
 #include <array>

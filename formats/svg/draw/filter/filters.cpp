@@ -130,17 +130,19 @@ private:
 
 }  // namespace
 
-bool hasFilter(DrawContext& context, std::string_view filter) {
-    return findFilters(context, filter);
+ElementFilter::ElementFilter() = default;
+ElementFilter::~ElementFilter() = default;
+
+bool ElementFilter::read(DrawContext& context, const FilterArea& area) {
+    return readFilters(context, area, m_graphs);
 }
 
-RECT filterBounds(DrawContext& context, const FilterArea& area, const RECT& visible) {
-    std::vector<FilterGraph> graphs;
-    if (isEmpty(visible) || !readFilters(context, area, graphs)) return visible;
+RECT ElementFilter::bounds(const RECT& visible) const {
+    if (isEmpty(visible)) return visible;
     const double most = std::max({visible.right - visible.left, visible.bottom - visible.top, kUsualMargin});
     RECT bounds = visible;
-    for (std::size_t i = graphs.size(); i-- > 0;) {
-        const FilterGraph& graph = graphs[i];
+    for (std::size_t i = m_graphs.size(); i-- > 0;) {
+        const FilterGraph& graph = m_graphs[i];
         bounds = intersection(bounds, graph.region);
         if (isEmpty(bounds) || graph.steps.empty()) return {};
         double reach = 0;
@@ -155,11 +157,9 @@ RECT filterBounds(DrawContext& context, const FilterArea& area, const RECT& visi
                                  visible.bottom + margin});
 }
 
-ABox filterReach(DrawContext& context, const FilterArea& area) {
-    std::vector<FilterGraph> graphs;
+ABox ElementFilter::reach() const {
     ABox reach;
-    if (!readFilters(context, area, graphs)) return reach;
-    for (const FilterGraph& graph : graphs) {
+    for (const FilterGraph& graph : m_graphs) {
         const RECT& region = graph.region;
         reach.add(ABox::around({static_cast<double>(region.left), static_cast<double>(region.top),
                                 static_cast<double>(region.right), static_cast<double>(region.bottom)}));
@@ -167,10 +167,10 @@ ABox filterReach(DrawContext& context, const FilterArea& area) {
     return reach;
 }
 
-void applyFilter(DrawContext& context, const FilterArea& area, AImage& image, POINT origin) {
-    std::vector<FilterGraph> graphs;
-    if (image.empty() || !readFilters(context, area, graphs)) return;
-    for (const FilterGraph& graph : graphs) image = FilterRun(graph, std::move(image), origin).run();
+void ElementFilter::apply(AImage& image, POINT origin) const {
+    for (const FilterGraph& graph : m_graphs) {
+        if (!image.empty()) image = FilterRun(graph, std::move(image), origin).run();
+    }
 }
 
 }  // namespace svg

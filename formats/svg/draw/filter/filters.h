@@ -1,8 +1,11 @@
 // Filters: what they do to the picture of an element.
 //
-//     FilterArea area{style.filter, boundsInUserSpace, view};
-//     RECT pixels = filterBounds(context, area, visible);       // the element is painted on these
-//     applyFilter(context, area, image, {pixels.left, pixels.top});
+//     ElementFilter filter;
+//     if (filter.read(context, {style.own.filter, boundsInUserSpace, space, style})) {
+//         const RECT pixels = filter.bounds(visible);            // the element is painted on these
+//         AImage image = paintElement(pixels);
+//         filter.apply(image, {pixels.left, pixels.top});
+//     }
 #pragma once
 
 #include "formats/svg/draw/context/context.h"
@@ -13,21 +16,33 @@ namespace svg {
 struct FilterArea {
     std::string_view filter;  // the property as written: url(#id) or functions such as blur(2px)
     AFRect box;               // its bounding box in user space
-    const View& view;         // from its user space to the pixels of the canvas that `visible` refers to
-    const DrawStyle& style;   // of the element, for colours and lengths
+    const UserSpace& space;   // from its user space to the pixels of the canvas that `visible` refers to
+    const Style& style;       // of the element, for colours and lengths
 };
 
-// Whether the property says something that is understood; else the element is drawn without a filter.
-bool hasFilter(DrawContext& context, std::string_view filter);
+struct FilterGraph;
 
-// The pixels that the filter needs and fills so that what it shows within `visible` is right. Never much
-// larger than `visible`; empty when the filter shows nothing there.
-RECT filterBounds(DrawContext& context, const FilterArea& area, const RECT& visible);
+// A filter property, read once for one element at one resolution.
+class ElementFilter {
+public:
+    ElementFilter();
+    ~ElementFilter();
 
-// All that the filter can show, in the units of `area.view`'s target.
-ABox filterReach(DrawContext& context, const FilterArea& area);
+    // False when the property says nothing that is understood: the element is drawn without a filter.
+    bool read(DrawContext& context, const FilterArea& area);
 
-// Changes the picture of an element, whose first pixel is the canvas's pixel `origin`.
-void applyFilter(DrawContext& context, const FilterArea& area, AImage& image, POINT origin);
+    // The pixels that the filter needs and fills so that what it shows within `visible` is right. Never much
+    // larger than `visible`; empty when the filter shows nothing there.
+    RECT bounds(const RECT& visible) const;
+
+    // All that the filter can show, in the units of the space's target.
+    ABox reach() const;
+
+    // Changes the picture of an element, whose first pixel is the canvas's pixel `origin`.
+    void apply(AImage& image, POINT origin) const;
+
+private:
+    std::vector<FilterGraph> m_graphs;  // in the order in which they are applied
+};
 
 }  // namespace svg

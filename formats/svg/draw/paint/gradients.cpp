@@ -32,8 +32,8 @@ struct Gradients : DrawCache {
     std::unordered_map<std::size_t, ReadGradient> byNode;
 };
 
-AColor stopColor(const DrawStyle& style) {
-    const Paint& paint = style.stopColor;
+AColor stopColor(const Style& style) {
+    const Paint& paint = style.own.stopColor;
     std::uint32_t rgb = 0;
     double opacity = style.own.stopOpacity;
     switch (paint.kind) {
@@ -60,15 +60,14 @@ AColor stopColor(const DrawStyle& style) {
 
 void readStops(DrawContext& context, pugi::xml_node owner, std::vector<AGradientStop>& stops) {
     constexpr std::size_t kMostStops = 1024;
-    const DrawStyle around = context.styleAt(owner);
-    DrawAttributes attributes;
-    DrawStyle room;
+    const Style around = context.styleAt(owner);
+    AttributeSet attributes;
+    Style room;
     double last = 0;
     for (const pugi::xml_node child : owner.children()) {
         if (kindOf(child) != Element::stop || stops.size() == kMostStops) continue;
         attributes.read(child);
-        const DrawStyle& style =
-            context.styles().compute(child, attributes, around, context.rootView(), room);
+        const Style& style = context.styleOf(child, attributes, around, context.rootSpace(), room);
         double offset = 0;
         parseLength(textOf(child, "offset"), Axis::horizontal, {kUsualFontSize, 1, 1}, offset);
         last = std::clamp(offset, last, 1.0);
@@ -182,13 +181,14 @@ ReadGradient& readOnce(DrawContext& context, pugi::xml_node gradient) {
 
 }  // namespace
 
-const AGradient* gradientFor(DrawContext& context, pugi::xml_node node, BoundingBox& box, const View& view) {
+const AGradient* gradientFor(DrawContext& context, pugi::xml_node node, BoundingBox& box,
+                             const UserSpace& space) {
     ReadGradient& read = readOnce(context, node);
     if (read.gradient.stops.empty()) return nullptr;
     AAffine units;
     if (read.inBox && !boxUnits(box.get(), units)) return nullptr;
-    place(read, read.inBox ? 1 : view.width, read.inBox ? 1 : view.height);
-    read.gradient.toPixels = view.toDrawing * units * read.transform;
+    place(read, read.inBox ? 1 : space.width, read.inBox ? 1 : space.height);
+    read.gradient.toPixels = space.toDrawing * units * read.transform;
     return &read.gradient;
 }
 

@@ -19,7 +19,7 @@ struct BrushServers : DrawCache {
 // What is needed to make a paint of a paint server.
 struct Painted {
     DrawContext& context;
-    const View& view;
+    const UserSpace& space;
     BoundingBox& box;
     double opacity;
 };
@@ -47,12 +47,12 @@ bool serverPaint(const Painted& painted, pugi::xml_node server, APaint& paint) {
     switch (kindOf(server)) {
         case Element::linearGradient:
         case Element::radialGradient:
-            paint.gradient = gradientFor(painted.context, server, painted.box, painted.view);
+            paint.gradient = gradientFor(painted.context, server, painted.box, painted.space);
             return paint.gradient != nullptr;
         case Element::pattern:
             // A tile is made at the resolution of the picture.
             if (painted.context.recorder()) return recordPattern(*painted.context.recorder(), paint);
-            paint.tile = patternTile(painted.context, server, painted.box.get(), painted.view);
+            paint.tile = patternTile(painted.context, server, painted.box.get(), painted.space);
             return paint.tile != nullptr;
         default:
             return false;  // meshes and hatches
@@ -124,27 +124,27 @@ bool itemPaint(Painted painted, const AColorItem* color, const ABrushItem* item,
 
 }  // namespace
 
-bool hasFill(const PaintSource& source, const DrawStyle& style) {
+bool hasFill(const PaintSource& source, const Style& style) {
     if (!source.visible.fill) return false;
     return source.object ? source.object->getBrush() != nullptr : style.fill.kind != PaintKind::none;
 }
 
-bool hasStroke(const PaintSource& source, const DrawStyle& style) {
+bool hasStroke(const PaintSource& source, const Style& style) {
     if (!source.visible.stroke || !(style.strokeWidth > 0)) return false;
     return source.object ? source.object->getPen() != nullptr : style.stroke.kind != PaintKind::none;
 }
 
-bool fillPaint(DrawContext& context, const PaintSource& source, const DrawStyle& style, const View& view,
+bool fillPaint(DrawContext& context, const PaintSource& source, const Style& style, const UserSpace& space,
                BoundingBox& box, double opacity, APaint& paint) {
-    const Painted painted{context, view, box, opacity * style.fillOpacity};
+    const Painted painted{context, space, box, opacity * style.fillOpacity};
     if (!source.object) return stylePaint(painted, style.fill, style.color, paint);
     const ABrush* const brush = source.object->getBrush();
     return brush && itemPaint(painted, nullptr, brush->getBrushItem(), style.fill, paint);
 }
 
-bool strokePaint(DrawContext& context, const PaintSource& source, const DrawStyle& style, const View& view,
+bool strokePaint(DrawContext& context, const PaintSource& source, const Style& style, const UserSpace& space,
                  BoundingBox& box, double opacity, APaint& paint) {
-    const Painted painted{context, view, box, opacity * style.strokeOpacity};
+    const Painted painted{context, space, box, opacity * style.strokeOpacity};
     if (!source.object) return stylePaint(painted, style.stroke, style.color, paint);
     const APen* const pen = source.object->getPen();
     const APenItem* const item = pen ? pen->getPenItem() : nullptr;

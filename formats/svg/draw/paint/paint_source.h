@@ -14,14 +14,14 @@ struct PaintSource {
 };
 
 // Whether there is a paint at all, as far as that is known without looking for what it refers to.
-bool hasFill(const PaintSource& source, const DrawStyle& style);
-bool hasStroke(const PaintSource& source, const DrawStyle& style);
+bool hasFill(const PaintSource& source, const Style& style);
+bool hasStroke(const PaintSource& source, const Style& style);
 
 // The paint of an element with its opacities, multiplied by `opacity`. False: nothing is painted. What the
 // paint points to stays until the next call.
-bool fillPaint(DrawContext& context, const PaintSource& source, const DrawStyle& style, const View& view,
+bool fillPaint(DrawContext& context, const PaintSource& source, const Style& style, const UserSpace& space,
                BoundingBox& box, double opacity, APaint& paint);
-bool strokePaint(DrawContext& context, const PaintSource& source, const DrawStyle& style, const View& view,
+bool strokePaint(DrawContext& context, const PaintSource& source, const Style& style, const UserSpace& space,
                  BoundingBox& box, double opacity, APaint& paint);
 
 }  // namespace svg

@@ -76,18 +76,18 @@ bool isOfUserSpace(std::string_view units) {
 
 // Where a pattern goes.
 struct Placing {
-    Affine toPixels;  // from the pattern's space
-    AFRect cell;      // in the pattern's space
-    View content;     // of the first cell
+    Affine toPixels;    // from the pattern's space
+    AFRect cell;        // in the pattern's space
+    UserSpace content;  // of the first cell
 };
 
-std::optional<Placing> place(const Pattern& pattern, const AFRect& box, const View& view,
-                             const DrawStyle& style) {
+std::optional<Placing> place(const Pattern& pattern, const AFRect& box, const UserSpace& space,
+                             const Style& style) {
     Affine fromUnit;
     const bool hasBox = boxUnits(box, fromUnit);
     const bool ofBox = !isOfUserSpace(pattern.units);
     if (ofBox && !hasBox) return std::nullopt;
-    const LengthContext lengths{style.fontSize, ofBox ? 1 : view.width, ofBox ? 1 : view.height};
+    const LengthContext lengths{style.fontSize, ofBox ? 1 : space.width, ofBox ? 1 : space.height};
     const auto get = [&](std::string_view text, Axis axis) {
         double value = 0;
         parseLength(text, axis, lengths, value);
@@ -99,8 +99,8 @@ std::optional<Placing> place(const Pattern& pattern, const AFRect& box, const Vi
     if (ofBox) cell = rectBounds(fromUnit, cell);
     if (cell.IsRectEmpty()) return std::nullopt;
 
-    Placing placing{view.toDrawing * parseTransform(pattern.transform), cell, view};
-    View& content = placing.content;
+    Placing placing{space.toDrawing * parseTransform(pattern.transform), cell, space};
+    UserSpace& content = placing.content;
     content.useWidth = content.useHeight = -1;
     AFRect viewBox;
     if (!pattern.viewBox.empty() && parseViewBox(pattern.viewBox, viewBox)) {
@@ -318,16 +318,16 @@ private:
             m_context.pushClip(APath::rectangle(m_placing.cell), toImage * m_placing.toPixels,
                                EFillRule::nonZero);
         }
-        View view = m_placing.content;
-        view.toDrawing = toImage * view.toDrawing;
-        m_context.paintChildren(m_content, m_style, view);
+        UserSpace space = m_placing.content;
+        space.toDrawing = toImage * space.toDrawing;
+        m_context.paintChildren(m_content, m_style, space);
         if (clips) m_context.popClip();
     }
 
     DrawContext& m_context;
     const Placing& m_placing;
     pugi::xml_node m_content;
-    DrawStyle m_style;
+    Style m_style;
     double m_width, m_height;  // of a cell, in pixels
 };
 
@@ -347,13 +347,14 @@ void shrink(TileCache& cache) {
 
 }  // namespace
 
-const ATile* patternTile(DrawContext& context, pugi::xml_node node, const AFRect& box, const View& view) {
+const ATile* patternTile(DrawContext& context, pugi::xml_node node, const AFRect& box,
+                         const UserSpace& space) {
     const RECT& clip = context.clipBounds();
     if (clip.left >= clip.right || clip.top >= clip.bottom) return nullptr;
     const Pattern pattern = readPattern(context, node);
     if (!pattern.content) return nullptr;
-    const DrawStyle style = context.styleAt(node);
-    const std::optional<Placing> placing = place(pattern, box, view, style);
+    const Style style = context.styleAt(node);
+    const std::optional<Placing> placing = place(pattern, box, space, style);
     if (!placing || !placing->toPixels.inverse() || !placing->content.toDrawing.isFinite()) return nullptr;
 
     auto& cache = context.cache<TileCache>(CacheOf::tiles);

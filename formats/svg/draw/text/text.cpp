@@ -54,7 +54,7 @@ std::string familyOf(std::string_view written) {
 }
 
 // How far below the point of the text its base line lies.
-double baselineOffset(const DrawStyle& style) {
+double baselineOffset(const Style& style) {
     switch (style.baseline) {
         case Baseline::alphabetic:
             return 0;
@@ -75,8 +75,8 @@ double baselineOffset(const DrawStyle& style) {
 
 class Layout {
 public:
-    Layout(DrawContext& context, const View& view, const TextCharacters& text)
-        : m_context(context), m_view(view), m_text(text), m_fits(text.characters.size()) {}
+    Layout(DrawContext& context, const UserSpace& space, const TextCharacters& text)
+        : m_context(context), m_space(space), m_text(text), m_fits(text.characters.size()) {}
 
     void run(std::vector<TextPiece>& pieces) {
         fitLengths();
@@ -105,7 +105,7 @@ private:
     const TextSpan& spanOf(const Run& run) const { return m_text.spans[m_text.characters[run.first].span]; }
 
     ATextOutline outline(std::size_t first, std::size_t last) {
-        const DrawStyle& style = m_text.spans[m_text.characters[first].span].style;
+        const Style& style = m_text.spans[m_text.characters[first].span].style;
         const std::size_t begin = m_text.characters[first].begin;
         const std::size_t end = m_text.characters[last - 1].begin + m_text.characters[last - 1].size;
         const std::string_view text = std::string_view(m_text.bytes).substr(begin, end - begin);
@@ -140,7 +140,7 @@ private:
     void makeRuns(std::size_t first, std::size_t end, std::vector<Run>& runs) {
         while (first < end) {
             const std::size_t last = runEnd(first, end);
-            const DrawStyle& style = m_text.spans[m_text.characters[first].span].style;
+            const Style& style = m_text.spans[m_text.characters[first].span].style;
             Run run{first, last, outline(first, last), style.letterSpacing + m_fits[first].spacing,
                     m_fits[first].stretch};
             if (m_text.characters[last - 1].code == ' ') run.spacing += style.wordSpacing;
@@ -218,7 +218,7 @@ private:
 
     void placeOnPath(const std::vector<Run>& runs, std::size_t first, std::size_t last) {
         const TextSpan& span = spanOf(runs[first]);
-        const TextPath path(m_context, span.textPath, m_view, span.style.fontSize);
+        const TextPath path(m_context, span.textPath, m_space, span.style.fontSize);
         double along = path.start() + anchorShift(runs, first, last);
         double above = 0;
         for (std::size_t i = first; i < last; ++i) {
@@ -238,7 +238,7 @@ private:
     void addRun(const Run& run, const AAffine& placed) {
         const std::size_t index = m_text.characters[run.first].span;
         const TextSpan& span = m_text.spans[index];
-        const DrawStyle& style = span.style;
+        const Style& style = span.style;
         if (!style.visible || !style.displayed || !placed.isFinite()) return;
         if (!m_open || m_openSpan != index) {
             finishPiece();
@@ -257,9 +257,9 @@ private:
             const double half = kDecorationWidth * size / 2;
             lines.append(APath::rectangle({0, middle * size - half, length, middle * size + half}), toText);
         };
-        if (span.underline) addLine(m_under, 0.12);
-        if (span.overline) addLine(m_under, -kAscent);
-        if (span.lineThrough) addLine(m_over, -0.28);
+        if (span.decoration.underline) addLine(m_under, 0.12);
+        if (span.decoration.overline) addLine(m_under, -kAscent);
+        if (span.decoration.lineThrough) addLine(m_over, -0.28);
     }
 
     // Lines are pieces of their own: in one outline they could cut holes into the letters.
@@ -276,7 +276,7 @@ private:
     }
 
     DrawContext& m_context;
-    const View& m_view;
+    const UserSpace& m_space;
     const TextCharacters& m_text;
     std::vector<Fit> m_fits;
     AFPoint m_at;  // where the next run starts
@@ -295,7 +295,7 @@ void layOutText(DrawContext& context, const DrawnElement& text, std::vector<Text
     if (!text.style.displayed) return;
     const TextCharacters characters = collectCharacters(context, text);
     if (characters.characters.empty()) return;
-    Layout(context, text.view, characters).run(pieces);
+    Layout(context, text.space, characters).run(pieces);
 }
 
 }  // namespace svg

@@ -9,9 +9,9 @@ namespace svg {
 
 // A run of glyphs with one style.
 struct TextPiece {
-    APath outline;    // in the text's user space, decorations included
-    AFRect box;       // of its line: the advance wide, ascent and descent high; for bounding boxes
-    DrawStyle style;  // computed; that of the text element itself where no tspan says otherwise
+    APath outline;  // in the text's user space, decorations included
+    AFRect box;     // of its line: the advance wide, ascent and descent high; for bounding boxes
+    Style style;    // computed; that of the text element itself where no tspan says otherwise
 };
 
 // Lays out a text. Pieces that are not displayed are left out; those with visibility: hidden are, too, but

@@ -97,7 +97,7 @@ bool isText(pugi::xml_node node) {
 
 class Collector {
 public:
-    Collector(DrawContext& context, const View& view) : m_context(context), m_view(view) {}
+    Collector(DrawContext& context, const UserSpace& space) : m_context(context), m_space(space) {}
 
     TextCharacters run(const DrawnElement& text) {
         bool preserve = false;
@@ -122,14 +122,14 @@ public:
     }
 
 private:
-    void enter(pugi::xml_node node, const DrawAttributes& attributes, TextSpan span,
-               const PositionLists* outer, bool preserve, double fontSizeAround) {
-        const DrawStyle::Own& own = span.style.own;
-        span.underline |= own.underline;
-        span.overline |= own.overline;
-        span.lineThrough |= own.lineThrough;
+    void enter(pugi::xml_node node, const AttributeSet& attributes, TextSpan span, const PositionLists* outer,
+               bool preserve, double fontSizeAround) {
+        const OwnStyle& own = span.style.own;
+        span.decoration.underline |= own.decoration.underline;
+        span.decoration.overline |= own.decoration.overline;
+        span.decoration.lineThrough |= own.decoration.lineThrough;
         span.baselineShift += shiftOf(own.baselineShift, span.style.fontSize, fontSizeAround);
-        const LengthContext lengths{span.style.fontSize, m_view.width, m_view.height};
+        const LengthContext lengths{span.style.fontSize, m_space.width, m_space.height};
         if (!parseLength(textOf(node, "textLength"), Axis::horizontal, lengths, span.textLength))
             span.textLength = -1;
         span.stretchesGlyphs = textOf(node, "lengthAdjust") == "spacingAndGlyphs";
@@ -168,18 +168,16 @@ private:
             m_out.spans.size() >= kMostCharacters) {
             return;
         }
-        DrawAttributes attributes;
+        AttributeSet attributes;
         attributes.read(node);
         TextSpan span;
         {
             const TextSpan& around = m_out.spans[parent];
-            DrawStyle room;
-            span.style = m_context.styles().compute(node, attributes, around.style, m_view, room);
+            Style room;
+            span.style = m_context.styleOf(node, attributes, around.style, m_space, room);
             span.textPath = kindOf(node) == Element::textPath ? node : around.textPath;
             span.baselineShift = around.baselineShift;
-            span.underline = around.underline;
-            span.overline = around.overline;
-            span.lineThrough = around.lineThrough;
+            span.decoration = around.decoration;
         }
         if (!span.style.displayed) return;
         if (const char* space = node.attribute("xml:space").as_string(nullptr))
@@ -245,7 +243,7 @@ private:
     }
 
     DrawContext& m_context;
-    const View& m_view;
+    const UserSpace& m_space;
     TextCharacters m_out;
     int m_depth = 0;
     std::size_t m_place = 0;            // in position lists
@@ -272,7 +270,7 @@ bool isMark(char32_t code) {
 }  // namespace
 
 TextCharacters collectCharacters(DrawContext& context, const DrawnElement& text) {
-    return Collector(context, text.view).run(text);
+    return Collector(context, text.space).run(text);
 }
 
 std::size_t clusterEnd(const std::vector<TextCharacter>& characters, std::size_t first, std::size_t end) {

@@ -1,5 +1,4 @@
-// The characters of a text element as they are drawn: white space collapsed, each with its style and
-// position.
+// The characters of a text element as drawn: white space collapsed, each with its style and position.
 //
 //     const TextCharacters text = collectCharacters(context, element);
 //     for (const TextCharacter& one : text.characters) draw(text.bytes.substr(one.begin, one.size), …);
@@ -22,13 +21,13 @@ constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
 
 // The text element, or one of tspan, textPath, tref, a within it.
 struct TextSpan {
-    DrawStyle style;
-    pugi::xml_node textPath;       // around it, or null
-    double baselineShift = 0;      // upwards, with that of the elements around
-    double textLength = -1;        // negative: as long as it is
-    bool stretchesGlyphs = false;  // to the text length
-    bool underline = false, overline = false, lineThrough = false;  // its own or one around
-    std::size_t first = 0, last = 0;                                // its characters
+    Style style;
+    pugi::xml_node textPath;          // around it, or null
+    double baselineShift = 0;         // upwards, with that of the elements around
+    double textLength = -1;           // negative: as long as it is
+    bool stretchesGlyphs = false;     // to the text length
+    TextDecoration decoration;        // its own or one around
+    std::size_t first = 0, last = 0;  // its characters
 };
 
 struct TextCharacter {

@@ -35,34 +35,24 @@ APath outlineOf(DrawContext& context, pugi::xml_node textPath) {
 
 }  // namespace
 
-TextPath::TextPath(DrawContext& context, pugi::xml_node textPath, const View& view, double fontSize) {
+TextPath::TextPath(DrawContext& context, pugi::xml_node textPath, const UserSpace& space, double fontSize) {
     const APath outline = outlineOf(context, textPath);
     if (!outline.isFinite()) return;
-    const AFPoint* point = outline.points().data();
-    AFPoint figure;
-    for (const APath::EVerb verb : outline.verbs()) {
-        if (m_pieces.size() >= kMostPieces) break;
-        switch (verb) {
-            case APath::EVerb::move:
-                figure = m_at = *point++;
-                break;
-            case APath::EVerb::line:
-                addLine(*point++);
-                break;
-            case APath::EVerb::curve:
-                addCurve(m_at, point, fontSize);
-                point += 3;
-                break;
-            case APath::EVerb::close:
-                addLine(figure);
-                break;
+    outline.forEachSegment([&](const APath::Segment& one) {
+        if (m_pieces.size() >= kMostPieces) return;
+        if (one.verb == APath::EVerb::move) {
+            m_at = one.to;
+        } else if (one.verb == APath::EVerb::curve) {
+            addCurve(one, fontSize);
+        } else {
+            addLine(one.to);
         }
-    }
+    });
     if (!std::isfinite(m_length)) {
         m_pieces.clear();
         m_length = 0;
     }
-    const LengthContext lengths{fontSize, view.width, view.height};
+    const LengthContext lengths{fontSize, space.width, space.height};
     std::string_view offset = textOf(textPath, "startOffset");
     if (offset.ends_with('%')) {
         double percent = 0;
@@ -79,17 +69,17 @@ void TextPath::addLine(AFPoint to) {
     m_at = to;
 }
 
-void TextPath::addCurve(AFPoint from, const AFPoint* p, double fontSize) {
-    const double around = distance(from, p[0]) + distance(p[0], p[1]) + distance(p[1], p[2]);
+void TextPath::addCurve(const APath::Segment& curve, double fontSize) {
+    const auto& [verb, from, first, second, to] = curve;
+    const double around = distance(from, first) + distance(first, second) + distance(second, to);
     const double finest = std::max(fontSize / 16, around / kMostPiecesOfCurve);
     const int count = finest > 0 ? static_cast<int>(std::clamp(around / finest, 8.0, kMostPiecesOfCurve)) : 1;
     for (int i = 1; i <= count; ++i) {
         const double t = static_cast<double>(i) / count;
         const double s = 1 - t;
-        const auto at = [&](double a, double b, double c, double d) {
-            return s * s * s * a + 3 * s * s * t * b + 3 * s * t * t * c + t * t * t * d;
-        };
-        addLine({at(from.x, p[0].x, p[1].x, p[2].x), at(from.y, p[0].y, p[1].y, p[2].y)});
+        const double weights[] = {s * s * s, 3 * s * s * t, 3 * s * t * t, t * t * t};
+        addLine({weights[0] * from.x + weights[1] * first.x + weights[2] * second.x + weights[3] * to.x,
+                 weights[0] * from.y + weights[1] * first.y + weights[2] * second.y + weights[3] * to.y});
     }
 }
 

@@ -10,7 +10,7 @@ namespace svg {
 class TextPath {
 public:
     // Of a textPath element; its path is made of straight pieces, as fine as letters of this size need.
-    TextPath(DrawContext& context, pugi::xml_node textPath, const View& view, double fontSize);
+    TextPath(DrawContext& context, pugi::xml_node textPath, const UserSpace& space, double fontSize);
 
     double length() const { return m_length; }
     // Where the text starts along the path: startOffset.
@@ -20,7 +20,7 @@ public:
 
 private:
     void addLine(AFPoint to);
-    void addCurve(AFPoint from, const AFPoint* points, double fontSize);
+    void addCurve(const APath::Segment& curve, double fontSize);
 
     struct Piece {
         AFPoint from, to;

@@ -1,4 +1,4 @@
-#include "formats/svg/draw/context/blend_mode.h"
+#include "formats/svg/values/blend_mode.h"
 
 #include "formats/svg/values/text_scan.h"
 

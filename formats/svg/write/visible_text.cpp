@@ -1,4 +1,4 @@
-#include "formats/svg/write/filtered_text.h"
+#include "formats/svg/write/visible_text.h"
 
 #include <deque>
 #include <map>
@@ -19,9 +19,9 @@ bool hasOwnPaint(Element kind) {
     return kind >= Element::svg && kind <= Element::textPath;
 }
 
-class FilteredText {
+class VisibleText {
 public:
-    FilteredText(const std::string& text, const SourceElements& source, const LeftOut& leftOut)
+    VisibleText(const std::string& text, const SourceElements& source, const LeftOut& leftOut)
         : m_text(text), m_source(source), m_leftOut(leftOut) {}
 
     std::vector<TextEdit> edits() {
@@ -271,7 +271,7 @@ private:
 
 std::vector<TextEdit> editsUnder(const std::string& text, const SourceElements& source,
                                  const LeftOut& leftOut) {
-    return FilteredText(text, source, leftOut).edits();
+    return VisibleText(text, source, leftOut).edits();
 }
 
 }  // namespace svg

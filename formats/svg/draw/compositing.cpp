@@ -1,4 +1,4 @@
-#include "formats/svg/draw/effect.h"
+#include "formats/svg/draw/compositing.h"
 
 #include <algorithm>
 #include <utility>
@@ -57,7 +57,7 @@ bool isEqual(const RECT& a, const RECT& b) {
 // one that has to be an image only for that.
 bool isolates(const DrawContext& context, const DrawnElement& element) {
     if (!context.blends() || !isContainer(kindOf(element.node))) return false;
-    return element.style.own.isolated || !element.style.clipPath.empty();
+    return element.style.own.isolated || !element.style.own.clipPath.empty();
 }
 
 // An image of less is made faster than looked for.
@@ -65,30 +65,33 @@ constexpr LONG kWorthKeeping = 4096;
 
 }  // namespace
 
-Effect::~Effect() {
+Compositing::~Compositing() {
     // Left without an end: nothing is drawn, but the canvas is as before.
     m_on.reset();
     m_context.releaseGroup(m_pixels);
     popClips();
 }
 
-void Effect::popClips() {
+void Compositing::popClips() {
     for (; m_clips > 0; --m_clips) m_context.popClip();
 }
 
-bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* reach, double opacity) {
-    m_view = m_outerView = element.view;
+bool Compositing::begin(const DrawnElement& element, BoundingBox& box, const RECT* reach, double opacity) {
+    m_space = element.space;
     m_opacity = opacity;
     if (!(opacity > 0)) return false;
-    const DrawStyle& style = element.style;
-    if (!style.clipPath.empty() &&
-        !pushClipPath(m_context, style.clipPath, element.view, box, m_clips, m_clipPaths)) {
+    const Style& style = element.style;
+    if (!style.own.clipPath.empty() &&
+        !pushClipPath(m_context, style.own.clipPath, element.space, box, m_clips, m_clipPaths)) {
         popClips();
         return false;
     }
-    findMask(style.mask);
-    m_filtered = !style.filter.empty() && hasFilter(m_context, style.filter);
+    findMask(style.own.mask);
     if (m_context.recorder()) return beginRecording(element, box);
+    if (!style.own.filter.empty()) {
+        m_box = box.get();
+        m_filtered = m_filter.read(m_context, {style.own.filter, m_box, element.space, style});
+    }
     const bool needsImage = opacity < 1 || m_mask || m_filtered || !m_clipPaths.empty() ||
                             style.own.blend != EBlend::normal || isolates(m_context, element);
     if (needsImage ? beginImage(element, box, reach) : !isEmpty(m_context.clipBounds())) return true;
@@ -96,7 +99,7 @@ bool Effect::begin(const DrawnElement& element, BoundingBox& box, const RECT* re
     return false;
 }
 
-void Effect::findMask(std::string_view property) {
+void Compositing::findMask(std::string_view property) {
     std::string_view id;
     if (property.empty() || !takeUrl(property, id)) return;
     m_mask = m_context.tree().findResource(id);
@@ -104,15 +107,16 @@ void Effect::findMask(std::string_view property) {
 }
 
 // A list can cut and fade by itself; the rest is drawn at the resolution of the picture, with its own clips.
-bool Effect::beginRecording(const DrawnElement& element, BoundingBox& box) {
+bool Compositing::beginRecording(const DrawnElement& element, BoundingBox& box) {
     ADisplayRecorder& recorder = *m_context.recorder();
-    const DrawStyle& style = element.style;
-    if (m_mask || m_filtered || !m_clipPaths.empty() || style.own.blend != EBlend::normal ||
+    const Style& style = element.style;
+    ElementFilter filter;
+    const bool filtered = !style.own.filter.empty() &&
+                          filter.read(m_context, {style.own.filter, box.get(), element.space, style});
+    if (m_mask || filtered || !m_clipPaths.empty() || style.own.blend != EBlend::normal ||
         isolates(m_context, element)) {
         popClips();
-        ABox reach;
-        if (m_filtered) reach = filterReach(m_context, {style.filter, box.get(), m_outerView, style});
-        recorder.openPicture(reach);
+        recorder.openPicture(filtered ? filter.reach() : ABox());
         ++m_clips;
     } else if (m_opacity < 1) {
         recorder.openGroup(m_opacity);
@@ -121,20 +125,20 @@ bool Effect::beginRecording(const DrawnElement& element, BoundingBox& box) {
     return true;
 }
 
-bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach) {
+bool Compositing::beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach) {
     RECT area = m_context.clipBounds();
     if (reach && !m_filtered) area = intersection(area, *reach);
     if (m_mask) {
         AFRect region;
         if (maskNeedsBox(m_mask)) m_box = box.get();
-        if (!maskRegion(m_context, m_mask, element.view, m_box, region)) return false;
-        area = intersection(area, pixelsAround(rectBounds(element.view.toDrawing, region), 1));
+        if (!maskRegion(m_context, m_mask, element.space, m_box, region)) return false;
+        area = intersection(area, pixelsAround(rectBounds(element.space.toDrawing, region), 1));
     }
-    if (m_filtered || !m_clipPaths.empty()) m_box = box.get();
+    if (!m_clipPaths.empty()) m_box = box.get();
     if (isEmpty(area)) return false;
-    m_style = element.style;
+    m_blend = element.style.own.blend;
     if (m_filtered) {
-        area = filterBounds(m_context, {m_style.filter, m_box, m_outerView, m_style}, area);
+        area = m_filter.bounds(area);
         if (isEmpty(area)) return false;
     }
     const LONG width = area.right - area.left;
@@ -148,17 +152,17 @@ bool Effect::beginImage(const DrawnElement& element, BoundingBox& box, const REC
         m_lent ? m_context.cache<GroupImages>(CacheOf::groups).take(width, height) : AImage(width, height);
     m_canvas = std::make_unique<ACanvas>(pixelsOf(m_image));
     m_area = area;
-    m_view.toDrawing = shift() * m_view.toDrawing;
+    m_space.toDrawing = shift() * m_space.toDrawing;
     m_on.emplace(m_context, *m_canvas);
     return true;
 }
 
-void Effect::end() {
+void Compositing::end() {
     if (m_on) finishImage();
     popClips();
 }
 
-void Effect::finishImage() {
+void Compositing::finishImage() {
     const RECT touched = m_filtered ? RECT{0, 0, m_image.width(), m_image.height()} : m_context.touched();
     m_on.reset();
     m_canvas.reset();  // the pixels are complete
@@ -168,19 +172,16 @@ void Effect::finishImage() {
     m_context.releaseGroup(std::exchange(m_pixels, 0));
 }
 
-void Effect::compose(const RECT& touched) {
-    if (m_filtered)
-        applyFilter(m_context, {m_style.filter, m_box, m_outerView, m_style}, m_image,
-                    {m_area.left, m_area.top});
-    for (const pugi::xml_node clipPath : m_clipPaths) clipImage(m_context, clipPath, m_view, m_box, m_image);
-    if (m_mask) maskImage(m_context, m_mask, m_view, m_box, m_image);
+void Compositing::compose(const RECT& touched) {
+    if (m_filtered) m_filter.apply(m_image, {m_area.left, m_area.top});
+    for (const pugi::xml_node clipPath : m_clipPaths) clipImage(m_context, clipPath, m_space, m_box, m_image);
+    if (m_mask) maskImage(m_context, m_mask, m_space, m_box, m_image);
     const RECT outside{touched.left + m_area.left, touched.top + m_area.top, touched.right + m_area.left,
                        touched.bottom + m_area.top};
     m_context.touch(outside);
     const AAffine place = AAffine::translation(outside.left, outside.top);
     const bool whole = isEqual(touched, {0, 0, m_image.width(), m_image.height()});
-    m_context.drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false,
-                        m_style.own.blend);
+    m_context.drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false, m_blend);
 }
 
 }  // namespace svg

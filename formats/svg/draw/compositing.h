@@ -1,37 +1,38 @@
 // What an element's opacity, clip path, mask, filter and blend mode do to its picture: the content goes to an
 // image of its own, where that is needed, and from there to the canvas.
 //
-//     Effect effect(context);
+//     Compositing compositing(context);
 //     BoundingBox box(context, element);
-//     if (!effect.begin(element, box, nullptr, style.own.opacity)) return;   // nothing can be seen
-//     paint(effect.view());                                  // the element's view, in the pixels of the
-//     image effect.end();
+//     if (!compositing.begin(element, box, nullptr, style.own.opacity)) return;   // nothing can be seen
+//     paint(compositing.space());   // to the pixels of the element's own image
+//     compositing.end();
 #pragma once
 
 #include <optional>
 #include <vector>
 
 #include "formats/svg/draw/context/bounding_box.h"
+#include "formats/svg/draw/filter/filters.h"
 
 namespace svg {
 
-class Effect {
+class Compositing {
 public:
-    static bool isNeeded(const DrawStyle& style) {
-        return style.own.opacity < 1 || !style.clipPath.empty() || !style.mask.empty() ||
-               !style.filter.empty() || style.own.blend != EBlend::normal || style.own.isolated;
+    static bool isNeeded(const Style& style) {
+        return style.own.opacity < 1 || !style.own.clipPath.empty() || !style.own.mask.empty() ||
+               !style.own.filter.empty() || style.own.blend != EBlend::normal || style.own.isolated;
     }
 
-    explicit Effect(DrawContext& context) : m_context(context) {}
-    ~Effect();
-    Effect(const Effect&) = delete;
-    Effect& operator=(const Effect&) = delete;
+    explicit Compositing(DrawContext& context) : m_context(context) {}
+    ~Compositing();
+    Compositing(const Compositing&) = delete;
+    Compositing& operator=(const Compositing&) = delete;
 
     // False: nothing can be seen, and there is no end. `reach`: the pixels that the content can reach, null
     // where they are not known. `opacity`: the element's, or 1 when the content is painted with it.
     bool begin(const DrawnElement& element, BoundingBox& box, const RECT* reach, double opacity);
-    // The element's view, to the pixels of what is drawn on inside.
-    const View& view() const { return m_view; }
+    // The element's user space, to the pixels of what is drawn on inside.
+    const UserSpace& space() const { return m_space; }
     // From the pixels outside to those inside.
     AAffine shift() const { return AAffine::translation(-m_area.left, -m_area.top); }
     void end();
@@ -45,15 +46,15 @@ private:
     void popClips();
 
     DrawContext& m_context;
-    View m_view;
-    DrawStyle m_style;
-    View m_outerView;                         // the element's, to the pixels outside
+    UserSpace m_space;
+    EBlend m_blend = EBlend::normal;
     AFRect m_box;                             // where mask, clip paths or filter need it
     RECT m_area{0, 0, 0, 0};                  // of the image on the canvas outside
     int m_clips = 0;                          // on the canvas outside; groups of a recorder
     std::vector<pugi::xml_node> m_clipPaths;  // those that the canvas cannot cut by itself
     pugi::xml_node m_mask;
     double m_opacity = 1;
+    ElementFilter m_filter;
     bool m_filtered = false;
     AImage m_image;
     std::unique_ptr<ACanvas> m_canvas;

@@ -1,0 +1,51 @@
+// The attributes of one element that the reader knows, presentation attributes among them, read once.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "formats/svg/xml/namespaces.h"
+
+namespace svg {
+
+// One number for every plain attribute: an Attribute's own, or this and the number of a property.
+constexpr std::uint8_t kPropertySlot = 64;
+static_assert(static_cast<std::size_t>(Attribute::count) <= kPropertySlot);
+
+class AttributeSet {
+public:
+    // Reads all attributes; declarations of namespaces among them are added first.
+    void read(pugi::xml_node element, Namespaces& namespaces);
+    // For drawing: plain names, and "href" with whatever prefix.
+    void read(pugi::xml_node element);
+
+    // For readers of their own: starts empty, takes an attribute without a prefix. The texts are kept by
+    // address. False when the name is unknown.
+    void clear() { m_attributes = m_presentation = 0; }
+    bool addPlain(const char* name, const char* value);
+
+    bool has(Attribute attribute) const { return (m_attributes >> static_cast<int>(attribute) & 1) != 0; }
+    // The text of an attribute, empty when it is not there.
+    std::string_view get(Attribute attribute) const {
+        return has(attribute) ? std::string_view(m_values[static_cast<std::size_t>(attribute)])
+                              : std::string_view();
+    }
+    // The presentation attributes that are there: bit n is row n of the table of properties.
+    std::uint64_t presentation() const { return m_presentation; }
+    std::string_view presentation(std::size_t property) const { return m_values[kPropertySlot + property]; }
+
+private:
+    void readAll(pugi::xml_node element, Namespaces& namespaces, bool declare);
+    void addQualified(const char* name, const char* value, Namespaces& namespaces, bool declare);
+    void set(Attribute attribute, const char* value) {
+        m_attributes |= std::uint64_t{1} << static_cast<int>(attribute);
+        m_values[static_cast<std::size_t>(attribute)] = value;
+    }
+
+    std::uint64_t m_attributes = 0;  // one bit each
+    std::uint64_t m_presentation = 0;
+    std::array<const char*, 2 * kPropertySlot> m_values;  // valid where present
+};
+
+}  // namespace svg

@@ -1,0 +1,105 @@
+#include "formats/svg/style/declaration.h"
+
+#include <array>
+
+#include "formats/svg/values/text_scan.h"
+
+namespace svg {
+
+namespace {
+
+enum CharacterClass : std::uint8_t { ordinary, semicolon, quotation, opening, closing };
+
+constexpr auto kCharacters = [] {
+    std::array<std::uint8_t, 256> table{};
+    table[';'] = semicolon;
+    table['"'] = table['\''] = quotation;
+    table['('] = opening;
+    table[')'] = closing;
+    return table;
+}();
+
+// The length of a declaration: up to a semicolon outside quotes and parentheses.
+std::size_t declarationLength(std::string_view text) {
+    int depth = 0;
+    const auto kindAt = [text](std::size_t i) { return kCharacters[static_cast<unsigned char>(text[i])]; };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        while (kindAt(i) == ordinary) {
+            if (++i == text.size()) return i;
+        }
+        switch (kindAt(i)) {
+            case semicolon:
+                if (depth <= 0) return i;
+                break;
+            case quotation:
+                i = text.find(text[i], i + 1);
+                if (i == text.npos) return text.size();
+                break;
+            case opening:
+                ++depth;
+                break;
+            case closing:
+                --depth;
+                break;
+            default:
+                break;
+        }
+    }
+    return text.size();
+}
+
+bool takeImportant(std::string_view& value) {
+    if (value.empty() || toLower(value.back()) != 't') return false;
+    const std::size_t mark = value.rfind('!');
+    if (mark == value.npos || !equalsNoCase(trim(value.substr(mark + 1)), "important")) return false;
+    value = trim(value.substr(0, mark));
+    return true;
+}
+
+// Names are written in small letters, nearly always.
+Property propertyNamed(std::string_view name, Vocabulary vocabulary) {
+    const Property property = findProperty(name, vocabulary);
+    char lower[32];
+    if (property != kUnknownProperty || name.empty() || name.size() > sizeof lower ||
+        toLower(name[0]) == name[0]) {
+        return property;
+    }
+    for (std::size_t i = 0; i < name.size(); ++i) lower[i] = toLower(name[i]);
+    return findProperty({lower, name.size()}, vocabulary);
+}
+
+}  // namespace
+
+void prepare(Declaration& declaration) {
+    declaration.paintMember = paintMember(declaration.property);
+    // No paint is written like the words that copy a property.
+    if (declaration.paintMember && !parsePaint(declaration.value, declaration.paint))
+        declaration.paintMember = nullptr;
+}
+
+void applyDeclaration(Style& style, const Reading& reading, const Declaration& declaration) {
+    if (declaration.paintMember) {
+        style.*declaration.paintMember = declaration.paint;
+    } else {
+        applyProperty(style, reading, declaration.property, declaration.value);
+    }
+}
+
+bool takeDeclaration(std::string_view& text, Declaration& declaration, Vocabulary vocabulary) {
+    while (!text.empty()) {
+        std::size_t colon = 0;
+        while (colon < text.size() && text[colon] != ':' && text[colon] != ';') ++colon;
+        const std::size_t length = colon + declarationLength(text.substr(colon));
+        const std::string_view whole = text.substr(0, length);
+        text.remove_prefix(length < text.size() ? length + 1 : length);
+        if (colon == whole.size()) continue;
+        declaration.property = propertyNamed(trim(whole.substr(0, colon)), vocabulary);
+        if (declaration.property == kUnknownProperty) continue;
+        declaration.value = trim(whole.substr(colon + 1));
+        declaration.important = takeImportant(declaration.value);
+        return true;
+    }
+    return false;
+}
+
+}  // namespace svg

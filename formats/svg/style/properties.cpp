@@ -1,0 +1,443 @@
+#include "formats/svg/style/properties.h"
+
+#include <algorithm>
+#include <array>
+
+#include "formats/svg/style/attributes.h"
+#include "formats/svg/values/blend_mode.h"
+#include "formats/svg/values/color.h"
+#include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/units.h"
+#include "formats/svg/values/word_table.h"
+
+namespace svg {
+
+namespace {
+
+// Readers of values: each changes its target, or leaves it for a value that it does not know.
+
+struct Value {
+    std::string_view text;
+    const Reading& reading;
+    const Style& style;  // as far as it is computed
+
+    LengthContext lengths() const { return {style.fontSize, reading.viewportWidth, reading.viewportHeight}; }
+};
+
+void paint(Paint& target, const Value& value) {
+    parsePaint(value.text, target);
+}
+
+void color(std::uint32_t& target, const Value& value) {
+    std::string_view text = value.text;
+    if (equalsNoCase(text, "currentcolor")) {
+        target = value.reading.parent.color;
+    } else if (std::uint32_t rgb = 0; takeColor(text, rgb)) {
+        target = rgb;
+    }
+}
+
+// A reference, or several words that are read where they are used.
+void written(std::string_view& target, const Value& value) {
+    target = value.text;
+}
+
+void writtenOrNone(std::string_view& target, const Value& value) {
+    target = equalsNoCase(value.text, "none") ? std::string_view() : value.text;
+}
+
+// A number or a percentage, cut to 0..1.
+void opacity(double& target, const Value& value) {
+    std::string_view text = value.text;
+    double number = 0;
+    if (!takeNumber(text, number)) return;
+    if (!text.empty() && text != "%") return;
+    target = std::clamp(text.empty() ? number : number / 100, 0.0, 1.0);
+}
+
+// "normal" is the word for no spacing.
+void anyLength(double& target, const Value& value) {
+    if (equalsNoCase(value.text, "normal")) target = 0;
+    parseLength(value.text, Axis::both, value.lengths(), target);
+}
+
+void positiveLength(double& target, const Value& value) {
+    double length = target;
+    anyLength(length, value);
+    if (length >= 0) target = length;
+}
+
+void miterLimit(double& target, const Value& value) {
+    std::string_view text = value.text;
+    if (double limit = 0; takeNumber(text, limit) && limit >= 1) target = limit;
+}
+
+template <class T>
+struct Keyword {
+    std::string_view word;
+    T value;
+};
+
+template <class T, std::size_t Count>
+void setKeyword(T& target, std::string_view text, const Keyword<T> (&words)[Count]) {
+    for (const Keyword<T>& one : words) {
+        if (equalsNoCase(text, one.word)) target = one.value;
+    }
+}
+
+template <const auto& words>
+struct OneOf {
+    void operator()(auto& target, const Value& value) const { setKeyword(target, value.text, words); }
+};
+template <const auto& words>
+constexpr OneOf<words> keyword{};
+
+constexpr Keyword<bool> kVisibilities[] = {{"visible", true}, {"hidden", false}, {"collapse", false}};
+constexpr Keyword<TextAnchor> kTextAnchors[] = {
+    {"start", TextAnchor::start}, {"middle", TextAnchor::middle}, {"end", TextAnchor::end}};
+constexpr Keyword<EFillRule> kFillRules[] = {{"nonzero", EFillRule::nonZero},
+                                             {"evenodd", EFillRule::evenOdd}};
+constexpr Keyword<ELineCap> kLineCaps[] = {
+    {"butt", ELineCap::butt}, {"round", ELineCap::round}, {"square", ELineCap::square}};
+constexpr Keyword<ELineJoin> kLineJoins[] = {{"miter", ELineJoin::miter},
+                                             {"miter-clip", ELineJoin::miter},
+                                             {"arcs", ELineJoin::miter},
+                                             {"round", ELineJoin::round},
+                                             {"bevel", ELineJoin::bevel}};
+constexpr Keyword<Baseline> kBaselines[] = {
+    {"auto", Baseline::alphabetic},       {"alphabetic", Baseline::alphabetic},
+    {"baseline", Baseline::alphabetic},   {"middle", Baseline::middle},
+    {"central", Baseline::central},       {"mathematical", Baseline::central},
+    {"hanging", Baseline::hanging},       {"text-before-edge", Baseline::textBefore},
+    {"text-top", Baseline::textBefore},   {"text-after-edge", Baseline::textAfter},
+    {"text-bottom", Baseline::textAfter}, {"ideographic", Baseline::ideographic}};
+constexpr Keyword<bool> kFontStyles[] = {{"normal", false}, {"italic", true}, {"oblique", true}};
+constexpr Keyword<bool> kImageRendering[] = {{"auto", true},
+                                             {"smooth", true},
+                                             {"optimizequality", true},
+                                             {"high-quality", true},
+                                             {"optimizespeed", false},
+                                             {"pixelated", false},
+                                             {"crisp-edges", false},
+                                             {"-inkscape-crisp-edges", false}};
+constexpr Keyword<bool> kFilterColors[] = {{"auto", true}, {"linearrgb", true}, {"srgb", false}};
+constexpr Keyword<bool> kMaskTypes[] = {{"luminance", false}, {"alpha", true}};
+constexpr Keyword<bool> kOverflows[] = {
+    {"visible", true}, {"auto", true}, {"hidden", false}, {"scroll", false}, {"clip", false}};
+constexpr Keyword<bool> kIsolations[] = {{"auto", false}, {"isolate", true}};
+constexpr Keyword<bool> kVectorEffects[] = {{"none", false}, {"non-scaling-stroke", true}};
+constexpr Keyword<bool> kWhiteSpaces[] = {
+    {"normal", false}, {"nowrap", false}, {"pre", true}, {"pre-wrap", true}, {"break-spaces", true}};
+constexpr Keyword<int> kFontWeights[] = {{"normal", 400}, {"bold", 700}};
+constexpr Keyword<double> kFontSizes[] = {{"xx-small", 9}, {"x-small", 10}, {"small", 13},   {"medium", 16},
+                                          {"large", 18},   {"x-large", 24}, {"xx-large", 32}};
+constexpr Keyword<PaintPart> kPaintParts[] = {
+    {"fill", PaintPart::fill}, {"stroke", PaintPart::stroke}, {"markers", PaintPart::markers}};
+
+// In effect, though not by the rules, display is inherited: nothing shows inside of what does not.
+void display(bool& target, const Value& value) {
+    target = value.reading.parent.displayed && !equalsNoCase(value.text, "none");
+}
+
+void fontSize(double& target, const Value& value) {
+    const double around = value.reading.parent.fontSize;
+    setKeyword(target, value.text, kFontSizes);
+    if (equalsNoCase(value.text, "smaller")) target = around / 1.2;
+    if (equalsNoCase(value.text, "larger")) target = around * 1.2;
+    double size = 0;
+    if (parseLength(value.text, Axis::horizontal, {around, around, around}, size) && size >= 0) target = size;
+}
+
+void fontWeight(int& target, const Value& value) {
+    std::string_view text = value.text;
+    const int around = value.reading.parent.fontWeight;
+    setKeyword(target, text, kFontWeights);
+    if (equalsNoCase(text, "bolder")) target = around < 350 ? 400 : around < 550 ? 700 : 900;
+    if (equalsNoCase(text, "lighter")) target = around < 550 ? 100 : around < 750 ? 400 : 700;
+    double number = 0;
+    if (takeNumber(text, number) && text.empty() && number >= 1 && number <= 1000)
+        target = static_cast<int>(number);
+}
+
+void fontStyle(bool& target, const Value& value) {
+    std::string_view text = value.text;
+    setKeyword(target, takeWord(text), kFontStyles);
+}
+
+void paintOrder(std::array<PaintPart, 3>& order, const Value& value) {
+    std::array<PaintPart, 3> result{};
+    std::size_t count = 0;
+    const auto add = [&](PaintPart part) {
+        const auto end = result.begin() + static_cast<std::ptrdiff_t>(count);
+        if (std::find(result.begin(), end, part) == end) result[count++] = part;
+    };
+    for (std::string_view text = value.text; !(text = trimFront(text)).empty();) {
+        const std::string_view word = takeWord(text);
+        for (const Keyword<PaintPart>& one : kPaintParts) {
+            if (equalsNoCase(word, one.word)) add(one.value);
+        }
+    }
+    for (const Keyword<PaintPart>& one : kPaintParts) add(one.value);
+    order = result;
+}
+
+void textDecoration(TextDecoration& target, const Value& value) {
+    target = {};
+    for (std::string_view text = value.text; !(text = trimFront(text)).empty();) {
+        const std::string_view word = takeWord(text);
+        target.underline |= equalsNoCase(word, "underline");
+        target.overline |= equalsNoCase(word, "overline");
+        target.lineThrough |= equalsNoCase(word, "line-through");
+    }
+}
+
+void blendMode(EBlend& target, const Value& value) {
+    target = blendModeOf(value.text).value_or(target);
+}
+
+// Shorthands.
+
+void marker(Style& style, const Value& value) {
+    writtenOrNone(style.markerStart, value);
+    style.markerMid = style.markerEnd = style.markerStart;
+}
+
+// The size in a "font" shorthand: the last word before the family that starts with a digit (12px/1.4).
+std::string_view fontSizeOf(std::string_view font) {
+    while (!font.empty()) {
+        std::string_view word = takeWord(font);
+        if (word.empty() || !(isDigit(word.front()) || word.front() == '.')) continue;
+        word = word.substr(0, word.find('/'));
+        if (!isDigit(word.back())) return word;  // without a unit it is the weight
+    }
+    return {};
+}
+
+// "italic bold 12px/1.4 'Name', sans-serif": words up to the size, then the family.
+void font(Style& style, const Value& value) {
+    const std::string_view text = value.text;
+    style.italic = false;
+    style.fontWeight = 400;
+    const std::string_view size = fontSizeOf(text);
+    if (size.empty()) return;
+    const std::string_view before = text.substr(0, static_cast<std::size_t>(size.data() - text.data()));
+    for (std::string_view rest = before; !(rest = trimFront(rest)).empty();) {
+        const Value word{takeWord(rest), value.reading, style};
+        fontStyle(style.italic, word);
+        fontWeight(style.fontWeight, word);
+    }
+    fontSize(style.fontSize, {size, value.reading, style});
+    std::string_view family = text.substr(before.size());
+    takeWord(family);  // the size with its line height
+    style.fontFamily = trim(family);
+}
+
+struct Row {
+    std::string_view name;
+    bool isInherited = true;
+    Vocabulary vocabulary = Vocabulary::drawing;
+    bool isAttribute = true;  // else it is for style sheets and style attributes only
+    void (*read)(Style& style, const Value& value) = nullptr;
+    // "inherit" from the parent, "initial" from a fresh style; null: no such words.
+    void (*copy)(Style& style, const Style& from) = nullptr;
+    PaintMember paint = nullptr;
+
+    constexpr Row forModel() const {
+        Row row = *this;
+        row.vocabulary = Vocabulary::model;
+        return row;
+    }
+    constexpr Row inStylesOnly() const {
+        Row row = *this;
+        row.isAttribute = false;
+        return row;
+    }
+};
+
+template <class T>
+constexpr auto& memberOf(auto& style, T InheritedStyle::*member) {
+    return style.*member;
+}
+template <class T>
+constexpr auto& memberOf(auto& style, T OwnStyle::*member) {
+    return style.own.*member;
+}
+template <class T>
+constexpr bool isInheritedMember(T InheritedStyle::*) {
+    return true;
+}
+template <class T>
+constexpr bool isInheritedMember(T OwnStyle::*) {
+    return false;
+}
+
+// A property with one member, which says by where it stands whether the property inherits.
+template <auto member, auto readValue>
+constexpr Row row(std::string_view name) {
+    Row row;
+    row.name = name;
+    row.isInherited = isInheritedMember(member);
+    row.read = [](Style& style, const Value& value) { readValue(memberOf(style, member), value); };
+    row.copy = [](Style& style, const Style& from) { memberOf(style, member) = memberOf(from, member); };
+    if constexpr (std::is_same_v<decltype(member), PaintMember>) row.paint = member;
+    return row;
+}
+
+template <auto readValue, auto... members>
+constexpr Row shorthand(std::string_view name) {
+    Row row;
+    row.name = name;
+    row.isAttribute = false;
+    row.read = readValue;
+    row.copy = [](Style& style, const Style& from) { ((style.*members = from.*members), ...); };
+    return row;
+}
+
+constexpr Row withoutCopy(Row row) {
+    row.copy = nullptr;
+    return row;
+}
+
+using In = InheritedStyle;
+using Own = OwnStyle;
+
+// Presentation attributes are applied in this order, so the font size, which others refer to, stands first.
+constexpr Row kProperties[] = {
+    row<&In::fontSize, fontSize>("font-size").forModel(),
+    row<&In::fill, paint>("fill").forModel(),
+    row<&In::stroke, paint>("stroke").forModel(),
+    row<&In::color, color>("color").forModel(),
+    withoutCopy(row<&In::displayed, display>("display")).forModel(),
+    row<&In::visible, keyword<kVisibilities>>("visibility").forModel(),
+    row<&In::textAnchor, keyword<kTextAnchors>>("text-anchor").forModel(),
+    row<&Own::filter, writtenOrNone>("filter").forModel(),
+    row<&Own::mask, writtenOrNone>("mask").forModel(),
+    row<&Own::clipPath, writtenOrNone>("clip-path").forModel(),
+    row<&Own::stopColor, paint>("stop-color").forModel(),
+    shorthand<font, &In::fontSize, &In::fontFamily, &In::fontWeight, &In::italic>("font").forModel(),
+    row<&In::fillOpacity, opacity>("fill-opacity"),
+    row<&In::strokeOpacity, opacity>("stroke-opacity"),
+    row<&In::fillRule, keyword<kFillRules>>("fill-rule"),
+    row<&In::clipRule, keyword<kFillRules>>("clip-rule"),
+    row<&In::strokeWidth, positiveLength>("stroke-width"),
+    row<&In::lineCap, keyword<kLineCaps>>("stroke-linecap"),
+    row<&In::lineJoin, keyword<kLineJoins>>("stroke-linejoin"),
+    row<&In::miterLimit, miterLimit>("stroke-miterlimit"),
+    row<&In::dashArray, writtenOrNone>("stroke-dasharray"),
+    row<&In::dashOffset, anyLength>("stroke-dashoffset"),
+    row<&In::paintOrder, paintOrder>("paint-order"),
+    row<&In::markerStart, writtenOrNone>("marker-start"),
+    row<&In::markerMid, writtenOrNone>("marker-mid"),
+    row<&In::markerEnd, writtenOrNone>("marker-end"),
+    shorthand<marker, &In::markerStart, &In::markerMid, &In::markerEnd>("marker"),
+    row<&In::fontFamily, written>("font-family"),
+    row<&In::fontWeight, fontWeight>("font-weight"),
+    row<&In::italic, fontStyle>("font-style"),
+    row<&In::letterSpacing, anyLength>("letter-spacing"),
+    row<&In::wordSpacing, anyLength>("word-spacing"),
+    row<&In::preserveSpace, keyword<kWhiteSpaces>>("white-space"),
+    row<&In::baseline, keyword<kBaselines>>("dominant-baseline"),
+    row<&In::smoothImages, keyword<kImageRendering>>("image-rendering"),
+    row<&In::linearFilters, keyword<kFilterColors>>("color-interpolation-filters"),
+    row<&Own::baselineShift, written>("baseline-shift"),
+    row<&Own::decoration, textDecoration>("text-decoration"),
+    row<&Own::decoration, textDecoration>("text-decoration-line"),
+    row<&Own::opacity, opacity>("opacity"),
+    row<&Own::stopOpacity, opacity>("stop-opacity"),
+    row<&Own::floodColor, paint>("flood-color"),
+    row<&Own::floodOpacity, opacity>("flood-opacity"),
+    row<&Own::lightingColor, paint>("lighting-color"),
+    row<&Own::alphaMask, keyword<kMaskTypes>>("mask-type"),
+    row<&Own::showsOverflow, keyword<kOverflows>>("overflow"),
+    row<&Own::keepsStrokeWidth, keyword<kVectorEffects>>("vector-effect"),
+    row<&Own::blend, blendMode>("mix-blend-mode").inStylesOnly(),
+    row<&Own::isolated, keyword<kIsolations>>("isolation").inStylesOnly(),
+};
+static_assert(std::size(kProperties) <= 64);
+
+// The names of a vocabulary's rows.
+template <Vocabulary vocabulary>
+constexpr auto namesOf() {
+    constexpr auto isWanted = [](const Row& row) { return row.vocabulary <= vocabulary; };
+    std::array<Word<Property>, std::count_if(std::begin(kProperties), std::end(kProperties), isWanted)>
+        words{};
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < std::size(kProperties); ++i) {
+        if (isWanted(kProperties[i])) words[count++] = {kProperties[i].name, static_cast<Property>(i)};
+    }
+    return WordTable<Property, words.size()>(words);
+}
+constexpr auto kModelNames = namesOf<Vocabulary::model>();
+constexpr auto kNames = namesOf<Vocabulary::drawing>();
+
+constexpr std::uint64_t kModelBits = [] {
+    std::uint64_t bits = 0;
+    for (std::size_t i = 0; i < std::size(kProperties); ++i) {
+        if (kProperties[i].vocabulary == Vocabulary::model) bits |= std::uint64_t{1} << i;
+    }
+    return bits;
+}();
+
+constexpr auto kSlots = [] {
+    constexpr auto isAttribute = [](const Row& row) { return row.isAttribute; };
+    std::array<Word<std::uint8_t>,
+               std::size(kPlainAttributes) +
+                   std::count_if(std::begin(kProperties), std::end(kProperties), isAttribute)>
+        words{};
+    std::size_t count = 0;
+    for (const Word<Attribute>& word : kPlainAttributes)
+        words[count++] = {word.text, static_cast<std::uint8_t>(word.id)};
+    for (std::size_t i = 0; i < std::size(kProperties); ++i) {
+        if (isAttribute(kProperties[i]))
+            words[count++] = {kProperties[i].name, static_cast<std::uint8_t>(kPropertySlot + i)};
+    }
+    return WordTable<std::uint8_t, words.size()>(words);
+}();
+constexpr PackedWordTable kShortSlots(kSlots);
+
+enum class GlobalWord : std::uint8_t { none, inherit, initial };
+
+GlobalWord globalWord(std::string_view value, bool isInherited) {
+    if (value.size() < 5) return GlobalWord::none;
+    const char first = toLower(value[0]);
+    if (first != 'i' && first != 'u' && first != 'r') return GlobalWord::none;
+    const bool natural = equalsNoCase(value, "unset") || equalsNoCase(value, "revert");
+    if (equalsNoCase(value, "inherit") || (natural && isInherited)) return GlobalWord::inherit;
+    return natural || equalsNoCase(value, "initial") ? GlobalWord::initial : GlobalWord::none;
+}
+
+}  // namespace
+
+Property findProperty(std::string_view name, Vocabulary vocabulary) {
+    return vocabulary == Vocabulary::model ? kModelNames.find(name, kUnknownProperty)
+                                           : kNames.find(name, kUnknownProperty);
+}
+
+std::uint64_t propertiesOf(Vocabulary vocabulary) {
+    return vocabulary == Vocabulary::model ? kModelBits : ~std::uint64_t{0};
+}
+
+std::uint8_t findSlot(const char* name) {
+    const char* rest = name;
+    const std::uint64_t key = packWord(rest);
+    return *rest == '\0' ? kShortSlots.find(key, std::uint8_t{0}) : kSlots.find(name, std::uint8_t{0});
+}
+
+void applyProperty(Style& style, const Reading& reading, Property property, std::string_view value) {
+    const Row& row = kProperties[property];
+    value = trim(value);
+    if (value.empty()) return;
+    style.hasOwn |= !row.isInherited;
+    const GlobalWord word = row.copy != nullptr ? globalWord(value, row.isInherited) : GlobalWord::none;
+    if (word == GlobalWord::none) {
+        row.read(style, {value, reading, style});
+    } else {
+        row.copy(style, word == GlobalWord::inherit ? reading.parent : Style());
+    }
+}
+
+PaintMember paintMember(Property property) {
+    return kProperties[property].paint;
+}
+
+}  // namespace svg

@@ -1,0 +1,42 @@
+// The table of properties: the name of each, how its value is read, whether it inherits.
+//
+//     const Reading reading{parent, {width, height}};
+//     applyProperty(style, reading, findProperty("stroke-width", Vocabulary::drawing), "2mm");
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "formats/svg/style/style.h"
+
+namespace svg {
+
+// The number of a row; presentation attributes of an element are a set of 64 bits.
+using Property = std::uint8_t;
+constexpr Property kUnknownProperty = 255;
+
+// Which properties a reader asks for: those of the document model, or all.
+enum class Vocabulary : std::uint8_t { model, drawing };
+
+// What values are relative to.
+struct Reading {
+    const Style& parent;
+    double viewportWidth = 0;
+    double viewportHeight = 0;
+};
+
+Property findProperty(std::string_view name, Vocabulary vocabulary);
+// The presentation attributes that a vocabulary takes, one bit for a property.
+std::uint64_t propertiesOf(Vocabulary vocabulary);
+// The number of an attribute without a prefix, by its terminated name: that of an Attribute, or kPropertySlot
+// and a property; 0 for an unknown one.
+std::uint8_t findSlot(const char* name);
+
+// Sets one property from its text. An invalid value changes nothing.
+void applyProperty(Style& style, const Reading& reading, Property property, std::string_view value);
+
+// The member that a property with nothing but a paint sets; null for every other property.
+using PaintMember = Paint InheritedStyle::*;
+PaintMember paintMember(Property property);
+
+}  // namespace svg
