@@ -15,8 +15,8 @@
 //   16      u64    checksum  FNV-1a (64 bits) of the content
 //   24      length content   values, tagged records and objects, one after the other
 //
-// FNV-1a maps different inputs that differ in one byte to different sums, always: each of its steps can be
-// undone.
+// FNV-1a maps different inputs that differ in one byte to different sums, always: each of its steps
+// can be undone.
 //
 // A number
 //   0       i32    value
@@ -61,8 +61,8 @@ void setNumberAt(std::vector<BYTE>& bytes, std::size_t at, std::uint64_t value, 
 
 }  // namespace
 
-// Reading or writing one thing of several parts: when an exception ends it, the archive is put back to its
-// begin.
+// Reading or writing one thing of several parts: when an exception ends it, the archive is put back
+// to its begin.
 class AArchive::Step {
 public:
     explicit Step(AArchive& archive)

@@ -62,8 +62,8 @@ public:
 
     friend bool operator==(const AString& a, const AString& b) { return a.m_text == b.m_text; }
     friend bool operator==(const AString& a, const WCHAR* b) { return a.Compare(b) == 0; }
-    // All four orders, for both kinds of text: without them the conversion to a pointer would compare
-    // addresses.
+    // All four orders, for both kinds of text: without them the conversion to a pointer
+    // would compare addresses.
     friend std::strong_ordering operator<=>(const AString& a, const AString& b) {
         return a.m_text <=> b.m_text;
     }
@@ -84,6 +84,6 @@ private:
     kzutil::WideString m_text;
 };
 
-// Compares without regard to the case of A to Z, as AString::CompareNoCase; the result's sign tells the
-// order.
+// Compares without regard to the case of A to Z, as AString::CompareNoCase; the result's sign
+// tells the order.
 int kzCompareNoCase(const WCHAR* a, const WCHAR* b);

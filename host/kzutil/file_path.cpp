@@ -17,8 +17,8 @@ kzutil::WideString programPath() {
     return {};
 }
 
-// Where paths are written with '/', the program's begins with one, and a backslash is a letter like any
-// other.
+// Where paths are written with '/', the program's begins with one, and a backslash is a letter
+// like any other.
 bool usesBackslashes() {
     static const bool uses = [] {
         const kzutil::WideString path = programPath();

@@ -16,8 +16,8 @@ public:
     const AString& getPath() const { return m_path; }
     operator const WCHAR*() const { return m_path; }
 
-    // Where the base folder is: the folder of the running program until a host says otherwise. Empty: back to
-    // that.
+    // Where the base folder is: the folder of the running program until a host says otherwise. Empty:
+    // back to that.
     static void setBaseFolder(const AString& folder);
 
 private:

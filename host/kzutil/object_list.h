@@ -27,12 +27,12 @@ public:
     bool IsEmpty() const { return m_entries.empty(); }
 
     void AddTail(ARoot* entry);
-    // Appends the entries of another list, in order. Appending a list to itself doubles it; null appends
-    // nothing.
+    // Appends the entries of another list, in order. Appending a list to itself doubles it;
+    // null appends nothing.
     void AddTail(const AObList* list);
     void RemoveAll();
-    // Removes the first entry that is this object; false when there is none. Positions at or behind it move
-    // down.
+    // Removes the first entry that is this object; false when there is none. Positions at or behind
+    // it move down.
     bool Remove(const ARoot* entry);
 
     // Both are null for an empty list.

@@ -8,8 +8,8 @@ namespace {
 
 constexpr char32_t kReplacement = 0xfffd;
 
-// Names are nearly always plain ASCII, and millions of them are converted: eight bytes are looked at in one
-// step.
+// Names are nearly always plain ASCII, and millions of them are converted: eight bytes are looked at
+// in one step.
 bool isAscii(std::string_view text) {
     const char* at = text.data();
     std::size_t left = text.size();
@@ -29,9 +29,9 @@ bool isAscii(WideView text) {
     return all < 0x80;
 }
 
-// What may follow a lead byte: the range of the second byte, and how many bytes follow in all. Further ones
-// are 80..BF. The ranges leave out overlong forms, surrogates and what lies beyond U+10FFFF. No row:
-// malformed.
+// What may follow a lead byte: the range of the second byte, and how many bytes follow in all.
+// Further ones are 80..BF. The ranges leave out overlong forms, surrogates and what lies beyond
+// U+10FFFF. No row: malformed.
 struct Lead {
     unsigned char first, last;
     unsigned char low, high;

@@ -41,13 +41,13 @@ public:
     void initImageLists();
 
     // Finds or makes the groups of the path and the leaf, and gives the leaf the data. Two leaves of one text
-    // under one parent become one item, deliberately, with the data that came last; a group that the path
-    // passes through gets the picture -1 again even if it had one of its own; a new leaf is unchecked
-    // whatever its parent shows, and its parent's check is not computed anew. Null when the insertion fails.
+    // under one parent become one item with the data that came last; a group that the path passes through
+    // gets the picture -1 again even if it had one of its own; a new leaf is unchecked whatever its parent
+    // shows, and its parent's check is not computed anew. Null when the insertion fails.
     HTREEITEM insertItem(const WCHAR* path, DWORD data);
 
-    // The first child of the parent (null: the top level) with the text, case-sensitive; null when there is
-    // none.
+    // The first child of the parent (null: the top level) with the text, case-sensitive; null when
+    // there is none.
     HTREEITEM findItemByText(const WCHAR* text, HTREEITEM parent);
     // The first item in pre-order with the data; null when there is none.
     HTREEITEM findItemByData(DWORD data);
@@ -67,7 +67,7 @@ public:
 
     // Append the data of checked (unchecked) items and return the list's size. With `stop`, an item that has
     // data stands for its subtree; else its descendants do. The walk climbs one level only where a run of
-    // siblings ends, deliberately: what follows the last run of grandchildren is not visited.
+    // siblings ends, and owners rely on its order: what follows the last run of grandchildren is not visited.
     int getCheckedData(ADWordArray& data, int stopAtChecked) const;
     int getUncheckedData(ADWordArray& data, int stopAtUnchecked) const;
     // Brings a list of checked data up to date: values whose items are not checked leave, checked ones come

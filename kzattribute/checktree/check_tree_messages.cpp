@@ -27,9 +27,9 @@ bool changesRecord(LPARAM lParam) {
            ((record->mask & TVIF_STATE) != 0 && (record->stateMask & kStateMask) != 0);
 }
 
-// True for a message that may change what the index knows of: which items there are, in which order, with
-// which texts, data and checks. A label is edited in a child window, whose end is a command or its
-// destruction.
+// True for a message that may change what the index knows of: which items there are, in which
+// order, with which texts, data and checks. A label is edited in a child window, whose end is a
+// command or its destruction.
 bool changesItems(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case TVM_SETITEMW:
@@ -97,8 +97,8 @@ bool ACheckTree::clickCheckBox(CPoint point) {
     return true;
 }
 
-// A click on a box neither selects the item nor expands it. Of a double click, each of the two messages
-// toggles.
+// A click on a box neither selects the item nor expands it. Of a double click, each of the
+// two messages toggles.
 void ACheckTree::OnLButtonDown(UINT, CPoint point) {
     if (!clickCheckBox(point)) Default();
 }

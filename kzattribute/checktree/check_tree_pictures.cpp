@@ -42,8 +42,8 @@ void ACheckTree::makeDisabledBitmap(const CBitmap& source, CBitmap& target, int 
     }
 }
 
-// Makes a list of a strip in which these pictures are turned into their disabled forms, and shows it in the
-// tree.
+// Makes a list of a strip in which these pictures are turned into their disabled forms, and shows it
+// in the tree.
 void ACheckTree::buildList(CImageList& list, UINT bitmapId, const int (&disabled)[3], int which) {
     list.DeleteImageList();
     list.Create(kSide, kSide, ILC_COLOR24, 10, 10);
@@ -110,8 +110,8 @@ void drawSample(ADevice& device, const AReferItem* brushOrPen, const RECT& area)
 
 void ACheckTree::setItemSwatch(HTREEITEM item, const AReferItem* brushOrPen) {
     if (GetChildItem(item)) return setImages(item, I_IMAGECALLBACK);
-    // The sample is drawn from (2, 2) and copied from (3, 3) on: the pixel between belongs to the frame,
-    // deliberately.
+    // The sample is drawn from (2, 2) and copied from (3, 3) on, as the pixel between
+    // belongs to the frame.
     constexpr RECT kDrawn{2, 2, 16, 14};
     constexpr RECT kCopied{3, 3, 16, 14};
     CDC display;
@@ -153,7 +153,7 @@ void ACheckTree::setItemColor(HTREEITEM item, COLORREF color) {
             memory.PatBlt(0, 0, kSide, kSide, PATCOPY);
         }
         const CSelection brush(memory, foreground);
-        // One column wider than the picture, deliberately: the colour runs to the edge.
+        // One column wider than the picture, so that the colour runs to the edge.
         memory.PatBlt(3, 2, 14, 12, PATCOPY);
     }
     addPicture(item, picture);

@@ -9,7 +9,7 @@
 #include "conditions/object_condition.h"
 
 // The host's object classes, in the order in which a page lists their entries. ABitmap stands between
-// ACombinePathText and ACombineWeld, deliberately.
+// ACombinePathText and ACombineWeld: what is drawn, before what combines.
 inline constexpr std::array<const WCHAR*, 37> kObjectClasses = {
     _T("ARectangle"),     _T("AOval"),
     _T("APolygon"),       _T("AStarburst"),

@@ -15,9 +15,9 @@
 // AStrokeCondition  | objects by their stroke                   | colorItem             | ACondition
 // AReferCondition   | colour and brush items                    | a counted item        | AReferCondition
 //
-// Five of the kinds clone into a plain condition, deliberately: their clone is an entry of a tree, no
-// predicate. Conditions live as long as the page, dialog or filter that owns them and are never archived.
-// They are made on the user-interface thread alone: the serial counter is a plain one.
+// Five of the kinds clone into a plain condition: their clone is an entry of a tree and no predicate, whose
+// items it might outlive. Conditions live as long as the page, dialog or filter that owns them and are never
+// archived. They are made on the user-interface thread alone: the serial counter is a plain one.
 #pragma once
 
 #include <cstdint>

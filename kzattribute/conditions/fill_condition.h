@@ -22,8 +22,8 @@ public:
     // A fill without a brush item matches nothing, not even "No fill".
     BOOL isMatch(ARoot* item) const override;
     HTREEITEM addToTree(ACheckTree& tree) const override;
-    // Stricter than isMatch, deliberately: two entries for one brush item that is not solid have nothing in
-    // common.
+    // Stricter than isMatch: two entries for one brush item that is not solid have nothing in common, as each
+    // object with a gradient has an entry of its own.
     BOOL hasCommonClass(const ACondition& other) const override;
 
     // Not counted: it has to outlive the condition. Null: any brush item of the classes.

@@ -24,7 +24,7 @@ public:
     // To an item.
     void reset(const AString& itemPath, AReferItem* item);
 
-    // With the source's path, serial, presence flags, classes and item. Consumes a serial, deliberately: it
+    // With the source's path, serial, presence flags, classes and item. Consumes a serial all the same: it
     // is made anew before it takes the source's.
     ACondition* clone() const override;
     BOOL isMatch(ARoot* item) const override;

@@ -1,5 +1,5 @@
-// Extraction of the module's classes from the host's archives. A host that does not know the class reads
-// null.
+// Extraction of the module's classes from the host's archives. A host that does not know the
+// class reads null.
 #include "kzutil/archive.h"
 #include "select/select_by_attr_tool.h"
 #include "select/select_color_tool.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// The object is stored as the archive gives it, deliberately without a test of its type: the archive's own
+// The object is stored as the archive gives it, without a test of its type: the archive's own
 // class name decided what it is, and a caller that asked for another class gets that object all the same.
 template <class Class>
 AArchive& extract(AArchive& archive, Class*& object) {

@@ -13,8 +13,8 @@ AFX_EXTENSION_MODULE extensionModule{};
 // Null when there is no localized module. Loaded once on attach, freed once on detach.
 HMODULE localizedModule = nullptr;
 
-// The localized module stands beside the plug-in; whatever keeps it from being loaded, the module's own texts
-// serve.
+// The localized module stands beside the plug-in; whatever keeps it from being loaded, the module's
+// own texts serve.
 HMODULE loadLocalizedModule() {
     try {
         AFilePath path;

@@ -71,7 +71,7 @@ enum class Decision { take, enter, leave };
 Decision decide(AObject& object, FillMatcher& matcher) {
     if (isPassedOver(object)) return Decision::leave;
     if (const ABrush* brush = object.getBrush()) {
-        // An object without extent is left out with all that it contains, deliberately.
+        // An object without extent is left out with all that it contains: nobody sees it.
         AFRect bounds;
         object.getBoundingRect(bounds);
         if (bounds.IsRectEmpty()) return Decision::leave;

@@ -4,8 +4,7 @@
 #include <new>
 
 #include "conditions/refer_condition.h"
-#include "kzcore/view/view.h"
-#include "viewfilter/view_attr_filter.h"
+#include "viewfilter/tool_steps.h"
 
 const AString AShowAllTool::className(_T("AShowAllTool"));
 const AString AShowAllExceptTool::className(_T("AShowAllExceptTool"));
@@ -13,12 +12,12 @@ const AString AShowThisTool::className(_T("AShowThisTool"));
 const AString AHideThisTool::className(_T("AHideThisTool"));
 const AString AHideAllExceptTool::className(_T("AHideAllExceptTool"));
 
-namespace {
+using viewfilter::attributeFilterOf;
+using viewfilter::end;
+using viewfilter::endAndRedraw;
+using viewfilter::resetSelection;
 
-// The view's filter when it is one of ours; null for any other and for none.
-AViewAttrFilter* attributeFilterOf(const ADocView& view) {
-    return dynamic_cast<AViewAttrFilter*>(view.m_viewFilter);
-}
+namespace {
 
 // The view's own filter, changed in place, or a new one that is the view's once it is handed over.
 class FilterInWork {
@@ -65,30 +64,13 @@ std::unique_ptr<AReferCondition> conditionOn(AReferItem* item) {
     return std::make_unique<AReferCondition>(AString(), item);
 }
 
-// What a start operation returns: 1.
-int end(ATool& tool) {
-    tool.notifyEnd(nullptr);
-    return 1;
-}
-
-int redrawAndEnd(ATool& tool) {
-    tool.redrawView(0, nullptr);
-    return end(tool);
-}
-
-// The view is asked for again: handing a filter over may have closed it.
-int resetRedrawAndEnd(ATool& tool) {
-    if (const ADocView* view = ADocView::GetActiveView()) view->m_selection->resetSelection(1);
-    return redrawAndEnd(tool);
-}
-
 }  // namespace
 
 int AShowAllTool::onToolStart() {
     ADocView* view = ADocView::GetActiveView();
     if (!view) return end(*this);
     view->setViewFilter(nullptr);
-    return redrawAndEnd(*this);
+    return endAndRedraw(*this);
 }
 
 int AShowAllExceptTool::onToolStart(const AFPoint&, void* data) {
@@ -102,7 +84,7 @@ int AShowAllExceptTool::onToolStart(const AFPoint&, void* data) {
     filter->hideCondition(condition.get());
     condition.reset();
     filter.handOver();
-    return redrawAndEnd(*this);
+    return endAndRedraw(*this);
 }
 
 // A colour that is visible already changes nothing, but the view is drawn anew; a filter that was made to ask
@@ -117,7 +99,7 @@ int AShowThisTool::onToolStart(const AFPoint&, void* data) {
         filter->showCondition(conditionOn(item).get());
         filter.handOver();
     }
-    return redrawAndEnd(*this);
+    return endAndRedraw(*this);
 }
 
 // A colour that is hidden already leaves the filter as it is; the selection goes all the same.
@@ -131,7 +113,8 @@ int AHideThisTool::onToolStart(const AFPoint&, void* data) {
         filter->hideCondition(conditionOn(item).get());
         filter.handOver();
     }
-    return resetRedrawAndEnd(*this);
+    resetSelection();
+    return endAndRedraw(*this);
 }
 
 int AHideAllExceptTool::onToolStart(const AFPoint&, void* data) {
@@ -144,5 +127,6 @@ int AHideAllExceptTool::onToolStart(const AFPoint&, void* data) {
     filter->showCondition(condition.get());
     condition.reset();
     filter.handOver();
-    return resetRedrawAndEnd(*this);
+    resetSelection();
+    return endAndRedraw(*this);
 }

@@ -29,9 +29,9 @@ public:
     AViewAttrFilter& operator=(const AViewAttrFilter&) = delete;
     ~AViewAttrFilter() override;
 
-    // Whether what is painted with the item is drawn: 1 or 0. A solid brush and a pen count by their colour;
-    // without one, and as a pen of a gradient, they match nothing. Costs the same however many colours are
-    // listed.
+    // Whether what is painted with the item is drawn: 1 or 0. A solid brush and a pen count by their
+    // colour; without one, and as a pen of a gradient, they match nothing. Costs the same however many
+    // colours are listed.
     //
     // Null is hidden, but visible to a filter that shows everything: it asks no further.
     int isVisible(AReferItem* item) override;
@@ -77,8 +77,8 @@ private:
     void startLists(const ACondition& condition);
     void moveCondition(const ACondition& condition, Side to, Side from);
     void become(Lists lists, BYTE uniform, BYTE negative);
-    // Lets the arrays and their indexes follow the lists. Every answer starts with it: undo changes the lists
-    // alone.
+    // Lets the arrays and their indexes follow the lists. Every answer starts with it: undo changes
+    // the lists alone.
     void follow() const;
     ListedConditions& listed(Side side) const { return side == &Lists::show ? m_shown : m_hidden; }
 

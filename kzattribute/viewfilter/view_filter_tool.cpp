@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "viewfilter/color_tool.h"
+#include "viewfilter/tool_steps.h"
 #include "viewfilter/view_filter_dialog.h"
 
 using viewfilter::attributeFilterOf;

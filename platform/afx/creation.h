@@ -1,5 +1,5 @@
-// Attaching an object to its window at the very start of the window's creation, so that it sees every
-// message.
+// Attaching an object to its window at the very start of the window's creation, so that it
+// sees every message.
 //
 //     AfxWindowCreation creation(*this);
 //     HWND window = CreateDialogParamW(…);   // the first window created from here on becomes this object's

@@ -6,8 +6,8 @@
 
 namespace {
 
-// Newest first. A plain pointer, ready before any static initialiser of a library that links itself into the
-// chain.
+// Newest first. A plain pointer, ready before any static initialiser of a library that links itself
+// into the chain.
 CDynLinkLibrary* newest_library = nullptr;
 
 // The first module handle, in search order, of which the question holds: localized resources before the

@@ -24,8 +24,8 @@
 // localized module lacks is found in the module itself: for strings this holds id by id, not table block by
 // table block.
 //
-// The chain belongs to the process, and to the thread that loads modules and runs the windows: it is not
-// locked.
+// The chain belongs to the process, and to the thread that loads modules and runs the windows: it
+// is not locked.
 #pragma once
 
 #include "platform/winapi.h"

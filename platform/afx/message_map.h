@@ -74,9 +74,9 @@ protected:                                        \
     return &map;                                   \
     }
 
-// Parameters are the handler's types, arguments what the message gives it. The cast holds the handler to its
-// signature; the call goes by name, since sanitizers misjudge calls through a pointer to a second base's
-// member.
+// Parameters are the handler's types, arguments what the message gives it. The cast holds the handler
+// to its signature; the call goes by name, since sanitizers misjudge calls through a pointer to a
+// second base's member.
 #define AFX_ENTRY(message, code, id, last, Result, Parameters, name, arguments)                    \
     {message, code, static_cast<UINT>(id), static_cast<UINT>(last),                                \
      [](CWnd& window, [[maybe_unused]] WPARAM wParam, [[maybe_unused]] LPARAM lParam) -> LRESULT { \

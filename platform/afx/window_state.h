@@ -11,8 +11,8 @@ struct AfxWindowState {
     std::unordered_map<HWND, CWnd*> permanent;
     std::unordered_map<HWND, std::unique_ptr<CWnd>> temporary;
     std::size_t temporary_limit = 64;
-    // The procedures of windows that lost their object while somebody else's procedure still calls
-    // AfxWndProc.
+    // The procedures of windows that lost their object while somebody else's procedure
+    // still calls AfxWndProc.
     std::unordered_map<HWND, WNDPROC> orphans;
     AfxWindowCreation* creation = nullptr;
     MSG message = {};  // being handled

@@ -115,8 +115,8 @@ protected:
     virtual void DoDataExchange(CDataExchange*) {}
     // DefWindowProc for the message that is being handled.
     LRESULT Default();
-    // The object has its window, which has seen no message yet (Create) or all of its creation
-    // (SubclassWindow).
+    // The object has its window, which has seen no message yet (Create) or all of
+    // its creation (SubclassWindow).
     virtual void PreSubclassWindow() {}
     // The window is gone and the object detached; may delete it.
     virtual void PostNcDestroy() {}

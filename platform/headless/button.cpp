@@ -1,8 +1,8 @@
 // Push buttons, check boxes and group boxes.
 //
-// A click (the mouse, the space bar, or BM_CLICK) tells the parent BN_CLICKED; automatic check boxes go to
-// their next state first. A second click of a double click counts as a click, unless the style asks for
-// BN_DOUBLECLICKED.
+// A click (the mouse, the space bar, or BM_CLICK) tells the parent BN_CLICKED; automatic check boxes
+// go to their next state first. A second click of a double click counts as a click, unless the style
+// asks for BN_DOUBLECLICKED.
 #include "platform/headless/controls.h"
 #include "platform/headless/desk.h"
 #include "platform/headless/guard.h"
@@ -40,8 +40,8 @@ bool starts_group(HWND window) {
     return (GetWindowLongW(window, GWL_STYLE) & static_cast<LONG>(WS_GROUP)) != 0;
 }
 
-// The buttons of a group stand one after another; the first one, and the first of the next group, have
-// WS_GROUP.
+// The buttons of a group stand one after another; the first one, and the first of the next
+// group, have WS_GROUP.
 void uncheck_rest_of_group(HWND chosen) {
     auto uncheck = [](HWND other) {
         Window* found = find_window(other);

@@ -8,8 +8,8 @@
 
 namespace headless {
 
-// What the body answers; a null answer and a last error when it runs out of memory or fails in an unforeseen
-// way.
+// What the body answers; a null answer and a last error when it runs out of memory or fails in
+// an unforeseen way.
 template <class Body>
 auto guarded(Body body) noexcept -> decltype(body()) {
     try {

@@ -14,8 +14,8 @@ using namespace headless;
 
 using EntryPoint = BOOL (*)(HINSTANCE, DWORD, LPVOID);
 
-// A module without an entry point agrees to everything. An exception must not reach the loader: it counts as
-// refusal.
+// A module without an entry point agrees to everything. An exception must not reach the loader: it
+// counts as refusal.
 BOOL call_entry_point(const Module& module, DWORD reason) {
     const auto entry_point = reinterpret_cast<EntryPoint>(own_symbol(module.object, "DllMain"));
     if (entry_point == nullptr) return TRUE;
@@ -35,8 +35,8 @@ void unload(Module& module) {
     drop_unloaded_modules();
 }
 
-// Why dlopen refused the file. It looks for the file's own dependencies too, and tells that apart in its text
-// only.
+// Why dlopen refused the file. It looks for the file's own dependencies too, and tells that apart in
+// its text only.
 DWORD load_error(const std::string& path) {
     const char* text = dlerror();
     const ModuleFile front = read_front(path, 4);

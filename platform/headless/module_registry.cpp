@@ -24,8 +24,8 @@ Registry& registry() {
     return *instance;
 }
 
-// The low 16 bits stay free: resource-only modules carry a mark there, and no handle looks like a resource
-// number.
+// The low 16 bits stay free: resource-only modules carry a mark there, and no handle looks like
+// a resource number.
 HMODULE new_handle(ULONG_PTR mark) {
     return reinterpret_cast<HMODULE>(++registry().last_serial << 16 | mark);
 }

@@ -20,8 +20,8 @@ link_map* program_object();
 // has none.
 void* own_symbol(link_map* object, const char* name);
 
-// How many objects have been unloaded from this process so far: while it stands, every link_map is still
-// good.
+// How many objects have been unloaded from this process so far: while it stands, every link_map
+// is still good.
 unsigned long long unload_count();
 
 // The absolute path of the object's file, in UTF-8.

@@ -2,13 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "host_calls.h"
-#include "select/select_by_attr_tool.h"
 #include "select/select_color_tool.h"
 #include "select/select_similar_tool.h"
 #include "support/drawing.h"
 #include "viewfilter/color_tools.h"
 #include "viewfilter/view_attr_filter.h"
-#include "viewfilter/view_filter_tool.h"
 
 using test::Drawing;
 using test::hostCalls;
@@ -107,8 +105,6 @@ TEST_F(RecordedHost, WithoutAViewAToolOnlyEnds) {
     EXPECT_EQ(callsOf<AHideAllExceptTool>(red), Calls{"end"});
     EXPECT_EQ(callsOf<ASelectSimilarTool>(), Calls{"end"});
     EXPECT_EQ(callsOf<ASelectColorTool>(), Calls{"end"});
-    EXPECT_EQ(callsOf<ASelectByAttrTool>(), Calls{"end"});
-    EXPECT_EQ(callsOf<AViewFilterTool>(), Calls{"end"});
     AHideThisTool refuses;
     hostCalls().clear();
     EXPECT_EQ(refuses.onToolStart(AFPoint(), red), 0);

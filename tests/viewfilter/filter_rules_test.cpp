@@ -268,7 +268,6 @@ TEST_F(FilterRules, ClearingDeletesTheShowListBeforeTheHideListEachFromItsHead) 
         (i < 20 ? show : hide).Add(made.emplace_back(std::make_unique<Telling>(name, deleted)).get());
         expected.push_back(name);
     }
-    AViewAttrFilter filter;
     filter.assign(show, hide, 0, 0);
     EXPECT_TRUE(deleted.empty());
     filter.clearConditions();

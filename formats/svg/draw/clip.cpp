@@ -164,22 +164,23 @@ void clipImage(DrawContext& context, pugi::xml_node clipPath, const UserSpace& s
         ACanvas canvas(pixelsOf(coverage));
         const DrawContext::OnCanvas on(context, canvas);
         APath outline;
-        forEachClipShape(
-            context, context.styleAt(clipPath), content, clipPath,
-            [&](const DrawnElement& element, Element kind) {
-                outline.clear();
-                appendOutline(context, element, kind, outline);
-                if (outline.empty()) return;
-                // Only the shape's own clip path counts here.
-                Style style;
-                style.own.clipPath = element.style.own.clipPath;
-                BoundingBox own(outline);
-                Compositing compositing(context);
-                if (!compositing.begin({element.node, element.attributes, style, element.space}, own, nullptr, 1))
-                    return;
-                context.fill(outline, compositing.space().toDrawing, APaint{}, element.style.clipRule);
-                compositing.end();
-            });
+        forEachClipShape(context, context.styleAt(clipPath), content, clipPath,
+                         [&](const DrawnElement& element, Element kind) {
+                             outline.clear();
+                             appendOutline(context, element, kind, outline);
+                             if (outline.empty()) return;
+                             // Only the shape's own clip path counts here.
+                             Style style;
+                             style.own.clipPath = element.style.own.clipPath;
+                             BoundingBox own(outline);
+                             Compositing compositing(context);
+                             if (!compositing.begin({element.node, element.attributes, style, element.space},
+                                                    own, nullptr, 1))
+                                 return;
+                             context.fill(outline, compositing.space().toDrawing, APaint{},
+                                          element.style.clipRule);
+                             compositing.end();
+                         });
     }
     multiplyByAlpha(image, coverage);
 }

@@ -123,7 +123,8 @@ public:
 private:
     class Part : public AObjectPainter {
     public:
-        Part(std::unique_lock<std::mutex> lock, DrawContext& context, const UserSpace& root, const AObject* around)
+        Part(std::unique_lock<std::mutex> lock, DrawContext& context, const UserSpace& root,
+             const AObject* around)
             : m_lock(std::move(lock)), m_walk(context, root) {
             if (around) {
                 m_walk.enterAround(*around);

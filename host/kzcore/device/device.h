@@ -6,10 +6,10 @@
 //     device.Fill(screen.screenToDrawing(RECT{3, 3, 16, 14}), AColor(RGB(255, 0, 0)));
 //     device.DrawEnd();
 //
-// Drawing belongs between DrawStart and DrawEnd; once the outermost DrawEnd is through, everybody who reads
-// the context's bitmap sees the picture. What Fill and CopyBits touch are whole pixels, exactly; paths are
-// antialiased. Everything is cut at the device's edges. Offscreen devices come from the device manager
-// (device_mgr.h).
+// Drawing belongs between DrawStart and DrawEnd; once the outermost DrawEnd is through, everybody who
+// reads the context's bitmap sees the picture. What Fill and CopyBits touch are whole pixels, exactly;
+// paths are antialiased. Everything is cut at the device's edges. Offscreen devices come from the
+// device manager (device_mgr.h).
 #pragma once
 
 #include <memory>
@@ -37,8 +37,8 @@ public:
     // The whole device.
     void Fill(const AColor& color);
     void Fill(const AFRect& rect, const AColor& color);
-    // Copies what lies at the source's rectangle; the target rectangle tells the size. SRCCOPY is the raster
-    // operation.
+    // Copies what lies at the source's rectangle; the target rectangle tells the size. SRCCOPY is
+    // the raster operation.
     void CopyBits(const AFRect& target, const ADevice& source, const AFRect& from, DWORD operation);
     void FillPath(const APath& path, const AColor& color, EFillRule rule = EFillRule::nonZero);
     // The width is in drawing units.
@@ -52,8 +52,8 @@ protected:
     // `origin`: the screen pixel that the context's first pixel stands for.
     ADevice(HDC context, const AScreenInfo& screen, POINT origin);
 
-    // Puts what was drawn on the canvas into the context. A device that owns its section does it before that
-    // goes.
+    // Puts what was drawn on the canvas into the context. A device that owns its section does it
+    // before that goes.
     void closeCanvas() const;
 
 private:

@@ -26,8 +26,8 @@ class ADisplayRecorder;
 class AGeometrySource {
 public:
     virtual ~AGeometrySource() = default;
-    // The bounding rectangle, in drawing coordinates, of an object that this source read. Empty when it has
-    // none.
+    // The bounding rectangle, in drawing coordinates, of an object that this source read. Empty when
+    // it has none.
     virtual AFRect computeBounds(const AObject& object) const = 0;
     // Starts a pass over the document that paints its objects on the canvas, which outlives the painter. Null
     // when this source cannot paint.
@@ -59,7 +59,7 @@ public:
     APaintTable& getPaint() { return m_paint; }
 
     // Makes an object of a database class that is neither a layer nor an item. It belongs to the document and
-    // is in no container yet. The name must be new to the document (see getNames().makeUnique).
+    // is in no container yet. The name must be new to the document (see getNames().addUnique).
     AObject* createObject(const AClassInfo& classInfo, std::string_view name);
     // The same for a name that may not be new: null when it is taken or empty.
     AObject* tryCreateObject(const AClassInfo& classInfo, std::string_view name);

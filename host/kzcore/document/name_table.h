@@ -1,7 +1,7 @@
 // The names of a document's objects: unique, UTF-8, found in constant time.
 //
-// Built for a million of them: the text lies in an arena, and the index of a name is its number in order of
-// addition.
+// Built for a million of them: the text lies in an arena, and the index of a name is its number in
+// order of addition.
 #pragma once
 
 #include <cstdint>

@@ -52,8 +52,8 @@ public:
     // The fill and the pen, null for an object that has none. Groups, effects and bitmaps have neither.
     virtual ABrush* getBrush() const { return m_brush; }
     virtual APen* getPen() const { return m_pen; }
-    // The geometry's extent in drawing coordinates, without the stroke; a container's is that of its
-    // children.
+    // The geometry's extent in drawing coordinates, without the stroke; a container's is that
+    // of its children.
     virtual void getBoundingRect(AFRect& bounds) const;
 
     std::uint32_t getObjectFlags(EObjectFlags mask) const { return m_flags & mask; }

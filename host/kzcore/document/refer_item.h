@@ -43,16 +43,16 @@ private:
     int m_references = 1;
 };
 
-// A colour. One C++ class serves the rows of the colour item class table; components are in 0..1, unused ones
-// 0: red, green, blue; cyan, magenta, yellow, black; gray; tint of a spot colour (whose name is its
-// identity).
+// A colour. One C++ class serves the rows of the colour item class table; components are in 0..1,
+// unused ones 0: red, green, blue; cyan, magenta, yellow, black; gray; tint of a spot colour (whose
+// name is its identity).
 class AColorItem : public AReferItem {
 public:
     using Components = std::array<float, 4>;
 
-    // `display` is the colour as a screen shows it. An empty name stands for that of the display colour: its
-    // CSS name or "#rrggbb". It is made when first asked for, as a drawing has more colours than anyone looks
-    // at.
+    // `display` is the colour as a screen shows it. An empty name stands for that of the display colour:
+    // its CSS name or "#rrggbb". It is made when first asked for, as a drawing has more colours than
+    // anyone looks at.
     AColorItem(const AClassInfo& classInfo, AString name, const Components& components, COLORREF display);
 
     const Components& getComponents() const { return m_components; }
@@ -144,8 +144,8 @@ private:
     ABrushItem* m_brush;
 };
 
-// What an object's fill accessor gives: a holder of the brush item (which may be null). Owned by the
-// document.
+// What an object's fill accessor gives: a holder of the brush item (which may be null). Owned
+// by the document.
 class ABrush {
 public:
     explicit ABrush(ABrushItem* item) : m_item(item) {}

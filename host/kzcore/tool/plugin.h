@@ -4,10 +4,10 @@
 //
 //     extern "C" const APlugInExport* APlugInExportGetList();
 //
-// It returns the address of a static, read-only table of 48-byte records: a header (kind 3, everything else
-// zero), one record for each tool (kind 2), and an all-zero record (kind 0) that ends the table. The address
-// is the same on every call, and the table never changes. All pointers stay good until the module is
-// unloaded.
+// It returns the address of a static, read-only table of 48-byte records: a header (kind 3, everything
+// else zero), one record for each tool (kind 2), and an all-zero record (kind 0) that ends the table.
+// The address is the same on every call, and the table never changes. All pointers stay good until the
+// module is unloaded.
 //
 // offset  width  field
 //      0      4  kind

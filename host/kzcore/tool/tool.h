@@ -47,8 +47,8 @@ public:
 
     // The virtual operations of ARoot come first; then these, in this order.
     virtual int isDiscarded() const;
-    // Bracket a change of the document or the selection; a pair inside a tool's run joins the tool's own
-    // step.
+    // Bracket a change of the document or the selection; a pair inside a tool's run joins the
+    // tool's own step.
     virtual int preChangeObject();
     virtual int postChangeObject(unsigned int nameId, REPEAT_FLAG repeat);
     virtual int postChangeObject(const AString* name, TRANS_FLAG transaction, REPEAT_FLAG repeat);

@@ -13,8 +13,8 @@ bool AHistory::hasFilter(const State& state) const {
     return state.filter ? filter && state.filter->isStateOf(*filter) : state.unregistered == filter;
 }
 
-// The view's state now. What equals `like` is shared with it, so that a step costs memory only for what it
-// changed.
+// The view's state now. What equals `like` is shared with it, so that a step costs memory only for
+// what it changed.
 AHistory::State AHistory::capture(const State* like) const {
     State state;
     const ASelection& selection = *m_view.m_selection;

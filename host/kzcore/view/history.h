@@ -4,7 +4,7 @@
 //     tool.onToolStart();                      // may raise: the view is then what it was before
 //     step.end();
 //
-// A step inside a step joins it. A step that changed nothing is not recorded. The last hundred steps are kept.
+// A step inside a step joins it; one that changed nothing is not recorded. The last hundred are kept.
 //
 // A filter of an unregistered class (view_filter.h) stays in the view as long as nobody replaces it; no step
 // brings it back.
@@ -49,8 +49,8 @@ private:
     struct State {
         std::shared_ptr<const std::vector<AObject*>> selection;
         unsigned long long revision = 0;  // the selection's, when it was this one
-        // One of them is null, or both: no filter. The unregistered one belongs to the view, if it is still
-        // there.
+        // One of them is null, or both: no filter. The unregistered one belongs to the view, if it
+        // is still there.
         std::shared_ptr<const AViewFilterState> filter;
         const AViewFilter* unregistered = nullptr;
     };

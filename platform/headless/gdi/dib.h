@@ -1,5 +1,5 @@
-// Device-independent bitmaps, as bitmap resources hold them: a header, a colour table, rows from the bottom
-// up.
+// Device-independent bitmaps, as bitmap resources hold them: a header, a colour table, rows from
+// the bottom up.
 #pragma once
 
 #include <cstddef>
@@ -24,8 +24,8 @@ struct Dib {
 // Nothing unless the bytes hold a whole uncompressed picture. The answer's rows point into the bytes.
 std::optional<Dib> readDib(std::span<const std::byte> bytes);
 
-// A bitmap of the display with the picture. A pixel whose number the palette lacks is black. Null without
-// memory.
+// A bitmap of the display with the picture. A pixel whose number the palette lacks is black.
+// Null without memory.
 std::unique_ptr<Bitmap> bitmapOf(const Dib& dib);
 
 }  // namespace headless

@@ -67,8 +67,8 @@ Item& deepest_first(Item& item) {
     return *first;
 }
 
-// Removes a branch, children before their parents, telling the window's parent of each item while that still
-// exists.
+// Removes a branch, children before their parents, telling the window's parent of each item while
+// that still exists.
 void remove_branch(Tree& tree, HTREEITEM branch) {
     while (Item* top = tree.items.find(branch)) {
         const HTREEITEM leaf = deepest_first(*top).handle;

@@ -4,9 +4,9 @@
 // selection.cpp, scrolling.cpp, hit_test.cpp (where the parts of an item lie), input.cpp (mouse and keys),
 // notices.cpp (what the parent is told) and procedure.cpp (the messages).
 //
-// A parent may do anything while it is told something: delete the item, or the whole tree. So every function
-// looks up its items again, by their handles, after each notice; the Tree itself lives until the message is
-// done.
+// A parent may do anything while it is told something: delete the item, or the whole tree. So every
+// function looks up its items again, by their handles, after each notice; the Tree itself lives until the
+// message is done.
 #pragma once
 
 #include "platform/headless/desk.h"

@@ -16,9 +16,9 @@
 #include <vector>
 
 #include "formats/svg/draw/context/drawing_tree.h"
-#include "kzcore/display/display_recorder.h"
 #include "formats/svg/style/style_resolver.h"
 #include "formats/svg/tree/user_space.h"
+#include "kzcore/display/display_recorder.h"
 
 namespace svg {
 

@@ -60,9 +60,9 @@ FARPROC GetProcAddress(HMODULE module, const char* name);
 // with the program; the program for a null address, with or without FROM_ADDRESS.
 BOOL GetModuleHandleExW(DWORD flags, LPCWSTR address, HMODULE* module);
 
-// The path of a module's file, of the program for null. Returns the length without the NUL; a path that does
-// not fit is cut, NUL-terminated, the answer is the buffer's size, and the last error
-// ERROR_INSUFFICIENT_BUFFER.
+// The path of a module's file, of the program for null. Returns the length without the NUL; a
+// path that does not fit is cut, NUL-terminated, the answer is the buffer's size, and the
+// last error ERROR_INSUFFICIENT_BUFFER.
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size);
 
 #define RT_BITMAP MAKEINTRESOURCEW(2)
@@ -76,8 +76,8 @@ HGLOBAL LoadResource(HMODULE module, HRSRC resource);
 LPVOID LockResource(HGLOBAL resource);
 DWORD SizeofResource(HMODULE module, HRSRC resource);
 
-// Copies a string of the string table, cut to size - 1 characters and NUL-terminated. Returns its length, 0
-// when the module has no such string (an empty string and a missing one look alike, as on Windows). With size
-// 0, the buffer is taken as an LPCWSTR* that receives a read-only pointer into the resource, not
-// NUL-terminated.
+// Copies a string of the string table, cut to size - 1 characters and NUL-terminated. Returns its
+// length, 0 when the module has no such string (an empty string and a missing one look alike, as on
+// Windows). With size 0, the buffer is taken as an LPCWSTR* that receives a read-only pointer into the
+// resource, not NUL-terminated.
 int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int size);

@@ -10,10 +10,10 @@
 //                                  nullptr, nullptr);
 //     SendMessageW(frame, WM_CLOSE, 0, 0);
 //
-// Windows have real state and send the messages that they send on Windows, in the same order; they are never
-// painted, and there is no WM_PAINT. Nobody moves a mouse or presses a key unless the program posts it: a
-// wait on an empty queue would last for ever, so it fails instead (ERROR_NO_INPUT, a code of this library's
-// own).
+// Windows have real state and send the messages that they send on Windows, in the same order; they are
+// never painted, and there is no WM_PAINT. Nobody moves a mouse or presses a key unless the program
+// posts it: a wait on an empty queue would last for ever, so it fails instead (ERROR_NO_INPUT, a code of
+// this library's own).
 //
 // Handles are numbers that are checked on every call and never given twice. All windows belong to the one
 // thread of the user interface. Class names BUTTON, STATIC and SysTreeView32 exist from the start.
