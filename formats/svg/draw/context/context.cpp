@@ -13,6 +13,12 @@ namespace {
 constexpr std::size_t kRepeatedAtLeast = 100'000;
 constexpr std::size_t kRepeatedPerElement = 100;
 constexpr std::size_t kRepeatedAtMost = 2'000'000;
+// Operations on whole images: some seconds' work.
+constexpr double kStepsAtLeast = 1e9;
+constexpr double kStepsPerPixel = 64;
+double pixelsIn(const RECT& area) {
+    return isEmpty(area) ? 0 : static_cast<double>(area.right - area.left) * (area.bottom - area.top);
+}
 // References within references.
 constexpr std::size_t kDeepestReference = 48;
 
@@ -25,6 +31,7 @@ DrawContext::DrawContext(const std::string& text, const UserSpace& root, ACanvas
       m_blends(asksForBlending(text)),
       m_canvas(&canvas),
       m_clipBounds(canvas.clipBounds()),
+      m_pixelSteps(kStepsAtLeast + kStepsPerPixel * pixelsIn(m_clipBounds)),
       m_repeatable(
           std::min(kRepeatedAtLeast + kRepeatedPerElement * m_tree.elementCount(), kRepeatedAtMost)) {
     for (const pugi::xml_node style : m_tree.styles()) m_styles.sheet().add(styleText(style));
@@ -80,12 +87,19 @@ bool DrawContext::spend(std::size_t elements) {
     return enough;
 }
 
-bool DrawContext::takeGroup(std::size_t pixels) {
+bool DrawContext::HeldPixels::take(std::size_t pixels) {
     // A dozen screens of the largest kind in one another, sixty of the usual size.
-    constexpr std::size_t kMostGroupPixels = std::size_t{1} << 27;
-    if (pixels > kMostGroupPixels - m_groupPixels) return false;
-    m_groupPixels += pixels;
+    constexpr std::size_t kMostHeld = std::size_t{1} << 27;
+    if (pixels > kMostHeld - m_context.m_heldPixels) return false;
+    m_pixels += pixels;
+    m_context.m_heldPixels += pixels;
     return true;
+}
+
+bool DrawContext::spendPixels(double pixels) {
+    const bool enough = m_pixelSteps >= pixels;
+    m_pixelSteps = enough ? m_pixelSteps - pixels : 0;
+    return enough;
 }
 
 Style DrawContext::styleAt(pugi::xml_node element) {
