@@ -10,6 +10,8 @@
 #include "app/output.h"
 #include "app/script/interpreter.h"
 #include "app/session.h"
+#include "kzutil/preference_manager.h"
+#include "kzutil/user_folder.h"
 
 namespace app {
 
@@ -108,7 +110,7 @@ std::string helpOf(const CLI::App& program) {
 struct Given {
     int status = 0;  // what the command returned
     std::string file, out, size;
-    bool json = false;
+    bool json = false, reset = false;
     std::string similar, colored;
     std::vector<std::string> colors;  // of the tool options, in no order: see stepsOf
 };
@@ -190,6 +192,14 @@ void addRender(CLI::App& program, Given& given) {
         [&given, size] { given.status = runRender(given.file, given.out, valueOf(size, given.size)); });
 }
 
+void addPrefs(CLI::App& program, Given& given) {
+    CLI::App* prefs = addCommand(program, "prefs", "Tell what the dialogs remember for the next run",
+                                 "Example:\n  kzdraw prefs --reset");
+    prefs->add_flag("--reset", given.reset, "Forget it: dialogs open where and as large as they first did");
+    addJson(prefs, given.json);
+    prefs->final_callback([&given] { given.status = runPrefs(given.reset, given.json); });
+}
+
 void addScript(CLI::App& program, Given& given) {
     CLI::App* script = addCommand(program, "script", "Run the commands of a script", "");
     script->footer(scriptHelp() + "\nExample:\n  kzdraw script select-boats.kzs");
@@ -197,11 +207,18 @@ void addScript(CLI::App& program, Given& given) {
     script->final_callback([&given] { given.status = runScript(given.file); });
 }
 
+// Without a folder of the user's, nothing is remembered.
+void namePreferenceFolder() {
+    const std::filesystem::path folder = kzutil::userConfigurationFolder();
+    if (!folder.empty()) APreferenceManager::setFolder(folder / "kzdraw");
+}
+
 int parseAndRun(std::vector<std::string> arguments) {
     CLI::App program(kDescription, "kzdraw");
     setUp(program);
     Given given;
-    for (const auto add : {addInfo, addTools, addSelect, addView, addRender, addScript}) add(program, given);
+    for (const auto add : {addInfo, addTools, addSelect, addView, addRender, addPrefs, addScript})
+        add(program, given);
     try {
         expectCommand(program, arguments);
         std::ranges::reverse(arguments);  // the order in which CLI11 takes them
@@ -220,6 +237,7 @@ int parseAndRun(std::vector<std::string> arguments) {
 
 int run(std::vector<std::string> arguments) {
     try {
+        namePreferenceFolder();
         const int status = parseAndRun(std::move(arguments));
         flushOutput();
         return status;

@@ -1,4 +1,4 @@
-// Files that are there as a whole or not at all.
+// Files that the user asked for.
 #pragma once
 
 #include <string>
@@ -6,9 +6,7 @@
 
 namespace app {
 
-// Writes a file, through a temporary one beside it that then takes its name: whatever goes wrong, what was
-// there before is there still. What is no ordinary file, a device for instance, is written to. Raises Failure
-// with "NAME: reason".
+// Writes a file as a whole or not at all: see kzutil/whole_file.h. Raises Failure with "NAME: reason".
 void writeFile(const std::string& name, std::string_view bytes);
 
 // The name's extension in lower case, ".png"; empty without one.

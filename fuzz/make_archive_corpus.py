@@ -64,13 +64,14 @@ content = {
     "open_record": struct.pack("<Q", 30) + b"\0" + number(1),
 }
 
-folder = pathlib.Path(__file__).parent / "corpus" / "archive"
-folder.mkdir(parents=True, exist_ok=True)
-for name, bytes_ in content.items():
-    (folder / name).write_bytes(b"\1" + steps() + bytes_)
-(folder / "whole").write_bytes(b"\0" + steps() + whole(node(1, "whole")))
-(folder / "whole_damaged").write_bytes(b"\0" + steps() + whole(node(1, "whole"))[:-1] + b"\1")
-(folder / "loose_record").write_bytes(
-    b"\1" + steps(1, 2, 5, 3, 6, 4, 5) + record(b"\0" + number(1) + b"\1" + text("t")) + number(2))
-(folder / "loose_nested").write_bytes(
-    b"\1" + steps(1, 2, 1, 3, 7, 4, 4, 5) + record(b"\0" + record(b"\1" + node(6, "n"))) + number(2))
+if __name__ == "__main__":
+    folder = pathlib.Path(__file__).parent / "corpus" / "archive"
+    folder.mkdir(parents=True, exist_ok=True)
+    for name, bytes_ in content.items():
+        (folder / name).write_bytes(b"\1" + steps() + bytes_)
+    (folder / "whole").write_bytes(b"\0" + steps() + whole(node(1, "whole")))
+    (folder / "whole_damaged").write_bytes(b"\0" + steps() + whole(node(1, "whole"))[:-1] + b"\1")
+    (folder / "loose_record").write_bytes(
+        b"\1" + steps(1, 2, 5, 3, 6, 4, 5) + record(b"\0" + number(1) + b"\1" + text("t")) + number(2))
+    (folder / "loose_nested").write_bytes(
+        b"\1" + steps(1, 2, 1, 3, 7, 4, 4, 5) + record(b"\0" + record(b"\1" + node(6, "n"))) + number(2))

@@ -8,13 +8,17 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <prsht.h>
 #include <tchar.h>
 
 #undef CallWindowProc
 #undef CreateDC
 #undef CreateDialog
+#undef CreateDialogParam
 #undef CreateFont
+#undef CreateFontIndirect
 #undef CreateWindow
+#undef DefDlgProc
 #undef DefWindowProc
 #undef DialogBox
 #undef DispatchMessage

@@ -38,6 +38,9 @@ int runView(const ViewOptions& options);
 // `out` is a picture; without a size it is the page's.
 int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size);
 
+// What the dialogs remember for the next run. `reset`: forget it, and then tell what is left.
+int runPrefs(bool reset, bool json);
+
 // "-": standard input.
 int runScript(const std::string& file);
 

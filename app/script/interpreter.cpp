@@ -9,6 +9,7 @@
 #include "app/report.h"
 #include "app/script/refer_item_argument.h"
 #include "app/script/words.h"
+#include "app/stored_prefs.h"
 #include "app/written_drawing.h"
 #include "app/written_file.h"
 #include "kzcore/view/view.h"
@@ -58,7 +59,8 @@ void doTool(Session& session, const Words& words) {
     if (!session.runTool(words[1], item)) printJson({{"tool", words[1]}, {"valid", false}});
 }
 
-constexpr std::string_view kPrintUsage = "print selection | filter | visible | objects | tools | messages";
+constexpr std::string_view kPrintUsage =
+    "print selection | filter | visible | objects | tools | messages | prefs";
 
 void doPrint(Session& session, const Words& words) {
     const std::string& what = words[1];
@@ -74,6 +76,8 @@ void doPrint(Session& session, const Words& words) {
         printJson(reportTools(session));
     else if (what == "messages")
         printJson(reportMessages());
+    else if (what == "prefs")
+        printJson(reportPrefs());
     else
         throw Failure{"cannot print " + inQuotes(what) + ": usage: " + std::string(kPrintUsage)};
 }

@@ -17,7 +17,10 @@ AfxWindowCreation::AfxWindowCreation(CWnd& window)
 
 AfxWindowCreation::~AfxWindowCreation() {
     UnhookWindowsHookEx(m_hook);
-    AfxGetWindowState().creation = m_outer;
+    // A page's creation that came to nothing may end after ones that began later.
+    AfxWindowCreation** link = &AfxGetWindowState().creation;
+    while (*link != this) link = &(*link)->m_outer;
+    *link = m_outer;
 }
 
 LRESULT CALLBACK AfxWindowCreation::Hook(int code, WPARAM wParam, LPARAM lParam) {
@@ -31,14 +34,25 @@ LRESULT CALLBACK AfxWindowCreation::Hook(int code, WPARAM wParam, LPARAM lParam)
         const bool helper = name[0] == 'I' && name[1] == 'M' && name[2] == 'E' && name[3] == 0;
         if (!helper) {
             CWnd* object = std::exchange(creation->m_pending, nullptr);
-            if (object->Attach(window)) AfxWindowAccess::subclass(*object);
+            try {
+                if (object->Attach(window)) AfxWindowAccess::subclass(*object);
+            } catch (...) {
+                AfxKeepException();
+                return 1;  // refuses the window
+            }
         }
     }
+    // Past the hooks of the creations around this one, which are this same function.
+    while (creation->m_outer) creation = creation->m_outer;
     return CallNextHookEx(creation->m_hook, code, wParam, lParam);
 }
 
 void AfxKeepException() {
     if (!AfxGetWindowState().exception) AfxGetWindowState().exception = std::current_exception();
+}
+
+void AfxDropException() {
+    AfxGetWindowState().exception = nullptr;
 }
 
 void AfxRethrowException() {

@@ -32,5 +32,7 @@ LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 // Throws the exception that left a handler, if any is kept. Called where no API function is on the way up.
 void AfxRethrowException();
+// Forgets it: another one is on its way already.
+void AfxDropException();
 // Keeps the exception being handled, unless an earlier one is kept.
 void AfxKeepException();

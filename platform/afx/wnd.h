@@ -19,6 +19,8 @@
 #include "platform/afx/message_map.h"
 #include "platform/afx/object.h"
 
+class CDataExchange;
+
 class CWnd : public CObject {
 public:
     CWnd() = default;
@@ -88,6 +90,14 @@ public:
     void UpdateWindow() { ::UpdateWindow(m_hWnd); }
     void SetRedraw(BOOL redraw = TRUE) { SendMessage(WM_SETREDRAW, static_cast<WPARAM>(redraw)); }
 
+    // Carries values between the controls and the members: into the members when nonzero (data_exchange.h).
+    BOOL UpdateData(BOOL saveAndValidate = TRUE);
+
+    // FALSE ends the window's modal loop (modal_loop.h).
+    virtual BOOL ContinueModal() { return FALSE; }
+    // A modal loop offers what is posted for the window and its children. Nonzero: handled.
+    virtual BOOL PreTranslateMessage(MSG*) { return FALSE; }
+
     // --- what messages pass through, outermost first ---
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     // Nonzero: handled, with this result.
@@ -102,6 +112,7 @@ protected:
     static const AFX_MSGMAP* GetThisMessageMap();
     virtual const AFX_MSGMAP* GetMessageMap() const;
 
+    virtual void DoDataExchange(CDataExchange*) {}
     // DefWindowProc for the message that is being handled.
     LRESULT Default();
     // The object has its window, which has seen no message yet (Create) or all of its creation

@@ -18,7 +18,8 @@ Desk::Desk() {
         entry->name = control.name;
         entry->procedure = control.procedure;
         entry->style = CS_DBLCLKS;
-        entry->atom = ++last_atom;
+        entry->extra_bytes = control.extra_bytes;
+        entry->atom = control.atom ? control.atom : ++last_atom;
         classes.push_back(std::move(entry));
     }
 }

@@ -152,12 +152,15 @@ TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
         const char* reason;
     } table[] = {
         {{},
-         "a command is missing: it is one of info, tools, select, view, render, script (see kzdraw --help)"},
+         "a command is missing: it is one of info, tools, select, view, render, prefs, script (see kzdraw "
+         "--help)"},
         {{"bogus"},
-         "there is no command \"bogus\": it is one of info, tools, select, view, render, script (see kzdraw "
+         "there is no command \"bogus\": it is one of info, tools, select, view, render, prefs, script (see "
+         "kzdraw "
          "--help)"},
         {{""},
-         "there is no command \"\": it is one of info, tools, select, view, render, script (see kzdraw "
+         "there is no command \"\": it is one of info, tools, select, view, render, prefs, script (see "
+         "kzdraw "
          "--help)"},
         {{"--bogus"}, "there is no option \"--bogus\" (see kzdraw --help)"},
         {{"--json", "info", sea}, "there is no option \"--json\" (see kzdraw --help)"},

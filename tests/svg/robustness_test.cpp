@@ -49,9 +49,9 @@ TEST(Errors, AnElementHasABoundedNumberOfAttributes) {
 
 TEST(Errors, StyleSheetsMayNotTakeForEver) {
     std::string rules;
-    for (int i = 0; i < 8000; ++i) rules += "rect{fill:red}";
+    for (int i = 0; i < 4000; ++i) rules += "rect{fill:red}";
     std::string shapes;
-    for (int i = 0; i < 8000; ++i) shapes += "<rect/>";
+    for (int i = 0; i < 4000; ++i) shapes += "<rect/>";
     EXPECT_EQ(errorOf("<svg><style>" + rules + "</style>" + shapes + "</svg>"),
               "test.svg: its style sheets have too many rules for its elements");
 }

@@ -20,7 +20,7 @@ TEST(StyleSheets, AttributesAreAskedForTheirValues) {
          {"[width]", "[width='9']", "rect[width=\"9\"]", "[class~=wall]", "[data-kind|='Door']",
           "[data-kind^=Door]", "[data-kind$='12']", "[data-kind*='or-1']", "[data-kind='door-12' i]"})
         EXPECT_EQ(fillUnder(selector + "{fill:red}"), "red") << selector;
-    for (const std::string selector : {"[height]", "[width='8']", "[class~=wa]", "[data-kind='door-12']",
+    for (const std::string selector : {"[ry]", "[width='8']", "[class~=wa]", "[data-kind='door-12']",
                                        "[data-kind^='']", "[data-kind='door-12' s]"})
         EXPECT_EQ(fillUnder(selector + "{fill:red}"), "black") << selector;
 }

@@ -34,7 +34,7 @@ public:
     bool isSpent() const { return m_steps > m_allowed; }
 
 private:
-    static constexpr std::size_t kStepsAtLeast = 20'000'000;
+    static constexpr std::size_t kStepsAtLeast = 5'000'000;
     static constexpr std::size_t kStepsPerElement = 500;
 
     // A rule's declarations, and the number of its layer; 0: none.

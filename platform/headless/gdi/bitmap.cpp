@@ -94,6 +94,7 @@ int GetObjectW(HGDIOBJ handle, int size, LPVOID buffer) {
     if (object->kind == GdiKind::brush) {
         return answer(LOGBRUSH{BS_SOLID, brushColor(static_cast<Brush&>(*object)), 0});
     }
+    if (object->kind == GdiKind::font) return answer(static_cast<Font&>(*object).description);
     return 0;
 }
 

@@ -13,7 +13,7 @@
 
 namespace headless {
 
-enum class GdiKind { deviceContext, bitmap, brush, imageList };
+enum class GdiKind { deviceContext, bitmap, brush, font, imageList };
 
 struct GdiObject {
     explicit GdiObject(GdiKind objectKind) : kind(objectKind) {}
@@ -66,6 +66,14 @@ struct Brush : GdiObject {
 
     COLORREF color;
     int systemColor = -1;  // follows this system colour when not negative
+};
+
+struct Font : GdiObject {
+    static constexpr GdiKind kKind = GdiKind::font;
+
+    explicit Font(const LOGFONTW& fontDescription) : GdiObject(kKind), description(fontDescription) {}
+
+    LOGFONTW description;
 };
 
 struct DeviceContext : GdiObject {

@@ -2,4 +2,5 @@
 #pragma once
 
 #include "winapi/image_list.h"
+#include "winapi/tab.h"
 #include "winapi/tree_view.h"

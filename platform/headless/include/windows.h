@@ -3,7 +3,9 @@
 
 #include "winapi/types.h"
 
+#include "winapi/dialog.h"
 #include "winapi/gdi.h"
 #include "winapi/geometry.h"
 #include "winapi/module.h"
+#include "winapi/text.h"
 #include "winapi/window.h"

@@ -14,8 +14,8 @@ constexpr std::size_t kRepeatedAtLeast = 100'000;
 constexpr std::size_t kRepeatedPerElement = 100;
 constexpr std::size_t kRepeatedAtMost = 2'000'000;
 // Operations on whole images: some seconds' work.
-constexpr double kStepsAtLeast = 1e9;
-constexpr double kStepsPerPixel = 64;
+constexpr double kStepsAtLeast = 2e8;
+constexpr double kStepsPerPixel = 256;
 double pixelsIn(const RECT& area) {
     return isEmpty(area) ? 0 : static_cast<double>(area.right - area.left) * (area.bottom - area.top);
 }

@@ -22,6 +22,7 @@
 KZ_DECLARE_HANDLE(HDC);
 KZ_DECLARE_HANDLE(HBITMAP);
 KZ_DECLARE_HANDLE(HBRUSH);
+KZ_DECLARE_HANDLE(HFONT);
 using HGDIOBJ = void*;
 struct HWND__;
 using HWND = HWND__*;
@@ -88,6 +89,26 @@ struct LOGBRUSH {
 
 #define BS_SOLID 0
 
+struct LOGFONTW {
+    LONG lfHeight;  // negative: without the space above capitals
+    LONG lfWidth;
+    LONG lfEscapement;
+    LONG lfOrientation;
+    LONG lfWeight;
+    BYTE lfItalic;
+    BYTE lfUnderline;
+    BYTE lfStrikeOut;
+    BYTE lfCharSet;
+    BYTE lfOutPrecision;
+    BYTE lfClipPrecision;
+    BYTE lfQuality;
+    BYTE lfPitchAndFamily;
+    WCHAR lfFaceName[32];
+};
+
+inline constexpr LONG FW_NORMAL = 400;
+inline constexpr BYTE DEFAULT_CHARSET = 1;
+
 struct RGBQUAD {
     BYTE rgbBlue;
     BYTE rgbGreen;
@@ -145,11 +166,13 @@ COLORREF GetTextColor(HDC context);
 
 // Zero for what is selected into a context.
 BOOL DeleteObject(HGDIOBJ object);
-// Fills a BITMAP or a LOGBRUSH and returns its size; with a null buffer, returns just the size. Zero when the
+// Fills a BITMAP, a LOGBRUSH or a LOGFONTW and returns its size; with a null buffer, returns just the size. Zero when the
 // buffer is too small.
 int GetObjectW(HGDIOBJ object, int size, LPVOID buffer);
 HGDIOBJ GetStockObject(int index);
 HBRUSH CreateSolidBrush(COLORREF color);
+// Nothing is written with a font: it keeps its description.
+HFONT CreateFontIndirectW(const LOGFONTW* description);
 
 // --- bitmaps ---
 

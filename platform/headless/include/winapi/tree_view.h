@@ -214,6 +214,7 @@ struct INITCOMMONCONTROLSEX {
     DWORD dwICC;
 };
 inline constexpr DWORD ICC_TREEVIEW_CLASSES = 0x00000002;
+inline constexpr DWORD ICC_TAB_CLASSES = 0x00000008;
 inline constexpr DWORD ICC_WIN95_CLASSES = 0x000000FF;
 // The classes exist already: answers TRUE.
 BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes);

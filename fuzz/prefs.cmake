@@ -1,0 +1,1 @@
+kz_fuzzer(prefs_fuzz prefs_fuzz.cpp LIBS kzutil)

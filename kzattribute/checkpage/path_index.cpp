@@ -1,0 +1,33 @@
+#include "checkpage/path_index.h"
+
+#include "kzutil/text_hash.h"
+
+namespace checkpage {
+
+AItemPath numberedPath(const AString& base, int number) {
+    AItemPath path(base);
+    path += WCHAR('_');
+    path.AppendNumber(number);
+    return path;
+}
+
+std::size_t PathIndex::Hash::operator()(const kzutil::WideString& text) const {
+    return kzutil::hashText({reinterpret_cast<const char*>(text.data()), text.size() * sizeof(WCHAR)});
+}
+
+int PathIndex::find(const AString& path) const {
+    const auto found = m_places.find(kzutil::WideString(path.view()));
+    return found == m_places.end() ? -1 : found->second;
+}
+
+void PathIndex::add(const AString& path, int place) {
+    m_places.emplace(path.view(), place);
+}
+
+int PathIndex::nextFree(const AString& base) {
+    int& number = m_free.try_emplace(kzutil::WideString(base.view()), 1).first->second;
+    while (find(numberedPath(base, number)) >= 0) ++number;
+    return number;
+}
+
+}  // namespace checkpage
