@@ -68,7 +68,7 @@ std::string_view DrawingSource::startTag(const AObject& object) const {
     const std::size_t name = object.getSourceIndex();
     if (name == 0 || name >= m_text.size()) return {};
     const std::string_view text = m_text;
-    const std::size_t end = findUnquoted(text, name, ">");
+    const std::size_t end = findUnquoted(text, name, '>', '>');
     return end < text.size() ? text.substr(name - 1, end - name + 2) : std::string_view();
 }
 

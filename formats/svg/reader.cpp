@@ -62,6 +62,13 @@ std::string printable(std::string text) {
     return text;
 }
 
+// Whether a tag may come first, in whatever encoding; a file of nothing but space is not read to its end.
+bool startsLikeXml(std::string_view bytes) {
+    constexpr std::string_view kBefore("\0\xEF\xBB\xBF\xFE\xFF \t\r\n", 10);
+    const std::size_t first = bytes.find_first_not_of(kBefore);
+    return first != bytes.npos && bytes[first] == '<';
+}
+
 std::unique_ptr<ADocument> fail(std::string& error, std::string_view name, std::string_view reason) {
     error = printable(std::string(name) + ": " + std::string(reason));
     return nullptr;
@@ -173,11 +180,12 @@ std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> cop
     }
     DrawingIndex index;
     pugi::xml_node culprit;
-    if (!index.build(root, culprit)) {
-        return failAt(error, name, bytes, offsetOf(culprit), "elements are nested deeper than 1000");
-    }
+    if (const char* const reason = index.build(root, culprit))
+        return failAt(error, name, bytes, offsetOf(culprit), reason);
     auto document = std::make_unique<ADocument>();
-    const UserSpace space = Importer(*document, index).run(root);
+    UserSpace space;
+    if (!Importer(*document, index).run(root, space))
+        return fail(error, name, "its style sheets have too many rules for its elements");
     auto source = std::make_unique<DrawingSource>(std::move(bytes), space);
     source->noteChanges(std::move(entityUses), hadMark);
     document->setGeometrySource(std::move(source));
@@ -215,9 +223,9 @@ std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::s
         buffer->size = static_cast<std::size_t>(stream.gcount());
         bytes = copyOf(*buffer);
     }
-    // A pipe, or a file that grows while it is read.
+    // A pipe, or a file that grows while it is read. A device may never end: its first bytes tell.
     char piece[1 << 16];
-    while (stream && bytes.size() <= kLargestFile) {
+    while (stream && bytes.size() <= kLargestFile && (bytes.empty() || startsLikeXml(bytes))) {
         stream.read(piece, sizeof piece);
         bytes.append(piece, static_cast<std::size_t>(stream.gcount()));
     }

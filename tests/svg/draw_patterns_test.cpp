@@ -32,13 +32,24 @@ TEST(DrawPatterns, ATileRepeatsOverTheShapeAndNotBeyond) {
 TEST(DrawPatterns, TheTransformAndTheStartMoveTheTiles) {
     const Picture picture = drawBody(
         filled(std::string("<pattern id='p' x='2' width='10' height='10' patternUnits='userSpaceOnUse'"
-                           " patternTransform='scale(2)'><g transform='translate(2)'>") +
-               kHalfRed + "</g></pattern>"));
+                           " patternTransform='scale(2)'>") +
+               kHalfRed + "</pattern>"));
     EXPECT_COLOR(picture, 3, 5, 0xffffff);
     EXPECT_COLOR(picture, 4, 5, 0xff0000);
     EXPECT_COLOR(picture, 13, 5, 0xff0000);
     EXPECT_COLOR(picture, 14, 5, 0xffffff);
     EXPECT_COLOR(picture, 24, 5, 0xff0000);
+}
+
+TEST(DrawPatterns, TheContentStartsWhereTheTileDoes) {
+    const Picture picture = drawBody(
+        "<pattern id='p' x='.25' width='.5' height='1' patternContentUnits='objectBoundingBox'>"
+        "<rect width='.25' height='1' fill='blue'/></pattern>"
+        "<rect x='20' width='80' height='40' fill='url(#p)'/>");
+    EXPECT_COLOR(picture, 22, 5, 0xffffff);
+    EXPECT_COLOR(picture, 42, 5, 0x0000ff);
+    EXPECT_COLOR(picture, 58, 5, 0x0000ff);
+    EXPECT_COLOR(picture, 62, 5, 0xffffff);
 }
 
 TEST(DrawPatterns, UnitsOfTheBoxArePartsOfIt) {

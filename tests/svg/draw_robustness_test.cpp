@@ -94,6 +94,33 @@ TEST(DrawRobustness, ExtremeNumbers) {
     }
 }
 
+// Two to the power of thirty masks, or patterns: what is beyond the picture's budget is left out.
+TEST(DrawRobustness, MasksAndPatternsTwiceInEachOtherEnd) {
+    std::string masks, patterns;
+    for (int i = 0; i < 30; ++i) {
+        const std::string name = std::to_string(i);
+        const std::string next = std::to_string(i + 1);
+        const std::string masked = "<rect width='200' height='100' fill='white' mask='url(#m" + next + ")'/>";
+        masks += "<mask id='m" + name + "'>" + masked + masked + "</mask>";
+        const std::string filled = "<rect width='150' height='90' fill='url(#p" + next + ")'/>";
+        patterns += "<pattern id='p" + name + "' width='170' height='99' patternUnits='userSpaceOnUse'>" +
+                    filled + "<g transform='rotate(" + name + ")'>" + filled + "</g></pattern>";
+    }
+    expectDrawn(masks + "<rect width='200' height='100' mask='url(#m0)'/>");
+    expectDrawn(patterns + "<rect width='200' height='100' fill='url(#p0)'/>");
+}
+
+TEST(DrawRobustness, AFilterBeyondTheBudgetChangesNothing) {
+    const auto colorAfter = [](int steps) {
+        const std::string step = "<feConvolveMatrix order='16' kernelMatrix='" + repeated("0 ", 256) + "'/>";
+        return drawBody("<filter id='f' x='0' y='0' width='1' height='1'>" + repeated(step, steps) +
+                        "</filter><rect width='200' height='100' fill='red' filter='url(#f)'/>")
+            .at(50, 50);
+    };
+    EXPECT_NE(colorAfter(1), kRed);
+    EXPECT_EQ(colorAfter(128), kRed);
+}
+
 TEST(DrawRobustness, EmptyAndMissingAttributes) {
     expectDrawn(
         "<rect/><circle/><ellipse/><line/><path/><path d=''/><polygon/><polyline points=''/><text/>"

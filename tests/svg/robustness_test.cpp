@@ -27,6 +27,47 @@ TEST(Errors, NameFileLineAndReason) {
     for (const auto& [text, error] : cases) EXPECT_EQ(errorOf(text), error) << text;
 }
 
+TEST(Errors, EntitiesMayNotMakeElementsWithoutEnd) {
+    std::string many = "<!DOCTYPE svg [<!ENTITY a \"";
+    for (int i = 0; i < 1000; ++i) many += "<g/>";
+    many += "\"><!ENTITY b \"";
+    for (int i = 0; i < 60; ++i) many += "&a;";
+    many += "\">]><svg>";
+    for (int i = 0; i < 17; ++i) many += "&b;";
+    EXPECT_EQ(errorOf(many + "</svg>"), "test.svg:1: the entity b makes too many elements");
+}
+
+TEST(Errors, AnElementHasABoundedNumberOfAttributes) {
+    const auto withAttributes = [](int count) {
+        std::string text = "<svg xmlns='http://www.w3.org/2000/svg'>\n<defs><g";
+        for (int i = 0; i < count; ++i) text += " a" + std::to_string(i) + "=''";
+        return text + "/></defs></svg>";
+    };
+    EXPECT_EQ(errorOf(withAttributes(1000)), "");
+    EXPECT_EQ(errorOf(withAttributes(1001)), "test.svg:2: an element has more than 1000 attributes");
+}
+
+TEST(Errors, StyleSheetsMayNotTakeForEver) {
+    std::string rules;
+    for (int i = 0; i < 4000; ++i) rules += "rect{fill:red}";
+    std::string shapes;
+    for (int i = 0; i < 4000; ++i) shapes += "<rect/>";
+    EXPECT_EQ(errorOf("<svg><style>" + rules + "</style>" + shapes + "</svg>"),
+              "test.svg: its style sheets have too many rules for its elements");
+}
+
+// The words of a class, or the selectors of a rule, multiply what is collected by nothing.
+TEST(StyleSheetBounds, ManyWordsAndSelectorsCountOnce) {
+    std::string words, selectors = "rect", declarations;
+    for (int i = 0; i < 3000; ++i) {
+        words += "a ";
+        selectors += ",rect";
+        declarations += "fill:blue;";
+    }
+    const std::string sheet = ".a{fill:red} " + selectors + "{" + declarations + "fill:lime}";
+    EXPECT_EQ(fillOf("<style>" + sheet + "</style><rect id='a' class='" + words + "'/>"), "red");
+}
+
 TEST(Errors, StayOnOneLine) {
     std::string error;
     EXPECT_FALSE(svg::readDrawingBytes("<a\nb", "odd\nname\x01.svg", error));

@@ -156,6 +156,13 @@ bool pushClipPath(DrawContext& context, std::string_view text, const UserSpace& 
 
 void clipImage(DrawContext& context, pugi::xml_node clipPath, const UserSpace& space, const AFRect& box,
                AImage& image) {
+    // Clip paths in clip paths without end, or far too many: the image stays as it is.
+    DrawContext::HeldPixels held(context);
+    constexpr double kSteps = 3;
+    if (!held.take(image.pixels().size()) ||
+        !context.spendPixels(kSteps * static_cast<double>(image.pixels().size()))) {
+        return;
+    }
     AImage coverage(image.width(), image.height());
     const DrawContext::Visit visit(context, clipPath);
     UserSpace content;

@@ -68,7 +68,6 @@ constexpr LONG kWorthKeeping = 4096;
 Compositing::~Compositing() {
     // Left without an end: nothing is drawn, but the canvas is as before.
     m_on.reset();
-    m_context.releaseGroup(m_pixels);
     popClips();
 }
 
@@ -145,8 +144,7 @@ bool Compositing::beginImage(const DrawnElement& element, BoundingBox& box, cons
     const LONG height = area.bottom - area.top;
     const std::size_t pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     // Groups in groups without end: the innermost ones are drawn as if they were none.
-    if (!m_context.takeGroup(pixels)) return true;
-    m_pixels = pixels;
+    if (!m_held.take(pixels)) return true;
     m_lent = !m_filtered && width * height >= kWorthKeeping;
     m_image =
         m_lent ? m_context.cache<GroupImages>(CacheOf::groups).take(width, height) : AImage(width, height);
@@ -169,11 +167,11 @@ void Compositing::finishImage() {
     if (!isEmpty(touched)) compose(touched);
     if (m_lent) m_context.cache<GroupImages>(CacheOf::groups).giveBack(std::move(m_image), touched);
     m_image = AImage();
-    m_context.releaseGroup(std::exchange(m_pixels, 0));
+    m_held.release();
 }
 
 void Compositing::compose(const RECT& touched) {
-    if (m_filtered) m_filter.apply(m_image, {m_area.left, m_area.top});
+    if (m_filtered) m_filter.apply(m_context, m_image, {m_area.left, m_area.top});
     for (const pugi::xml_node clipPath : m_clipPaths) clipImage(m_context, clipPath, m_space, m_box, m_image);
     if (m_mask) maskImage(m_context, m_mask, m_space, m_box, m_image);
     const RECT outside{touched.left + m_area.left, touched.top + m_area.top, touched.right + m_area.left,

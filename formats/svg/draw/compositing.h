@@ -58,8 +58,8 @@ private:
     bool m_filtered = false;
     AImage m_image;
     std::unique_ptr<ACanvas> m_canvas;
-    std::size_t m_pixels = 0;  // of the image, counted in the context
-    bool m_lent = false;       // the image is the groups' and has to be given back
+    DrawContext::HeldPixels m_held{m_context};  // of the image
+    bool m_lent = false;                        // the image is the groups' and has to be given back
     std::optional<DrawContext::OnCanvas> m_on;
 };
 

@@ -146,7 +146,9 @@ void paintImage(DrawContext& context, const DrawnElement& element, double opacit
     if (clip.left >= clip.right || clip.top >= clip.bottom) return;
     if (context.recorder()) return recordImage(context, element, uri);
     const AImage& image = cachedImage(context, uri);
-    if (image.empty()) return;
+    // To be shown smaller, every pixel may have to be read.
+    constexpr double kSteps = 0.25;
+    if (image.empty() || !context.spendPixels(kSteps * static_cast<double>(image.pixels().size()))) return;
     const AFRect viewport = viewportOf(element, image);
     if (viewport.IsRectEmpty()) return;
     const std::string_view aspect = element.attributes.get(Attribute::preserveAspectRatio);

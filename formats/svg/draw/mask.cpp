@@ -79,6 +79,13 @@ bool maskRegion(DrawContext&, pugi::xml_node mask, const UserSpace& space, const
 
 void maskImage(DrawContext& context, pugi::xml_node mask, const UserSpace& space, const AFRect& box,
                AImage& image) {
+    // Masks in masks without end, or far too many: the image stays as it is.
+    DrawContext::HeldPixels held(context);
+    constexpr double kSteps = 4;
+    if (!held.take(image.pixels().size()) ||
+        !context.spendPixels(kSteps * static_cast<double>(image.pixels().size()))) {
+        return;
+    }
     AImage picture(image.width(), image.height());
     AFRect region;
     bool alpha = false;

@@ -1,7 +1,6 @@
 #include "formats/svg/import/importer.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include "formats/svg/import/image_model.h"
 #include "formats/svg/import/text_bounds.h"
@@ -32,18 +31,18 @@ Importer::Importer(ADocument& document, DrawingIndex& index)
       m_repeatable(
           std::min(kRepeatableAtLeast + kRepeatablePerElement * index.elementCount(), kRepeatableAtMost)) {}
 
-UserSpace Importer::run(pugi::xml_node root) {
+bool Importer::run(pugi::xml_node root, UserSpace& space) {
     m_root = root;
     for (const pugi::xml_node style : m_index.styles()) m_styles.sheet().add(styleText(style));
     m_document.reserve(m_index.elementCount());
 
     m_attributes.read(root, m_namespaces);
     Page page;
-    const UserSpace space = rootSpace(m_attributes, page);
+    space = rootSpace(m_attributes, page);
     m_document.setPage(page.area, page.scale);
     const Style style = m_styles.compute(root, m_attributes, {Style()});
     m_frames.push_back({root, root.first_child(), nullptr, style, space, m_namespaces.size(), false, false});
-    while (!m_frames.empty()) {
+    while (!m_frames.empty() && !m_styles.sheet().isSpent()) {
         Frame& frame = m_frames.back();
         const pugi::xml_node node = frame.next;
         if (!node) {
@@ -55,7 +54,7 @@ UserSpace Importer::run(pugi::xml_node root) {
         if (frame.repeating && !spendRepeating(1)) continue;
         read(node);
     }
-    return space;
+    return !m_styles.sheet().isSpent();
 }
 
 bool Importer::spendRepeating(std::size_t nodes) {
@@ -106,7 +105,7 @@ void Importer::readLayer(pugi::xml_node node) {
 AParent& Importer::looseLayer() {
     if (m_looseLayer != nullptr) return *m_looseLayer;
     // Drawing programs call their first layer "Layer 1" too.
-    std::unordered_set<std::string> titles;
+    TextSet titles;
     for (const pugi::xml_node child : m_root.children()) {
         for (const pugi::xml_attribute attribute : child.attributes()) {
             if (splitName(attribute.name()).local == "label") titles.insert(attribute.value());

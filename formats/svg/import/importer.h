@@ -26,8 +26,9 @@ class Importer {
 public:
     Importer(ADocument& document, DrawingIndex& index);
 
-    // `root`: the drawing's svg element. Gives the user space of its content.
-    UserSpace run(pugi::xml_node root);
+    // `root`: the drawing's svg element; `space`: the user space of its content. False when the style sheets
+    // cost too much: the document is not whole then.
+    bool run(pugi::xml_node root, UserSpace& space);
 
 private:
     // A container whose children are being read.

@@ -50,9 +50,17 @@ std::string_view cleanName(std::string_view text, std::string& buffer) {
         buffer = text;
     }
     constexpr std::string_view kDivisionSlash = "\xE2\x88\x95";
-    for (std::size_t at = 0; (at = buffer.find('/', at)) != buffer.npos; at += kDivisionSlash.size()) {
-        buffer.replace(at, 1, kDivisionSlash);
+    const auto slashes = static_cast<std::size_t>(std::count(buffer.begin(), buffer.end(), '/'));
+    std::string clean;
+    clean.reserve(buffer.size() + slashes * (kDivisionSlash.size() - 1));
+    for (const char c : buffer) {
+        if (c == '/') {
+            clean += kDivisionSlash;
+        } else {
+            clean += c;
+        }
     }
+    buffer = std::move(clean);
     return buffer;
 }
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "formats/svg/tree/drawing_index.h"
+#include "formats/svg/values/text_map.h"
 #include "kzcore/document/name_table.h"
 
 namespace svg {
@@ -29,7 +29,7 @@ private:
     const ANameTable& m_names;
     std::array<std::uint32_t, kStemCount> m_last{};       // number of the last name made
     std::array<std::size_t, kStemCount> m_takenBehind{};  // how many taken numbers are not above it
-    std::unordered_map<std::string, std::uint32_t> m_nextSuffix;
+    StringMap<std::uint32_t> m_nextSuffix;
     std::string m_buffer;
 };
 

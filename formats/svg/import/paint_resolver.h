@@ -2,10 +2,10 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 
 #include "formats/svg/style/style_resolver.h"
 #include "formats/svg/tree/drawing_index.h"
+#include "formats/svg/values/text_map.h"
 #include "kzcore/document/paint_table.h"
 
 namespace svg {
@@ -39,8 +39,8 @@ private:
     APaintTable& m_table;
     DrawingIndex& m_index;
     StyleResolver& m_styles;
-    std::unordered_map<std::string_view, Resolved> m_references;
-    std::unordered_map<std::string_view, Resolved> m_cmyk;
+    TextMap<Resolved> m_references;
+    TextMap<Resolved> m_cmyk;
     std::string m_buffer;
 };
 

@@ -8,7 +8,7 @@ namespace svg {
 
 namespace {
 
-enum CharacterClass : std::uint8_t { ordinary, semicolon, quotation, opening, closing };
+enum CharacterClass : std::uint8_t { ordinary, semicolon, quotation, opening, closing, slash };
 
 constexpr auto kCharacters = [] {
     std::array<std::uint8_t, 256> table{};
@@ -16,8 +16,16 @@ constexpr auto kCharacters = [] {
     table['"'] = table['\''] = quotation;
     table['('] = opening;
     table[')'] = closing;
+    table['/'] = slash;
     return table;
 }();
+
+// Behind the comment that starts here, or else behind this character.
+std::size_t behindComment(std::string_view text, std::size_t at) {
+    if (text.substr(at, 2) != "/*") return at + 1;
+    const std::size_t close = text.find("*/", at + 2);
+    return close == text.npos ? text.size() : close + 2;
+}
 
 // The length of a declaration: up to a semicolon outside quotes and parentheses.
 std::size_t declarationLength(std::string_view text) {
@@ -41,11 +49,26 @@ std::size_t declarationLength(std::string_view text) {
             case closing:
                 --depth;
                 break;
+            case slash:
+                i = behindComment(text, i) - 1;
+                break;
             default:
                 break;
         }
     }
     return text.size();
+}
+
+// White space and comments at both ends do not belong to a value.
+std::string_view trimComments(std::string_view text) {
+    for (text = trim(text); text.starts_with("/*"); text = trim(text.substr(behindComment(text, 0)))) {
+    }
+    while (text.ends_with("*/")) {
+        const std::size_t open = text.rfind("/*");
+        if (open == text.npos) break;
+        text = trim(text.substr(0, open));
+    }
+    return text;
 }
 
 bool takeImportant(std::string_view& value) {
@@ -71,31 +94,35 @@ Property propertyNamed(std::string_view name, Vocabulary vocabulary) {
 }  // namespace
 
 void prepare(Declaration& declaration) {
+    if (declaration.property == kVariable) return;
     declaration.paintMember = paintMember(declaration.property);
     // No paint is written like the words that copy a property.
     if (declaration.paintMember && !parsePaint(declaration.value, declaration.paint))
         declaration.paintMember = nullptr;
 }
 
-void applyDeclaration(Style& style, const Reading& reading, const Declaration& declaration) {
-    if (declaration.paintMember) {
-        style.*declaration.paintMember = declaration.paint;
-    } else {
-        applyProperty(style, reading, declaration.property, declaration.value);
-    }
+bool applyDeclaration(Style& style, const Reading& reading, const Declaration& declaration) {
+    if (!declaration.paintMember)
+        return applyProperty(style, reading, declaration.property, declaration.value);
+    style.*declaration.paintMember = declaration.paint;
+    return true;
 }
 
 bool takeDeclaration(std::string_view& text, Declaration& declaration, Vocabulary vocabulary) {
     while (!text.empty()) {
         std::size_t colon = 0;
-        while (colon < text.size() && text[colon] != ':' && text[colon] != ';') ++colon;
+        while (colon < text.size() && text[colon] != ':' && text[colon] != ';') {
+            colon = text[colon] == '/' ? behindComment(text, colon) : colon + 1;
+        }
         const std::size_t length = colon + declarationLength(text.substr(colon));
         const std::string_view whole = text.substr(0, length);
         text.remove_prefix(length < text.size() ? length + 1 : length);
         if (colon == whole.size()) continue;
-        declaration.property = propertyNamed(trim(whole.substr(0, colon)), vocabulary);
+        declaration.name = trimComments(whole.substr(0, colon));
+        declaration.property =
+            declaration.name.starts_with("--") ? kVariable : propertyNamed(declaration.name, vocabulary);
         if (declaration.property == kUnknownProperty) continue;
-        declaration.value = trim(whole.substr(colon + 1));
+        declaration.value = trimComments(whole.substr(colon + 1));
         declaration.important = takeImportant(declaration.value);
         return true;
     }

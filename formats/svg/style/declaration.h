@@ -9,18 +9,20 @@
 namespace svg {
 
 struct Declaration {
-    Property property = kUnknownProperty;
+    Property property = kUnknownProperty;  // or kVariable
+    std::string_view name{};               // of a variable
     bool important = false;
-    std::string_view value;
+    std::string_view value{};
     // What `value` says, where that was read in advance; null: it was not.
     PaintMember paintMember = nullptr;
-    Paint paint;
+    Paint paint{};
 };
-void applyDeclaration(Style& style, const Reading& reading, const Declaration& declaration);
+// False for an invalid value.
+bool applyDeclaration(Style& style, const Reading& reading, const Declaration& declaration);
 // Reads the paint of a declaration that will be applied many times, where that can be done in advance.
 void prepare(Declaration& declaration);
 
-// Takes the next declaration of a known property from a style attribute or a rule's body; false at the end.
+// Takes the next declaration of a known or custom property from a style attribute or a rule's body; false at the end.
 bool takeDeclaration(std::string_view& text, Declaration& declaration, Vocabulary vocabulary);
 
 // The cascade of one element: what the sheet says (StyleSheet::collect), then its style attribute; important

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "formats/svg/style/attributes.h"
+#include "formats/svg/style/variables.h"
 #include "formats/svg/values/blend_mode.h"
 #include "formats/svg/values/color.h"
 #include "formats/svg/values/text_scan.h"
@@ -14,7 +16,7 @@ namespace svg {
 
 namespace {
 
-// Readers of values: each changes its target, or leaves it for a value that it does not know.
+// Readers of values: each sets its target; false, with nothing changed, for a value that it does not know.
 
 struct Value {
     std::string_view text;
@@ -24,52 +26,61 @@ struct Value {
     LengthContext lengths() const { return {style.fontSize, reading.viewportWidth, reading.viewportHeight}; }
 };
 
-void paint(Paint& target, const Value& value) {
-    parsePaint(value.text, target);
+bool paint(Paint& target, const Value& value) {
+    return parsePaint(value.text, target);
 }
 
-void color(std::uint32_t& target, const Value& value) {
+bool color(std::uint32_t& target, const Value& value) {
     std::string_view text = value.text;
-    if (equalsNoCase(text, "currentcolor")) {
-        target = value.reading.parent.color;
-    } else if (std::uint32_t rgb = 0; takeColor(text, rgb)) {
-        target = rgb;
-    }
+    if (!equalsNoCase(text, "currentcolor")) return takeColor(text, target);
+    target = value.reading.parent.color;
+    return true;
 }
 
 // A reference, or several words that are read where they are used.
-void written(std::string_view& target, const Value& value) {
+bool written(std::string_view& target, const Value& value) {
+    if (hasVariable(value.text)) return false;
     target = value.text;
+    return true;
 }
 
-void writtenOrNone(std::string_view& target, const Value& value) {
-    target = equalsNoCase(value.text, "none") ? std::string_view() : value.text;
+bool writtenOrNone(std::string_view& target, const Value& value) {
+    if (!equalsNoCase(value.text, "none")) return written(target, value);
+    target = {};
+    return true;
 }
 
 // A number or a percentage, cut to 0..1.
-void opacity(double& target, const Value& value) {
+bool opacity(double& target, const Value& value) {
     std::string_view text = value.text;
     double number = 0;
-    if (!takeNumber(text, number)) return;
-    if (!text.empty() && text != "%") return;
+    if (!takeNumber(text, number)) return false;
+    if (!text.empty() && text != "%") return false;
     target = std::clamp(text.empty() ? number : number / 100, 0.0, 1.0);
+    return true;
 }
 
 // "normal" is the word for no spacing.
-void anyLength(double& target, const Value& value) {
-    if (equalsNoCase(value.text, "normal")) target = 0;
-    parseLength(value.text, Axis::both, value.lengths(), target);
+bool anyLength(double& target, const Value& value) {
+    if (!equalsNoCase(value.text, "normal"))
+        return parseLength(value.text, Axis::both, value.lengths(), target);
+    target = 0;
+    return true;
 }
 
-void positiveLength(double& target, const Value& value) {
-    double length = target;
-    anyLength(length, value);
-    if (length >= 0) target = length;
+bool positiveLength(double& target, const Value& value) {
+    double length = 0;
+    if (!anyLength(length, value) || length < 0) return false;
+    target = length;
+    return true;
 }
 
-void miterLimit(double& target, const Value& value) {
+bool miterLimit(double& target, const Value& value) {
     std::string_view text = value.text;
-    if (double limit = 0; takeNumber(text, limit) && limit >= 1) target = limit;
+    double limit = 0;
+    if (!takeNumber(text, limit) || limit < 1) return false;
+    target = limit;
+    return true;
 }
 
 template <class T>
@@ -79,15 +90,18 @@ struct Keyword {
 };
 
 template <class T, std::size_t Count>
-void setKeyword(T& target, std::string_view text, const Keyword<T> (&words)[Count]) {
+bool setKeyword(T& target, std::string_view text, const Keyword<T> (&words)[Count]) {
     for (const Keyword<T>& one : words) {
-        if (equalsNoCase(text, one.word)) target = one.value;
+        if (!equalsNoCase(text, one.word)) continue;
+        target = one.value;
+        return true;
     }
+    return false;
 }
 
 template <const auto& words>
 struct OneOf {
-    void operator()(auto& target, const Value& value) const { setKeyword(target, value.text, words); }
+    bool operator()(auto& target, const Value& value) const { return setKeyword(target, value.text, words); }
 };
 template <const auto& words>
 constexpr OneOf<words> keyword{};
@@ -135,36 +149,44 @@ constexpr Keyword<PaintPart> kPaintParts[] = {
     {"fill", PaintPart::fill}, {"stroke", PaintPart::stroke}, {"markers", PaintPart::markers}};
 
 // In effect, though not by the rules, display is inherited: nothing shows inside of what does not.
-void display(bool& target, const Value& value) {
+bool display(bool& target, const Value& value) {
+    if (hasVariable(value.text)) return false;
     target = value.reading.parent.displayed && !equalsNoCase(value.text, "none");
+    return true;
 }
 
-void fontSize(double& target, const Value& value) {
+bool fontSize(double& target, const Value& value) {
     const double around = value.reading.parent.fontSize;
-    setKeyword(target, value.text, kFontSizes);
-    if (equalsNoCase(value.text, "smaller")) target = around / 1.2;
-    if (equalsNoCase(value.text, "larger")) target = around * 1.2;
+    const Keyword<double> relative[] = {{"smaller", around / 1.2}, {"larger", around * 1.2}};
+    if (setKeyword(target, value.text, kFontSizes) || setKeyword(target, value.text, relative)) return true;
     double size = 0;
-    if (parseLength(value.text, Axis::horizontal, {around, around, around}, size) && size >= 0) target = size;
+    if (!parseLength(value.text, Axis::horizontal, {around, around, around}, size) || size < 0) return false;
+    target = size;
+    return true;
 }
 
-void fontWeight(int& target, const Value& value) {
+bool fontWeight(int& target, const Value& value) {
     std::string_view text = value.text;
     const int around = value.reading.parent.fontWeight;
-    setKeyword(target, text, kFontWeights);
-    if (equalsNoCase(text, "bolder")) target = around < 350 ? 400 : around < 550 ? 700 : 900;
-    if (equalsNoCase(text, "lighter")) target = around < 550 ? 100 : around < 750 ? 400 : 700;
+    const Keyword<int> relative[] = {{"bolder", around < 350   ? 400
+                                                : around < 550 ? 700
+                                                               : 900},
+                                     {"lighter", around < 550   ? 100
+                                                 : around < 750 ? 400
+                                                                : 700}};
+    if (setKeyword(target, text, kFontWeights) || setKeyword(target, text, relative)) return true;
     double number = 0;
-    if (takeNumber(text, number) && text.empty() && number >= 1 && number <= 1000)
-        target = static_cast<int>(number);
+    if (!takeNumber(text, number) || !text.empty() || number < 1 || number > 1000) return false;
+    target = static_cast<int>(number);
+    return true;
 }
 
-void fontStyle(bool& target, const Value& value) {
+bool fontStyle(bool& target, const Value& value) {
     std::string_view text = value.text;
-    setKeyword(target, takeWord(text), kFontStyles);
+    return setKeyword(target, takeWord(text), kFontStyles);
 }
 
-void paintOrder(std::array<PaintPart, 3>& order, const Value& value) {
+bool paintOrder(std::array<PaintPart, 3>& order, const Value& value) {
     std::array<PaintPart, 3> result{};
     std::size_t count = 0;
     const auto add = [&](PaintPart part) {
@@ -179,9 +201,10 @@ void paintOrder(std::array<PaintPart, 3>& order, const Value& value) {
     }
     for (const Keyword<PaintPart>& one : kPaintParts) add(one.value);
     order = result;
+    return !hasVariable(value.text);
 }
 
-void textDecoration(TextDecoration& target, const Value& value) {
+bool textDecoration(TextDecoration& target, const Value& value) {
     target = {};
     for (std::string_view text = value.text; !(text = trimFront(text)).empty();) {
         const std::string_view word = takeWord(text);
@@ -189,17 +212,21 @@ void textDecoration(TextDecoration& target, const Value& value) {
         target.overline |= equalsNoCase(word, "overline");
         target.lineThrough |= equalsNoCase(word, "line-through");
     }
+    return !hasVariable(value.text);
 }
 
-void blendMode(EBlend& target, const Value& value) {
-    target = blendModeOf(value.text).value_or(target);
+bool blendMode(EBlend& target, const Value& value) {
+    const std::optional<EBlend> mode = blendModeOf(value.text);
+    target = mode.value_or(target);
+    return mode.has_value();
 }
 
 // Shorthands.
 
-void marker(Style& style, const Value& value) {
-    writtenOrNone(style.markerStart, value);
+bool marker(Style& style, const Value& value) {
+    if (!writtenOrNone(style.markerStart, value)) return false;
     style.markerMid = style.markerEnd = style.markerStart;
+    return true;
 }
 
 // The size in a "font" shorthand: the last word before the family that starts with a digit (12px/1.4).
@@ -214,12 +241,13 @@ std::string_view fontSizeOf(std::string_view font) {
 }
 
 // "italic bold 12px/1.4 'Name', sans-serif": words up to the size, then the family.
-void font(Style& style, const Value& value) {
+bool font(Style& style, const Value& value) {
     const std::string_view text = value.text;
+    if (hasVariable(text)) return false;
     style.italic = false;
     style.fontWeight = 400;
     const std::string_view size = fontSizeOf(text);
-    if (size.empty()) return;
+    if (size.empty()) return true;
     const std::string_view before = text.substr(0, static_cast<std::size_t>(size.data() - text.data()));
     for (std::string_view rest = before; !(rest = trimFront(rest)).empty();) {
         const Value word{takeWord(rest), value.reading, style};
@@ -230,6 +258,7 @@ void font(Style& style, const Value& value) {
     std::string_view family = text.substr(before.size());
     takeWord(family);  // the size with its line height
     style.fontFamily = trim(family);
+    return true;
 }
 
 struct Row {
@@ -237,7 +266,7 @@ struct Row {
     bool isInherited = true;
     Vocabulary vocabulary = Vocabulary::drawing;
     bool isAttribute = true;  // else it is for style sheets and style attributes only
-    void (*read)(Style& style, const Value& value) = nullptr;
+    bool (*read)(Style& style, const Value& value) = nullptr;
     // "inherit" from the parent, "initial" from a fresh style; null: no such words.
     void (*copy)(Style& style, const Style& from) = nullptr;
     PaintMember paint = nullptr;
@@ -277,7 +306,7 @@ constexpr Row row(std::string_view name) {
     Row row;
     row.name = name;
     row.isInherited = isInheritedMember(member);
-    row.read = [](Style& style, const Value& value) { readValue(memberOf(style, member), value); };
+    row.read = [](Style& style, const Value& value) { return readValue(memberOf(style, member), value); };
     row.copy = [](Style& style, const Style& from) { memberOf(style, member) = memberOf(from, member); };
     if constexpr (std::is_same_v<decltype(member), PaintMember>) row.paint = member;
     return row;
@@ -423,17 +452,20 @@ std::uint8_t findSlot(const char* name) {
     return *rest == '\0' ? kShortSlots.find(key, std::uint8_t{0}) : kSlots.find(name, std::uint8_t{0});
 }
 
-void applyProperty(Style& style, const Reading& reading, Property property, std::string_view value) {
+bool applyProperty(Style& style, const Reading& reading, Property property, std::string_view value) {
     const Row& row = kProperties[property];
     value = trim(value);
-    if (value.empty()) return;
+    if (value.empty()) return false;
     style.hasOwn |= !row.isInherited;
     const GlobalWord word = row.copy != nullptr ? globalWord(value, row.isInherited) : GlobalWord::none;
-    if (word == GlobalWord::none) {
-        row.read(style, {value, reading, style});
-    } else {
-        row.copy(style, word == GlobalWord::inherit ? reading.parent : Style());
-    }
+    if (word == GlobalWord::none) return row.read(style, {value, reading, style});
+    row.copy(style, word == GlobalWord::inherit ? reading.parent : Style());
+    return true;
+}
+
+void resetProperty(Style& style, const Reading& reading, Property property) {
+    const Row& row = kProperties[property];
+    if (row.copy != nullptr) row.copy(style, row.isInherited ? reading.parent : Style());
 }
 
 PaintMember paintMember(Property property) {

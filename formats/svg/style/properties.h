@@ -14,6 +14,7 @@ namespace svg {
 // The number of a row; presentation attributes of an element are a set of 64 bits.
 using Property = std::uint8_t;
 constexpr Property kUnknownProperty = 255;
+constexpr Property kVariable = 254;  // "--name", a value that others may refer to
 
 // Which properties a reader asks for: those of the document model, or all.
 enum class Vocabulary : std::uint8_t { model, drawing };
@@ -32,8 +33,11 @@ std::uint64_t propertiesOf(Vocabulary vocabulary);
 // and a property; 0 for an unknown one.
 std::uint8_t findSlot(const char* name);
 
-// Sets one property from its text. An invalid value changes nothing.
-void applyProperty(Style& style, const Reading& reading, Property property, std::string_view value);
+// Sets one property from its text. False, with nothing changed, for an invalid value.
+bool applyProperty(Style& style, const Reading& reading, Property property, std::string_view value);
+
+// As if nothing had been declared: the inherited or the initial value.
+void resetProperty(Style& style, const Reading& reading, Property property);
 
 // The member that a property with nothing but a paint sets; null for every other property.
 using PaintMember = Paint InheritedStyle::*;

@@ -1,7 +1,9 @@
 #include "formats/svg/style/sheet.h"
 
 #include <algorithm>
+#include <tuple>
 
+#include "formats/svg/style/conditions.h"
 #include "formats/svg/values/text_scan.h"
 #include "formats/svg/xml/namespaces.h"
 
@@ -62,102 +64,151 @@ std::size_t findBlockEnd(std::string_view text, std::size_t from) {
     return text.size();
 }
 
-// Whether a media block counts: those for every medium or for screens, without further conditions.
-bool isForScreens(std::string_view query) {
-    while (!query.empty()) {
-        const std::size_t comma = std::min(query.find(','), query.size());
-        const std::string_view one = trim(query.substr(0, comma));
-        if (equalsNoCase(one, "all") || equalsNoCase(one, "screen")) return true;
-        query.remove_prefix(std::min(comma + 1, query.size()));
-    }
-    return false;
-}
-
 }  // namespace
 
 void StyleSheet::add(std::string_view text) {
     m_texts.push_back(withoutComments(text));
-    addRules(m_texts.back(), 0);
+    addRules(m_texts.back(), 0, {});
 }
 
-void StyleSheet::addRules(std::string_view text, int depth) {
+void StyleSheet::addRules(std::string_view text, int depth, const std::string& layer) {
     std::size_t at = 0;
     for (;;) {
         while (at < text.size() && isSpace(text[at])) ++at;
         if (at >= text.size()) return;
         const std::size_t open = findOutsideQuotes(text, at, text[at] == '@' ? "{;" : "{");
         if (open == text.npos) return;
-        if (text[open] == ';') {  // @import, @charset
+        const std::string_view head = trim(text.substr(at, open - at));
+        if (text[open] == ';') {  // @import, @charset, @layer
+            if (startsWithNoCase(head, "@layer")) nameLayers(head.substr(6), layer);
             at = open + 1;
             continue;
         }
         const std::size_t end = findBlockEnd(text, open + 1);
-        const std::string_view head = trim(text.substr(at, open - at));
         const std::string_view body = text.substr(open + 1, end - open - 1);
         if (head.empty() || head.front() != '@') {
-            addRule(head, body);
-        } else if (startsWithNoCase(head, "@media") && isForScreens(head.substr(6)) &&
-                   depth < kDeepestBlock) {
-            addRules(body, depth + 1);
+            addRule(head, body, layer);
+        } else if (depth < kDeepestBlock) {
+            addBlock(head, body, depth + 1, layer);
         }
         at = end + 1;
     }
 }
 
-void StyleSheet::addRule(std::string_view selectors, std::string_view body) {
+void StyleSheet::addBlock(std::string_view head, std::string_view body, int depth, const std::string& layer) {
+    if (startsWithNoCase(head, "@media")) {
+        if (matchesMedia(head.substr(6))) addRules(body, depth, layer);
+    } else if (startsWithNoCase(head, "@supports")) {
+        if (isSupported(head.substr(9))) addRules(body, depth, layer);
+    } else if (startsWithNoCase(head, "@layer")) {
+        const std::string_view name = trim(head.substr(6));
+        const std::string inner =
+            name.empty() ? layer + "." + std::to_string(m_layers.size()) : layer + "." + std::string(name);
+        layerNumber(inner);
+        addRules(body, depth, inner);
+    }
+}
+
+void StyleSheet::nameLayers(std::string_view names, const std::string& around) {
+    while (!names.empty()) {
+        const std::size_t comma = std::min(names.find(','), names.size());
+        const std::string_view name = trim(names.substr(0, comma));
+        if (!name.empty()) layerNumber(around + "." + std::string(name));
+        names.remove_prefix(std::min(comma + 1, names.size()));
+    }
+}
+
+std::uint32_t StyleSheet::layerNumber(const std::string& layer) {
+    if (layer.empty()) return 0;
+    constexpr std::size_t kMostLayers = 1000;
+    const auto found = std::find(m_layers.begin(), m_layers.end(), layer);
+    if (found == m_layers.end() && m_layers.size() < kMostLayers) {
+        m_layers.push_back(layer);
+        return static_cast<std::uint32_t>(m_layers.size());
+    }
+    return static_cast<std::uint32_t>(found - m_layers.begin()) + 1;
+}
+
+void StyleSheet::addRule(std::string_view selectors, std::string_view body, const std::string& layer) {
+    std::vector<Selector> list;
+    if (!parseSelectors(selectors, list)) return;
     const std::size_t first = m_declarations.size();
     for (Declaration declaration; takeDeclaration(body, declaration, m_vocabulary);) {
         prepare(declaration);
         m_declarations.push_back(declaration);
     }
     if (m_declarations.size() == first) return;
-    while (!selectors.empty()) {
-        const std::size_t comma = std::min(findOutsideQuotes(selectors, 0, ","), selectors.size());
-        Selector selector;
-        if (parseSelector(selectors.substr(0, comma), selector)) {
-            const Compound& subject = selector.compounds.front();
-            std::vector<std::size_t>& list = !subject.ids.empty()       ? m_byId[subject.ids.front()]
-                                             : !subject.classes.empty() ? m_byClass[subject.classes.front()]
-                                             : !subject.type.empty()    ? m_byType[subject.type]
-                                                                        : m_universal;
-            list.push_back(m_rules.size());
-            const std::size_t asked =
-                subject.ids.size() + subject.classes.size() + (subject.type.empty() ? 0 : 1);
-            const bool onlyKey = selector.compounds.size() == 1 && asked <= 1;
-            m_rules.push_back({std::move(selector), first, m_declarations.size(), onlyKey});
-        }
-        selectors.remove_prefix(std::min(comma + 1, selectors.size()));
+    const auto block = static_cast<std::uint32_t>(m_blocks.size());
+    m_blocks.push_back({first, m_declarations.size(), layerNumber(layer)});
+    for (Selector& selector : list) {
+        Rule& rule = m_rules.emplace_back();
+        rule.block = block;
+        rule.selector = std::move(selector);
+        const Compound& subject = rule.selector.compounds.front();
+        const std::size_t keys = subject.ids.size() + subject.classes.size() + (subject.type.empty() ? 0 : 1);
+        rule.onlyKey = rule.selector.compounds.size() == 1 && keys == 1 && subject.attributes.empty() &&
+                       subject.pseudoClasses.empty();
+        Bucket& bucket = !subject.ids.empty()       ? m_byId[subject.ids.front()]
+                         : !subject.classes.empty() ? m_byClass[subject.classes.front()]
+                         : !subject.type.empty()    ? m_byType[subject.type]
+                                                    : m_universal;
+        bucket.rules.push_back(m_rules.size() - 1);
     }
 }
 
-void StyleSheet::collectFrom(const std::vector<std::size_t>& rules, pugi::xml_node element) {
-    for (const std::size_t rule : rules) {
-        if (m_rules[rule].onlyKey || matches(m_rules[rule].selector, element)) m_found.push_back(rule);
+void StyleSheet::collectFrom(Bucket& bucket, pugi::xml_node element) {
+    if (bucket.lastElement == m_element) return;  // a class that is named twice
+    bucket.lastElement = m_element;
+    m_steps += bucket.rules.size();
+    for (const std::size_t number : bucket.rules) {
+        if (isSpent()) return;
+        const Rule& rule = m_rules[number];
+        if (rule.onlyKey || matches(rule.selector, element, m_steps)) m_found.push_back(number);
     }
 }
 
-void StyleSheet::collectFrom(const Index& index, std::string_view key, pugi::xml_node element) {
-    if (const std::vector<std::size_t>* const rules = index.find(key)) collectFrom(*rules, element);
+void StyleSheet::collectFrom(Index& index, std::string_view key, pugi::xml_node element) {
+    if (Bucket* const bucket = index.find(key)) collectFrom(*bucket, element);
+}
+
+// Rising weight: the cascade applies what comes later over what came before. Of the selectors of one block
+// the weightiest counts.
+void StyleSheet::sortFound() {
+    m_steps += 8 * m_found.size();
+    const auto weight = [this](std::size_t number) {
+        const Rule& rule = m_rules[number];
+        // What is in no layer wins over all that is in one.
+        const std::uint32_t layer = m_blocks[rule.block].layer;
+        return std::tuple(layer == 0 ? UINT32_MAX : layer, rule.selector.specificity, number);
+    };
+    std::sort(m_found.begin(), m_found.end(),
+              [&](std::size_t a, std::size_t b) { return weight(a) < weight(b); });
+    std::size_t kept = m_found.size();
+    for (std::size_t i = m_found.size(); i-- > 0;) {
+        Block& block = m_blocks[m_rules[m_found[i]].block];
+        if (block.lastElement == m_element) continue;
+        block.lastElement = m_element;
+        m_found[--kept] = m_found[i];
+    }
+    m_found.erase(m_found.begin(), m_found.begin() + static_cast<std::ptrdiff_t>(kept));
 }
 
 void StyleSheet::collect(pugi::xml_node element, std::string_view id, std::string_view classes,
                          std::vector<const Declaration*>& declarations) {
+    if (isSpent()) return;
+    m_allowed += kStepsPerElement;
+    ++m_element;
     m_found.clear();
-    collectFrom(m_universal, element);
+    if (!m_universal.rules.empty()) collectFrom(m_universal, element);
     if (!m_byType.isEmpty()) collectFrom(m_byType, splitName(element.name()).local, element);
     while (!classes.empty() && !m_byClass.isEmpty()) collectFrom(m_byClass, takeWord(classes), element);
     collectFrom(m_byId, id, element);
-    if (m_found.size() > 1) {
-        std::sort(m_found.begin(), m_found.end(), [this](std::size_t a, std::size_t b) {
-            const std::uint32_t left = m_rules[a].selector.specificity;
-            const std::uint32_t right = m_rules[b].selector.specificity;
-            return left != right ? left < right : a < b;
-        });
-    }
+    if (m_found.size() > 1) sortFound();
     for (const std::size_t rule : m_found) {
-        for (std::size_t i = m_rules[rule].firstDeclaration; i < m_rules[rule].endDeclaration; ++i) {
-            declarations.push_back(&m_declarations[i]);
-        }
+        const Block& block = m_blocks[m_rules[rule].block];
+        m_steps += block.end - block.first;
+        if (isSpent()) return;
+        for (std::size_t i = block.first; i < block.end; ++i) declarations.push_back(&m_declarations[i]);
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include "canvas/canvas.h"
 #include "formats/svg/style/paint.h"
+#include "formats/svg/style/variables.h"
 
 namespace svg {
 
@@ -59,6 +60,7 @@ struct InheritedStyle {
     std::string_view dashArray;                          // as written; empty: none
     std::string_view markerStart, markerMid, markerEnd;  // "url(#id)" as written; empty: none
     std::string_view fontFamily;                         // as written; empty: the usual one
+    const Variable* variables = nullptr;                 // in force; the resolver's
 };
 
 struct OwnStyle {

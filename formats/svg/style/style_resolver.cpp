@@ -2,6 +2,7 @@
 
 #include <bit>
 
+#include "formats/svg/style/conditions.h"
 #include "formats/svg/values/text_scan.h"
 
 namespace svg {
@@ -21,16 +22,42 @@ const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& 
     room.inheritFrom(reading.parent);
     for (; presentation != 0; presentation &= presentation - 1) {
         const auto property = static_cast<Property>(std::countr_zero(presentation));
-        applyProperty(room, reading, property, attributes.presentation(property));
+        apply({.property = property, .value = attributes.presentation(property)}, reading, room);
     }
     cascade(m_fromSheet, attributes.get(Attribute::style), m_vocabulary,
-            [&](const Declaration& one) { applyDeclaration(room, reading, one); });
+            [&](const Declaration& one) { apply(one, reading, room); });
+    if (!m_waiting.empty()) applyWaiting(reading, room);
     return room;
+}
+
+void StyleResolver::apply(const Declaration& one, const Reading& reading, Style& style) {
+    const auto forget = [&] {
+        if (!m_waiting.empty())
+            std::erase_if(m_waiting, [&](const Waiting& other) { return other.property == one.property; });
+    };
+    if (one.property == kVariable) {
+        style.variables = m_variables.declare(one.name, one.value, style.variables);
+    } else if (applyDeclaration(style, reading, one)) {
+        forget();
+    } else if (hasVariable(one.value)) {
+        forget();
+        m_waiting.push_back({one.property, one.value});
+    }
+}
+
+void StyleResolver::applyWaiting(const Reading& reading, Style& style) {
+    for (const Waiting& one : m_waiting) {
+        const std::optional<std::string_view> value = m_variables.substitute(one.value, style.variables);
+        if (!value || !applyProperty(style, reading, one.property, *value))
+            resetProperty(style, reading, one.property);
+    }
+    m_waiting.clear();
 }
 
 std::string styleText(pugi::xml_node style) {
     const std::string_view type = trim(style.attribute("type").value());
     if (!type.empty() && !equalsNoCase(type, "text/css")) return {};
+    if (!matchesMedia(style.attribute("media").value())) return {};
     std::string text;
     for (const pugi::xml_node part : style.children()) text += part.value();
     return text;

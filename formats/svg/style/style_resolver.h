@@ -31,13 +31,24 @@ public:
     }
 
 private:
+    void apply(const Declaration& declaration, const Reading& reading, Style& style);
+    void applyWaiting(const Reading& reading, Style& style);
+
+    // A property whose value refers to custom ones, all of which are known when the cascade is over.
+    struct Waiting {
+        Property property;
+        std::string_view value;
+    };
+
     Vocabulary m_vocabulary;
     std::uint64_t m_attributes;  // presentation attributes that are looked at
     StyleSheet m_sheet;
+    Variables m_variables;
     std::vector<const Declaration*> m_fromSheet;  // scratch
+    std::vector<Waiting> m_waiting;               // scratch
 };
 
-// The text of a style element; empty when it is in another language than CSS.
+// The text of a style element; empty when it is in another language than CSS, or for other media.
 std::string styleText(pugi::xml_node style);
 
 }  // namespace svg

@@ -14,6 +14,19 @@ bool isResource(Element element) {
     return element >= Element::symbol && element <= Element::marker;
 }
 
+constexpr char kTooDeep[] = "elements are nested deeper than 1000";
+constexpr char kTooMany[] = "an element has more than 1000 attributes";
+// No tag of fewer characters has so many: a name, "=" and two quotes.
+constexpr std::ptrdiff_t kManyAttributes = 4 * static_cast<std::ptrdiff_t>(kMostAttributes);
+
+bool hasTooMany(pugi::xml_node node) {
+    std::size_t count = 0;
+    for (pugi::xml_attribute one = node.first_attribute(); one; one = one.next_attribute()) {
+        if (++count > kMostAttributes) return true;
+    }
+    return false;
+}
+
 const char* idOf(pugi::xml_node node) {
     for (pugi::xml_attribute attribute = node.first_attribute();; attribute = attribute.next_attribute()) {
         const char* const name = attribute.name();
@@ -39,7 +52,7 @@ pugi::xml_node nextNode(pugi::xml_node node, pugi::xml_node root, int& depth, bo
     return {};
 }
 
-bool DrawingIndex::build(pugi::xml_node root, pugi::xml_node& culprit) {
+const char* DrawingIndex::build(pugi::xml_node root, pugi::xml_node& culprit) {
     m_root = root;
     // The library's own walk is the fastest: it needs one call for a node.
     struct Walk : pugi::xml_tree_walker {
@@ -48,10 +61,11 @@ bool DrawingIndex::build(pugi::xml_node root, pugi::xml_node& culprit) {
             if (name[0] == '\0') return true;  // text
             ++count;
             // The walk counts the root's children as 0.
-            if (depth() + 2 > kDeepestNesting) {
-                tooDeep = node;
-                return false;
-            }
+            if (depth() + 2 > kDeepestNesting) return refuse(node, kTooDeep);
+            // Names stand in the text, so most elements are too short for many attributes.
+            if (name - lastName > kManyAttributes && hasTooMany(last)) return refuse(last, kTooMany);
+            last = node;
+            lastName = name;
             const Element element = kindOfName(name);
             if (element == Element::style) styles->push_back(node);
             if (isResource(element)) {
@@ -61,17 +75,28 @@ bool DrawingIndex::build(pugi::xml_node root, pugi::xml_node& culprit) {
             return true;
         }
 
+        bool refuse(pugi::xml_node node, const char* why) {
+            culprit = node;
+            reason = why;
+            return false;
+        }
+
         std::size_t count = 1;  // with the root
         std::vector<pugi::xml_node>* styles = nullptr;
         Nodes* resources = nullptr;
-        pugi::xml_node tooDeep;
+        pugi::xml_node last;
+        const char* lastName = nullptr;
+        pugi::xml_node culprit;
+        const char* reason = nullptr;
     } walk;
+    walk.last = root;
+    walk.lastName = root.name();
     walk.styles = &m_styles;
     walk.resources = &m_resources;
-    const bool whole = root.traverse(walk);
+    if (root.traverse(walk) && hasTooMany(walk.last)) walk.refuse(walk.last, kTooMany);
     m_elementCount = walk.count;
-    culprit = walk.tooDeep;
-    return whole;
+    culprit = walk.culprit;
+    return walk.reason;
 }
 
 void DrawingIndex::collectTaken() {

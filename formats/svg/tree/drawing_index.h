@@ -5,16 +5,18 @@
 #include <array>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include <pugixml.hpp>
 
+#include "formats/svg/values/text_map.h"
 #include "formats/svg/xml/vocabulary.h"
 
 namespace svg {
 
 constexpr int kDeepestNesting = 1000;
+// What an element says is looked at again and again, by style sheets and by what stands in it.
+constexpr std::size_t kMostAttributes = 1000;
 
 // Words that made names start with: every element's name, and the shadow made around an object.
 constexpr std::size_t kShadowStem = static_cast<std::size_t>(Element::count);
@@ -22,8 +24,9 @@ constexpr std::size_t kStemCount = kShadowStem + 1;
 
 class DrawingIndex {
 public:
-    // Walks the drawing once. False when it is nested too deep; `culprit` is then the first element too deep.
-    bool build(pugi::xml_node root, pugi::xml_node& culprit);
+    // Walks the drawing once. Null, or why it is refused: `culprit` is nested too deep, or has too many
+    // attributes.
+    const char* build(pugi::xml_node root, pugi::xml_node& culprit);
 
     std::size_t elementCount() const { return m_elementCount; }
     const std::vector<pugi::xml_node>& styles() const { return m_styles; }
@@ -41,7 +44,7 @@ public:
     }
 
 private:
-    using Nodes = std::unordered_map<std::string_view, pugi::xml_node>;
+    using Nodes = TextMap<pugi::xml_node>;
 
     void collectTaken();
     void noteId(std::string_view id);

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <string_view>
-#include <unordered_map>
 
 #include "formats/svg/style/attributes.h"
+#include "formats/svg/values/text_map.h"
 #include "kzcore/document/class_info.h"
 
 namespace svg {
@@ -40,7 +40,7 @@ private:
 
     const AClassInfo *m_rectangle, *m_oval, *m_polygon, *m_starburst, *m_fan, *m_path, *m_text, *m_pathText,
         *m_bitmap, *m_group, *m_composite, *m_mask, *m_shadow, *m_layer;
-    std::unordered_map<std::string_view, const AClassInfo*> m_named;
+    TextMap<const AClassInfo*> m_named;
 };
 
 }  // namespace svg

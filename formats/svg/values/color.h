@@ -7,8 +7,8 @@
 
 namespace svg {
 
-// Reads a keyword, #rgb, #rgba, #rrggbb, #rrggbbaa, rgb(), rgba(), hsl() or hsla() from the front of the text
-// and takes it away, into 0xRRGGBB. Opacity belongs to objects, not to colours: it is told where `alpha` asks
+// Reads a keyword, #rgb, #rgba, #rrggbb, #rrggbbaa or a function (rgb, hsl, hwb, lab, lch, oklab, oklch, color,
+// color-mix, light-dark) from the front of the text and takes it away, into 0xRRGGBB. Opacity belongs to objects, not to colours: it is told where `alpha` asks
 // for it, which keeps its value for a colour without one.
 // False, with the text unchanged, for anything else, "currentColor" and "transparent" included.
 bool takeColor(std::string_view& text, std::uint32_t& rgb, std::uint8_t* alpha = nullptr);

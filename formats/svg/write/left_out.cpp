@@ -1,7 +1,6 @@
 #include "formats/svg/write/left_out.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "kzcore/view/paint_visibility.h"
 #include "kzcore/view/view_filter.h"
@@ -153,7 +152,7 @@ void LeftOut::decide(const ADocument& document, AViewFilter& filter) {
 }
 
 void LeftOut::findTargets() {
-    std::unordered_map<std::string_view, std::uint32_t> byId;
+    TextMap<std::uint32_t> byId;
     for (const SourceReference& reference : m_source.references) byId.emplace(reference.id, kNoElement);
     for (std::uint32_t i = 0; i < m_source.elements.size(); ++i) {
         const auto found = byId.find(m_source.elements[i].id);

@@ -2,8 +2,6 @@
 
 #include <deque>
 #include <map>
-#include <unordered_map>
-#include <unordered_set>
 
 #include "formats/svg/values/text_scan.h"
 
@@ -262,8 +260,8 @@ private:
     std::vector<std::uint32_t> m_kept;  // replaced as a whole, with their content inside
     std::map<std::pair<std::uint32_t, Outcome>, std::string> m_variants;
     std::deque<Variant> m_pending;
-    std::unordered_set<std::string_view> m_ids;
-    std::unordered_map<std::string_view, std::uint32_t> m_lastNumber;
+    TextSet m_ids;
+    TextMap<std::uint32_t> m_lastNumber;
     std::size_t m_copied = 0;
 };
 

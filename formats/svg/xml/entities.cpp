@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_map>
 
+#include "formats/svg/values/text_map.h"
 #include "formats/svg/values/text_scan.h"
 #include "formats/svg/xml/tag_scan.h"
 
@@ -13,15 +13,18 @@ namespace {
 
 constexpr std::size_t kLargestValue = std::size_t{1} << 20;
 constexpr std::size_t kLargestGrowth = std::size_t{64} << 20;
+// Elements and attributes that entities may make: in a tree each takes a hundred times its text.
+constexpr std::size_t kMostNodes = 1'000'000;
 constexpr int kDeepestReference = 64;
 
 struct Entity {
     std::string value;
     std::size_t offset = 0;  // of its declaration
+    std::size_t nodes = 0;   // that the expanded value makes, at most
     enum State { written, inProgress, expanded } state = written;
 };
 
-using Entities = std::unordered_map<std::string, Entity>;
+using Entities = StringMap<Entity>;
 
 // <!ENTITY name "value">; parameter entities and external ones are left out. The first declaration counts.
 void readEntity(std::string_view declaration, std::size_t offset, Entities& entities) {
@@ -49,7 +52,7 @@ std::size_t readSubset(std::string_view text, std::size_t at, Entities& entities
             ++at;
             continue;
         }
-        const std::size_t end = findUnquoted(text, at, ">");
+        const std::size_t end = findUnquoted(text, at, '>', '>');
         constexpr std::string_view kEntity = "<!ENTITY";
         if (text.substr(at).starts_with(kEntity)) {
             readEntity(text.substr(at + kEntity.size(), end - at - kEntity.size()), at, entities);
@@ -66,7 +69,7 @@ std::size_t findSubset(std::string_view text) {
         if (isSpace(text[at])) {
             ++at;
         } else if (text.substr(at).starts_with("<!DOCTYPE")) {
-            at = findUnquoted(text, at, "[>");
+            at = findUnquoted(text, at, '[', '>');
             return at < text.size() && text[at] == '[' ? at + 1 : text.npos;
         } else if (const std::size_t next = skipOpaque(text, at); next != at) {
             at = next;
@@ -95,6 +98,7 @@ private:
     Entities& m_entities;
     EntityError& m_error;
     std::vector<EntityUse>& m_uses;
+    std::size_t m_nodes = 0;
 };
 
 bool Expander::expand(const std::string& name, Entity& entity, int depth) {
@@ -110,6 +114,8 @@ bool Expander::expand(const std::string& name, Entity& entity, int depth) {
         return false;
     }
     entity.value = std::move(value);
+    entity.nodes = static_cast<std::size_t>(
+        std::count_if(entity.value.begin(), entity.value.end(), [](char c) { return c == '<' || c == '='; }));
     entity.state = Entity::expanded;
     return true;
 }
@@ -133,7 +139,12 @@ bool Expander::append(std::string_view text, std::size_t limit, int depth, bool 
         }
         if (!expand(name, found->second, depth + 1)) return false;
         out.append(text.substr(done, at - done));
-        if (isDocument) m_uses.push_back({out.size(), found->second.value.size(), name});
+        if (isDocument) {
+            m_uses.push_back({out.size(), found->second.value.size(), name});
+            m_nodes += found->second.nodes;
+            if (m_nodes > kMostNodes)
+                return fail(found->second.offset, "the entity " + name + " makes too many elements");
+        }
         out += found->second.value;
         if (out.size() > limit) return false;
         at = done = end + 1;

@@ -15,7 +15,7 @@ std::size_t skipNoTag(std::string_view text, std::size_t at) {
     if (behindOpaque != at) return behindOpaque;
     // A document type, with declarations inside.
     int depth = 0;
-    for (std::size_t i = at; (i = findUnquoted(text, i, "<>")) < text.size();) {
+    for (std::size_t i = at; (i = findUnquoted(text, i, '<', '>')) < text.size();) {
         const std::size_t inside = i > at ? skipOpaque(text, i) : i;
         if (inside != i) {
             i = inside;
@@ -32,7 +32,7 @@ std::string_view localName(std::string_view name) {
 }
 
 // Notes every "#name" of a style sheet.
-void collectSheetIds(std::string_view sheet, std::unordered_set<std::string_view>& ids) {
+void collectSheetIds(std::string_view sheet, TextSet& ids) {
     for (std::size_t at = 0; (at = sheet.find('#', at)) != sheet.npos;) {
         std::size_t end = ++at;
         const auto isPart = [](char c) {
@@ -53,9 +53,12 @@ void collectReferences(std::uint32_t element, const SourceAttribute& attribute,
         return;
     }
     const std::string_view value = attribute.value;
+    std::size_t close = 0;
     for (std::size_t at = 0; (at = value.find("url(", at)) != value.npos;) {
         at += 4;
-        std::string_view inside = value.substr(at, value.find(')', at) - at);
+        if (close < at) close = value.find(')', at);  // once for all that it closes
+        if (close == value.npos) return;
+        std::string_view inside = value.substr(at, close - at);
         for (const std::string_view quote : {"\"", "'", "&quot;", "&apos;", "&#34;", "&#39;"}) {
             inside = trim(inside);
             if (inside.starts_with(quote)) inside.remove_prefix(quote.size());

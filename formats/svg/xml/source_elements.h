@@ -8,9 +8,9 @@
 
 #include <cstdint>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
+#include "formats/svg/values/text_map.h"
 #include "formats/svg/xml/tag_scan.h"
 #include "formats/svg/xml/vocabulary.h"
 
@@ -47,8 +47,8 @@ struct SourceElements {
 
     std::string_view text;
     std::vector<SourceElement> elements;
-    std::vector<SourceReference> references;        // in document order
-    std::unordered_set<std::string_view> sheetIds;  // what follows a "#" in style sheets: ids, and colours
+    std::vector<SourceReference> references;  // in document order
+    TextSet sheetIds;                         // what follows a "#" in style sheets: ids, and colours
 };
 
 }  // namespace svg

@@ -1,6 +1,7 @@
 #include "formats/svg/xml/tag_scan.h"
 
 #include <algorithm>
+#include <array>
 
 #include "formats/svg/values/text_scan.h"
 
@@ -8,8 +9,16 @@ namespace svg {
 
 namespace {
 
-constexpr bool endsName(char c) {
-    return isSpace(c) || c == '=' || c == '/' || c == '>';
+// Tags are scanned by the hundred thousand: one look at a table for a character.
+constexpr auto kEndsName = [] {
+    std::array<bool, 256> table{};
+    for (const char c : {' ', '\t', '\n', '\r', '\f', '=', '/', '>', '\0'})
+        table[static_cast<unsigned char>(c)] = true;
+    return table;
+}();
+
+bool endsName(char c) {
+    return kEndsName[static_cast<unsigned char>(c)];
 }
 
 }  // namespace
@@ -27,10 +36,11 @@ std::size_t skipOpaque(std::string_view text, std::size_t at) {
     return at;
 }
 
-std::size_t findUnquoted(std::string_view text, std::size_t from, std::string_view wanted) {
+std::size_t findUnquoted(std::string_view text, std::size_t from, char wanted, char other) {
     for (std::size_t at = from; at < text.size(); ++at) {
-        if (wanted.find(text[at]) != wanted.npos) return at;
-        if (text[at] == '"' || text[at] == '\'') at = std::min(text.find(text[at], at + 1), text.size());
+        const char c = text[at];
+        if (c == wanted || c == other) return at;
+        if (c == '"' || c == '\'') at = std::min(text.find(c, at + 1), text.size());
     }
     return text.size();
 }
@@ -42,17 +52,21 @@ std::size_t behindName(std::string_view text, std::size_t begin) {
 }
 
 bool takeAttribute(std::string_view text, std::size_t& at, SourceAttribute& attribute) {
-    while (at < text.size() && isSpace(text[at])) ++at;
-    if (at >= text.size() || text[at] == '>' || text[at] == '/') return false;
-    const std::size_t name = at;
-    while (at < text.size() && !endsName(text[at])) ++at;
-    attribute.name = text.substr(name, at - name);
-    while (at < text.size() && (isSpace(text[at]) || text[at] == '=')) ++at;
-    if (at >= text.size() || (text[at] != '"' && text[at] != '\'')) return false;
-    const std::size_t value = at + 1;
-    const std::size_t close = std::min(text.find(text[at], value), text.size());
-    attribute.value = text.substr(value, close - value);
-    at = std::min(close + 1, text.size());
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const char* one = begin + at;
+    while (one != end && isSpace(*one)) ++one;
+    const char* const name = one;
+    while (one != end && !endsName(*one)) ++one;
+    if (one == name || one == end) return false;
+    attribute.name = {name, static_cast<std::size_t>(one - name)};
+    while (one != end && (*one == '=' || isSpace(*one))) ++one;
+    if (one == end || (*one != '"' && *one != '\'')) return false;
+    const char quote = *one;
+    const char* const value = ++one;  // most are too short for a call
+    while (one != end && *one != quote) ++one;
+    attribute.value = {value, static_cast<std::size_t>(one - value)};
+    at = static_cast<std::size_t>(one - begin) + (one != end ? 1 : 0);
     return true;
 }
 

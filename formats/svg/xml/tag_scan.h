@@ -16,8 +16,8 @@ std::size_t behind(std::string_view text, std::size_t from, std::string_view wan
 // Behind the comment, processing instruction or CDATA section that starts at `at`; `at` when none does.
 std::size_t skipOpaque(std::string_view text, std::size_t at);
 
-// The next of the characters `wanted` outside quoted texts; the end of the text when there is none.
-std::size_t findUnquoted(std::string_view text, std::size_t from, std::string_view wanted);
+// The next of two characters outside quoted texts; the end of the text when there is none.
+std::size_t findUnquoted(std::string_view text, std::size_t from, char wanted, char other);
 
 // The offset behind the name of the element that begins at `begin`.
 std::size_t behindName(std::string_view text, std::size_t begin);

@@ -13,6 +13,9 @@ namespace {
 constexpr std::size_t kRepeatedAtLeast = 100'000;
 constexpr std::size_t kRepeatedPerElement = 100;
 constexpr std::size_t kRepeatedAtMost = 2'000'000;
+// Operations on whole images: some seconds' work.
+constexpr double kStepsAtLeast = 2e8;
+constexpr double kStepsPerPixel = 256;
 // References within references.
 constexpr std::size_t kDeepestReference = 48;
 
@@ -20,10 +23,20 @@ std::size_t repeatable(std::size_t elements) {
     return std::min(kRepeatedAtLeast + kRepeatedPerElement * elements, kRepeatedAtMost);
 }
 
+double pixelSteps(const RECT& area) {
+    const double pixels =
+        isEmpty(area) ? 0 : static_cast<double>(area.right - area.left) * (area.bottom - area.top);
+    return kStepsAtLeast + kStepsPerPixel * pixels;
+}
+
 }  // namespace
 
 DrawContext::DrawContext(const std::string& text, const UserSpace& root, ACanvas& canvas)
-    : m_tree(text), m_root(root), m_blends(asksForBlending(text)), m_canvas(&canvas) {
+    : m_tree(text),
+      m_styles(Vocabulary::drawing),
+      m_root(root),
+      m_blends(asksForBlending(text)),
+      m_canvas(&canvas) {
     readSheets();
     restart(root, canvas);
 }
@@ -36,6 +49,7 @@ DrawContext::DrawContext(const std::string& text, const UserSpace& root, ADispla
       m_canvas(nullptr),
       m_recorder(&recorder),
       m_clipBounds(pixelsAround({-kFarPixels, -kFarPixels, kFarPixels, kFarPixels}, 0)),
+      m_pixelSteps(pixelSteps(m_clipBounds)),
       m_repeatable(repeatable(m_tree.elementCount())) {
     readSheets();
 }
@@ -53,6 +67,7 @@ void DrawContext::restart(const UserSpace& root, ACanvas& canvas) {
     m_touched = {0, 0, 0, 0};
     m_visited.clear();
     m_groupPixels = 0;
+    m_pixelSteps = pixelSteps(m_clipBounds);
     m_repeatable = repeatable(m_tree.elementCount());
 }
 
@@ -124,12 +139,19 @@ bool DrawContext::spend(std::size_t elements) {
     return enough;
 }
 
-bool DrawContext::takeGroup(std::size_t pixels) {
+bool DrawContext::HeldPixels::take(std::size_t pixels) {
     // A dozen screens of the largest kind in one another, sixty of the usual size.
-    constexpr std::size_t kMostGroupPixels = std::size_t{1} << 27;
-    if (pixels > kMostGroupPixels - m_groupPixels) return false;
-    m_groupPixels += pixels;
+    constexpr std::size_t kMostHeld = std::size_t{1} << 27;
+    if (pixels > kMostHeld - m_context.m_heldPixels) return false;
+    m_pixels += pixels;
+    m_context.m_heldPixels += pixels;
     return true;
+}
+
+bool DrawContext::spendPixels(double pixels) {
+    const bool enough = m_pixelSteps >= pixels;
+    m_pixelSteps = enough ? m_pixelSteps - pixels : 0;
+    return enough;
 }
 
 Style DrawContext::styleAt(pugi::xml_node element) {

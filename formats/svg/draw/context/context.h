@@ -13,6 +13,7 @@
 
 #include <array>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "formats/svg/draw/context/drawing_tree.h"
@@ -120,9 +121,25 @@ public:
     // Takes elements (or a similar amount of work) from the budget of repetition; false when it is spent.
     bool spend(std::size_t elements);
 
-    // Counts the pixels of the pictures of groups that are open; false when there are too many.
-    bool takeGroup(std::size_t pixels);
-    void releaseGroup(std::size_t pixels) { m_groupPixels -= pixels; }
+    // Pixels of images that something is drawn into at the same time: groups, masks, patterns in one another.
+    // False when there are too many: make no image then.
+    class HeldPixels {
+    public:
+        explicit HeldPixels(DrawContext& context) : m_context(context) {}
+        ~HeldPixels() { release(); }
+        HeldPixels(const HeldPixels&) = delete;
+        HeldPixels& operator=(const HeldPixels&) = delete;
+        bool take(std::size_t pixels);
+        void release() { m_context.m_heldPixels -= std::exchange(m_pixels, 0); }
+
+    private:
+        DrawContext& m_context;
+        std::size_t m_pixels = 0;
+    };
+
+    // Takes pixels times simple operations from the budget of the picture, for what masks, patterns, filters
+    // and images do to whole images. False when it is spent: leave the operation out.
+    bool spendPixels(double pixels);
 
     // The computed style of an element inside one of the style `parent`: `room`, or the parent's own.
     // `around`: the user space in which the element stands, which percentages refer to.
@@ -163,8 +180,9 @@ private:
     RECT m_clipBounds;
     RECT m_touched{0, 0, 0, 0};
     std::vector<pugi::xml_node> m_visited;
+    double m_pixelSteps;  // that may still be done
     std::size_t m_repeatable;
-    std::size_t m_groupPixels = 0;
+    std::size_t m_heldPixels = 0;
     std::array<std::unique_ptr<DrawCache>, static_cast<std::size_t>(CacheOf::count)> m_caches;
 };
 

@@ -18,7 +18,7 @@ DrawingTree::DrawingTree(const std::string& text)
     if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
     m_root = m_document.document_element();
     pugi::xml_node culprit;
-    if (!result || !m_index.build(m_root, culprit)) {
+    if (!result || m_index.build(m_root, culprit) != nullptr) {
         m_root = {};
         return;
     }

@@ -30,6 +30,7 @@ struct FilterStep {
     bool linear = false;  // the images are handed over in linearRGB, and the result is
     RECT area{};          // the result is cut to it
     double reach = 0;     // how far pixels may come from, in pixels
+    double cost = 4;      // simple operations for a pixel, besides those for each input
     // A picture of the size of the inputs, whatever of it lies outside the area.
     std::function<AImage(const StepInputs&)> apply;
 };

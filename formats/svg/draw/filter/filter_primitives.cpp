@@ -205,6 +205,7 @@ void FilterReader::readTurbulence(FilterStep& step) {
     settings.tileHeight = tile.Height();
     const std::optional<Affine> toUser = m_area.space.toDrawing.inverse();
     step.inputs = {kTransparent};
+    step.cost = 20.0 * settings.octaves;
     if (!toUser) return;
     step.apply = [settings, toUser](const StepInputs& in) {
         const Turbulence turbulence(settings);
@@ -288,6 +289,7 @@ void FilterReader::readConvolve(FilterStep& step) {
     c.edges = valueOf(word("edgeMode"), kEdges, EdgeMode::duplicate);
     c.keepsAlpha = word("preserveAlpha") == "true";
     step.reach = std::max(c.columns, c.rows);
+    step.cost = 2.0 * c.columns * c.rows;
     step.apply = [c](const StepInputs& in) {
         Convolution here = c;
         here.area = in.area;

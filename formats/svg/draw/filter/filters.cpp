@@ -167,9 +167,13 @@ ABox ElementFilter::reach() const {
     return reach;
 }
 
-void ElementFilter::apply(AImage& image, POINT origin) const {
+void ElementFilter::apply(DrawContext& context, AImage& image, POINT origin) const {
     for (const FilterGraph& graph : m_graphs) {
-        if (!image.empty()) image = FilterRun(graph, std::move(image), origin).run();
+        double steps = 0;
+        for (const FilterStep& step : graph.steps)
+            steps += step.cost + static_cast<double>(step.inputs.size());
+        if (image.empty() || !context.spendPixels(steps * static_cast<double>(image.pixels().size()))) return;
+        image = FilterRun(graph, std::move(image), origin).run();
     }
 }
 

@@ -4,7 +4,7 @@
 //     if (filter.read(context, {style.own.filter, boundsInUserSpace, space, style})) {
 //         const RECT pixels = filter.bounds(visible);            // the element is painted on these
 //         AImage image = paintElement(pixels);
-//         filter.apply(image, {pixels.left, pixels.top});
+//         filter.apply(context, image, {pixels.left, pixels.top});
 //     }
 #pragma once
 
@@ -38,8 +38,9 @@ public:
     // All that the filter can show, in the units of the space's target.
     ABox reach() const;
 
-    // Changes the picture of an element, whose first pixel is the canvas's pixel `origin`.
-    void apply(AImage& image, POINT origin) const;
+    // Changes the picture of an element, whose first pixel is the canvas's pixel `origin`. A filter that the
+    // picture's budget does not allow changes nothing.
+    void apply(DrawContext& context, AImage& image, POINT origin) const;
 
 private:
     std::vector<FilterGraph> m_graphs;  // in the order in which they are applied

@@ -110,10 +110,11 @@ std::optional<Placing> place(const Pattern& pattern, const AFRect& box, const Us
         content.height = viewBox.Height();
     } else if (equalsNoCase(pattern.contentUnits, "objectboundingbox")) {
         if (!hasBox) return std::nullopt;
-        content.toDrawing = fromUnit;
+        // A part of the box is as large as the box says, and starts where the cell does.
+        content.toDrawing = translation(cell.left, cell.top) * AAffine::scaling(box.Width(), box.Height());
         content.width = content.height = 1;
     } else {
-        content.toDrawing = Affine();
+        content.toDrawing = translation(cell.left, cell.top);
     }
     content.toDrawing = placing.toPixels * content.toDrawing;
     return placing;
@@ -204,8 +205,16 @@ public:
     }
 
 private:
+    // Empty when patterns in patterns already take too many pixels, or too many were drawn.
+    AImage makeImage(int width, int height) {
+        constexpr double kSteps = 2;
+        const auto pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+        if (!m_held.take(pixels) || !m_context.spendPixels(kSteps * static_cast<double>(pixels))) return {};
+        return AImage(width, height);
+    }
+
     ATile drawSeen(const RECT& clip) {
-        ATile tile{AImage(clip.right - clip.left, clip.bottom - clip.top),
+        ATile tile{makeImage(clip.right - clip.left, clip.bottom - clip.top),
                    AAffine::translation(clip.left, clip.top)};
         paintCells(tile.image, AAffine::translation(-clip.left, -clip.top));
         return tile;
@@ -255,7 +264,8 @@ private:
         const double x = m_width * across / size.width;
         const double y = m_height * down / size.height;
         const Size finer{m_width < kTinyTile ? kFiner : 1, m_height < kTinyTile ? kFiner : 1};
-        AImage image(size.width * finer.width, size.height * finer.height);
+        AImage image = makeImage(size.width * finer.width, size.height * finer.height);
+        if (image.empty()) return {};
         paintCells(image, AAffine::scaling(finer.width / x, finer.height / y) * translation(-at.x, -at.y));
         return {averaged(std::move(image), finer), AAffine{x, 0, 0, y, at.x, at.y}};
     }
@@ -271,7 +281,7 @@ private:
         // From the image to the pattern's space.
         const AAffine toCell = translation(cell.left, cell.top) *
                                AAffine::scaling(cell.Width() / size.width, cell.Height() / size.height);
-        ATile tile{AImage(size.width, size.height), m_placing.toPixels * toCell};
+        ATile tile{makeImage(size.width, size.height), m_placing.toPixels * toCell};
         const std::optional<AAffine> back = tile.toPixels.inverse();
         if (!back) return {};
         paintCells(tile.image, *back);
@@ -329,6 +339,7 @@ private:
     pugi::xml_node m_content;
     Style m_style;
     double m_width, m_height;  // of a cell, in pixels
+    DrawContext::HeldPixels m_held{m_context};
 };
 
 // Makes room, but not of the tile in front, which is about to be used.

@@ -294,7 +294,8 @@ void layOutText(DrawContext& context, const DrawnElement& text, std::vector<Text
     pieces.clear();
     if (!text.style.displayed) return;
     const TextCharacters characters = collectCharacters(context, text);
-    if (characters.characters.empty()) return;
+    // What is repeated may be long: sixteen letters count as an element.
+    if (characters.characters.empty() || !context.spend(characters.characters.size() / 16)) return;
     Layout(context, text.space, characters).run(pieces);
 }
 
