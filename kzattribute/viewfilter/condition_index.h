@@ -28,10 +28,10 @@ public:
 
     // Makes nothing but the name of a colour that has none yet.
     bool anyMatch(AReferItem& item) const;
-    // Visits every condition whose hasCommonClass with the other may be TRUE, some of them more than once.
-    // Makes no more than anyMatch does.
-    template <class Visit>
-    void visitAbout(const ACondition& other, Visit visit) const;
+    // A condition that the test accepts, of those whose hasCommonClass with the other may be TRUE; some of them
+    // are offered more than once. A test that accepts none sees them all. Makes no more than anyMatch does.
+    template <class Test>
+    const ACondition* findAbout(const ACondition& other, Test test) const;
 
 private:
     using Key = std::size_t;
@@ -61,16 +61,16 @@ private:
     std::vector<const ACondition*> m_rest;
 };
 
-template <class Visit>
-void ConditionIndex::visitAbout(const ACondition& other, Visit visit) const {
+template <class Test>
+const ACondition* ConditionIndex::findAbout(const ACondition& other, Test test) const {
     if (m_slots.used() > 0) {
         Key key = 0;
         for (int i = 0; (key = candidateKey(other, i)) != 0; ++i) {
-            find(key, [&](const ACondition& condition) {
-                visit(condition);
-                return false;
-            });
+            if (const ACondition* found = find(key, test)) return found;
         }
     }
-    for (const ACondition* condition : m_rest) visit(*condition);
+    for (const ACondition* condition : m_rest) {
+        if (test(*condition)) return condition;
+    }
+    return nullptr;
 }

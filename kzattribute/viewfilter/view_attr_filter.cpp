@@ -165,8 +165,9 @@ void AViewAttrFilter::moveCondition(const ACondition& condition, Side to, Side f
     const std::shared_ptr<ACondition> added(condition.clone());
     Lists lists = m_lists;
     const auto drop = [&](Side side, auto test) {
-        listed(side).getIndex().visitAbout(condition, [&](const ACondition& held) {
+        listed(side).getIndex().findAbout(condition, [&](const ACondition& held) {
             if (test(held)) lists.*side = (lists.*side).without(listed(side).placeOf(held));
+            return false;  // goes on to the next
         });
     };
     drop(from, [&](const ACondition& held) { return held.hasCommonClass(condition) != 0; });
