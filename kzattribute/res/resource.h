@@ -34,6 +34,15 @@
 #define IDS_TIP_SELECT_SIMILAR_COLOR 52033
 #define IDS_TIP_HIDE_ALL_EXCEPT 52074
 
+// A page with a check tree, and the controls on it.
+#define IDD_CHECK_PAGE 4096
+#define IDC_CHECK_TREE 1059
+#define IDC_ALL_TYPES 1060
+#define IDC_SHOW_ALL 1061
+
+// On the Select by Attributes sheet, below its pages.
+#define IDC_SELECTION_ONLY 1062
+
 // Pictures of the check tree.
 #define IDB_CHECK_BOXES 2048
 #define IDB_TREE_PICTURES 2049
