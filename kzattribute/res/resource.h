@@ -43,6 +43,11 @@
 // On the Select by Attributes sheet, below its pages.
 #define IDC_SELECTION_ONLY 1062
 
+// The View Filter dialog, and the controls on it beside its check tree, OK and Cancel.
+#define IDD_VIEW_FILTER 10493
+#define IDC_SHOW_ALL_COLORS 1066
+#define IDC_SHOW_NO_COLORS 1067
+
 // Pictures of the check tree.
 #define IDB_CHECK_BOXES 2048
 #define IDB_TREE_PICTURES 2049
