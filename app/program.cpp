@@ -112,6 +112,7 @@ struct Given {
     std::string file, out, size, area;
     bool json = false, reset = false;
     std::string similar, colored;
+    std::vector<std::string> where, within;
     std::vector<std::string> colors;  // of the tool options, in no order: see stepsOf
 };
 
@@ -136,10 +137,24 @@ void addTools(CLI::App& program, Given& given) {
     tools->final_callback([&given, file] { given.status = runTools(valueOf(file, given.file), given.json); });
 }
 
+void addAttributes(CLI::App& program, Given& given) {
+    CLI::App* attributes =
+        addCommand(program, "attributes", "List what a drawing's objects can be selected by",
+                   "Beside each entry stands how many objects it selects when it is ticked alone.\n\n"
+                   "Example:\n  kzdraw attributes harbour.svg");
+    addFile(attributes, given.file, "An SVG drawing")->required();
+    addJson(attributes, given.json);
+    attributes->final_callback([&given] { given.status = runAttributes(given.file, given.json); });
+}
+
 void addSelect(CLI::App& program, Given& given) {
-    CLI::App* select = addCommand(program, "select", "Select objects and tell which",
-                                  "Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
-                                  "  kzdraw select harbour.svg --same-color-as trawler-hull");
+    CLI::App* select =
+        addCommand(program, "select", "Select objects and tell which",
+                   "Entries of one page are alternatives; what is ticked on several pages has to hold "
+                   "together. kzdraw attributes lists them.\n\n"
+                   "Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
+                   "  kzdraw select harbour.svg --same-color-as trawler-hull\n"
+                   "  kzdraw select harbour.svg --where Object/Rectangle --where 'Stroke/No stroke'");
     addFile(select, given.file, "An SVG drawing")->required();
     const CLI::Option* similar =
         select->add_option("--similar-to", given.similar, "Every object of the class of the object ID")
@@ -147,13 +162,26 @@ void addSelect(CLI::App& program, Given& given) {
     const CLI::Option* color =
         select->add_option("--same-color-as", given.colored, "Every object with the fill of the object ID")
             ->type_name("ID");
+    const CLI::Option* where =
+        select->add_option("--where", given.where, "Every object that this entry stands for")
+            ->type_name("PAGE/PATH")
+            ->allow_extra_args(false);
+    const CLI::Option* within =
+        select->add_option("--within", given.within, "With --where: of these objects and what is in them")
+            ->type_name("ID...");
     addJson(select, given.json);
-    select->final_callback([&program, &given, similar, color] {
-        if (similar->count() + color->count() != 1)
-            throw Failure{"one of --similar-to and --same-color-as is needed" + helpOf(program)};
+    select->final_callback([&program, &given, similar, color, where, within] {
+        const bool byAttributes = where->count() > 0;
+        if (similar->count() + color->count() + (byAttributes ? 1 : 0) != 1)
+            throw Failure{"one of --similar-to, --same-color-as and --where is needed" + helpOf(program)};
+        if (within->count() > 0 && !byAttributes) throw Failure{"--within needs --where" + helpOf(program)};
         const bool byColor = color->count() == 1;
-        given.status = runSelect({given.file, byColor ? SelectBy::color : SelectBy::similarObjects,
-                                  byColor ? given.colored : given.similar, given.json});
+        given.status =
+            runSelect({given.file,
+                       byAttributes ? SelectBy::attributes
+                       : byColor    ? SelectBy::color
+                                    : SelectBy::similarObjects,
+                       byColor ? given.colored : given.similar, given.where, given.within, given.json});
     });
 }
 
@@ -221,7 +249,8 @@ int parseAndRun(std::vector<std::string> arguments) {
     CLI::App program(kDescription, "kzdraw");
     setUp(program);
     Given given;
-    for (const auto add : {addInfo, addTools, addSelect, addView, addRender, addPrefs, addScript})
+    for (const auto add :
+         {addInfo, addTools, addAttributes, addSelect, addView, addRender, addPrefs, addScript})
         add(program, given);
     try {
         expectCommand(program, arguments);

@@ -12,11 +12,16 @@ int runInfo(const std::string& file, bool json);
 // Without a file no drawing is open, and no tool that needs one is valid.
 int runTools(const std::optional<std::string>& file, bool json);
 
-enum class SelectBy { similarObjects, color };
+// What Select by Attributes offers for a drawing, and how many objects each entry stands for.
+int runAttributes(const std::string& file, bool json);
+
+enum class SelectBy { similarObjects, color, attributes };
 struct SelectOptions {
     std::string file;
     SelectBy by = SelectBy::similarObjects;
-    std::string reference;  // the object to go by
+    std::string reference;            // the object to go by
+    std::vector<std::string> where;   // PAGE/PATH of the entries to tick
+    std::vector<std::string> within;  // the objects to keep to; none: all
     bool json = false;
 };
 int runSelect(const SelectOptions& options);

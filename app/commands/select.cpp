@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
 #include "app/commands/on_file.h"
+#include "app/guarded_author.h"
 #include "app/report.h"
 #include "kzcore/view/view.h"
 
@@ -21,18 +22,51 @@ void printForPeople(const ADocView& view) {
     }
 }
 
+// Ticks what is asked for, as a user does.
+void tick(driver::Dialog& sheet, const SelectOptions& options) {
+    if (!options.within.empty()) sheet.press("Selection only");
+    for (const std::string& entry : options.where) {
+        const std::size_t slash = entry.find('/');
+        if (slash == std::string::npos)
+            throw Failure{inQuotes(entry) + " is no entry of a page: it is written PAGE/PATH"};
+        sheet.page(entry.substr(0, slash));
+        sheet.check(entry.substr(slash + 1));
+    }
+    sheet.press("OK");
+}
+
+void selectByAttributes(Session& session, const SelectOptions& options) {
+    if (!options.within.empty()) session.select(options.within);
+    GuardedAuthor author([&options](driver::Dialog& sheet) {
+        tick(sheet, options);
+        return true;
+    });
+    {
+        const driver::Driver user(author.asAuthor());
+        if (!session.runTool("ASelectByAttrTool")) throw Failure{"there is no object to select"};
+    }
+    author.rethrow();
+}
+
+void selectByObject(Session& session, const SelectOptions& options) {
+    const bool byColor = options.by == SelectBy::color;
+    session.select({options.reference});
+    if (!session.runTool(byColor ? "ASelectColorTool" : "ASelectSimilarTool")) {
+        throw Failure{byColor ? inQuotes(options.reference) + " has no fill to go by"
+                              : "Select Similar Objects cannot start on " + inQuotes(options.reference)};
+    }
+}
+
 }  // namespace
 
 int runSelect(const SelectOptions& options) {
-    const bool byColor = options.by == SelectBy::color;
     Session session;
     session.open(options.file);
     onFile(options.file, [&] {
-        session.select({options.reference});
-        if (!session.runTool(byColor ? "ASelectColorTool" : "ASelectSimilarTool")) {
-            throw Failure{byColor ? inQuotes(options.reference) + " has no fill to go by"
-                                  : "Select Similar Objects cannot start on " + inQuotes(options.reference)};
-        }
+        if (options.by == SelectBy::attributes)
+            selectByAttributes(session, options);
+        else
+            selectByObject(session, options);
     });
     if (options.json)
         printSelection(session.view());

@@ -2,10 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <istream>
+#include <memory>
 #include <new>
+#include <utility>
 
+#include "app/dialog_report.h"
 #include "app/filter_report.h"
+#include "app/guarded_author.h"
 #include "app/report.h"
 #include "app/script/refer_item_argument.h"
 #include "app/script/words.h"
@@ -23,46 +28,77 @@ using Words = std::vector<std::string>;
 // A line of that length names a few million objects; it bounds the memory that a script can take.
 constexpr std::size_t kLongestLine = std::size_t{64} << 20;
 
-void doOpen(Session& session, const Words& words) {
-    session.open(words[1]);
+// A script on its way. While a tool's dialog waits for input, the next lines are run on it.
+class Interpreter {
+public:
+    Interpreter(Session& runsIn, std::istream& script, const std::string& name)
+        : session(runsIn), m_script(script), m_name(name) {}
+
+    void run();
+
+    // The dialog that the lines act on. Raises Failure when none is open.
+    driver::Dialog& dialog() const {
+        if (!m_dialog) throw Failure{"no dialog is open"};
+        return *m_dialog;
+    }
+    bool isInDialog() const { return m_dialog != nullptr; }
+    // Runs the tool, with the lines behind this one for its dialog.
+    bool runTool(const std::string& className, AReferItem* item);
+
+    Session& session;
+
+private:
+    bool readWords(Words& words);
+    bool actOn(driver::Dialog& dialog);
+
+    std::istream& m_script;
+    const std::string& m_name;
+    int m_line = 0;  // the one that was read last
+    driver::Dialog* m_dialog = nullptr;
+};
+
+void doOpen(Interpreter& script, const Words& words) {
+    script.session.open(words[1]);
 }
 
-void doSave(Session& session, const Words& words) {
-    writeFile(words[1], drawingBytes(session.document(), nullptr));
+void doSave(Interpreter& script, const Words& words) {
+    writeFile(words[1], drawingBytes(script.session.document(), nullptr));
 }
 
-void doRender(Session& session, const Words& words) {
+void doRender(Interpreter& script, const Words& words) {
     const PictureSize size = words.size() == 3 ? readPictureSize(words[2]) : PictureSize();
     checkPictureName(words[1]);
-    writeFile(words[1], drawPng(session.view(), size));
+    writeFile(words[1], drawPng(script.session.view(), size));
 }
 
-void doSelect(Session& session, const Words& words) {
-    const bool none = words.size() == 2 && words[1] == "none" && !session.document().findObject("none");
-    session.select(none ? Words() : Words(words.begin() + 1, words.end()));
+void doSelect(Interpreter& script, const Words& words) {
+    const bool none =
+        words.size() == 2 && words[1] == "none" && !script.session.document().findObject("none");
+    script.session.select(none ? Words() : Words(words.begin() + 1, words.end()));
 }
 
-void doUndo(Session& session, const Words&) {
-    if (!session.view().getHistory().undo()) throw Failure{"there is nothing to undo"};
+void doUndo(Interpreter& script, const Words&) {
+    if (!script.session.view().getHistory().undo()) throw Failure{"there is nothing to undo"};
 }
 
-void doRedo(Session& session, const Words&) {
-    if (!session.view().getHistory().redo()) throw Failure{"there is nothing to redo"};
+void doRedo(Interpreter& script, const Words&) {
+    if (!script.session.view().getHistory().redo()) throw Failure{"there is nothing to redo"};
 }
 
-void doTool(Session& session, const Words& words) {
-    const APlugInTool* entry = session.plugIn().findTool(AString::fromUtf8(words[1]));
+void doTool(Interpreter& script, const Words& words) {
+    const APlugInTool* entry = script.session.plugIn().findTool(AString::fromUtf8(words[1]));
     const bool takesItem = entry && (entry->flags & kToolTakesItem) != 0;
     // Of the flagged tools, Show All works on the whole view and is started without an item.
     if (entry && words.size() == 3 && !takesItem) throw Failure{"the tool " + words[1] + " takes no item"};
-    AReferItem* item = words.size() == 3 ? findReferItem(session.document(), words[2]) : nullptr;
-    if (!session.runTool(words[1], item)) printJson({{"tool", words[1]}, {"valid", false}});
+    AReferItem* item = words.size() == 3 ? findReferItem(script.session.document(), words[2]) : nullptr;
+    if (!script.runTool(words[1], item)) printJson({{"tool", words[1]}, {"valid", false}});
 }
 
 constexpr std::string_view kPrintUsage =
-    "print selection | filter | visible | objects | tools | messages | prefs";
+    "print selection | filter | visible | objects | tools | messages | prefs | tree | dialog";
 
-void doPrint(Session& session, const Words& words) {
+void doPrint(Interpreter& script, const Words& words) {
+    Session& session = script.session;
     const std::string& what = words[1];
     if (what == "selection")
         printSelection(session.view());
@@ -78,15 +114,42 @@ void doPrint(Session& session, const Words& words) {
         printJson(reportMessages());
     else if (what == "prefs")
         printJson(reportPrefs());
+    else if (what == "tree")
+        printJson(reportTree(script.dialog()));
+    else if (what == "dialog")
+        printJson(reportDialog(script.dialog()));
     else
         throw Failure{"cannot print " + inQuotes(what) + ": usage: " + std::string(kPrintUsage)};
 }
+
+// A number of pixels on the screen.
+int readPixels(const std::string& word) {
+    int value = 0;
+    const char* end = word.data() + word.size();
+    const auto [stop, error] = std::from_chars(word.data(), end, value);
+    if (error != std::errc() || stop != end || value < -32768 || value > 32767)
+        throw Failure{inQuotes(word) + " is no number of pixels"};
+    return value;
+}
+
+template <auto act>
+void onDialog(Interpreter& script, const Words& words) {
+    (script.dialog().*act)(words[1]);
+}
+
+template <auto act>
+void onDialogPixels(Interpreter& script, const Words& words) {
+    (script.dialog().*act)(readPixels(words[1]), readPixels(words[2]));
+}
+
+enum class Where { outside, inside, everywhere };  // of a dialog
 
 struct Command {
     std::string_view name;
     std::size_t leastWords, mostWords;  // behind the name
     std::string_view usage;
-    void (*run)(Session&, const Words&);
+    void (*run)(Interpreter&, const Words&);
+    Where where = Where::outside;
 };
 
 constexpr std::size_t kAny = std::string::npos - 1;
@@ -99,20 +162,28 @@ constexpr std::array kCommands = {
     Command{"tool", 1, 2, "tool CLASS [color:NAME | fill:ID | stroke:ID]", doTool},
     Command{"undo", 0, 0, "undo", doUndo},
     Command{"redo", 0, 0, "redo", doRedo},
-    Command{"print", 1, 1, kPrintUsage, doPrint},
+    Command{"print", 1, 1, kPrintUsage, doPrint, Where::everywhere},
+    Command{"page", 1, 1, "page NAME", onDialog<&driver::Dialog::page>, Where::inside},
+    Command{"click", 1, 1, "click PATH", onDialog<&driver::Dialog::click>, Where::inside},
+    Command{"check", 1, 1, "check PATH", onDialog<&driver::Dialog::check>, Where::inside},
+    Command{"uncheck", 1, 1, "uncheck PATH", onDialog<&driver::Dialog::uncheck>, Where::inside},
+    Command{"expand", 1, 1, "expand PATH", onDialog<&driver::Dialog::expand>, Where::inside},
+    Command{"collapse", 1, 1, "collapse PATH", onDialog<&driver::Dialog::collapse>, Where::inside},
+    Command{"press", 1, 1, "press CAPTION", onDialog<&driver::Dialog::press>, Where::inside},
+    Command{"move", 2, 2, "move X Y", onDialogPixels<&driver::Dialog::move>, Where::inside},
+    Command{"size", 2, 2, "size WIDTH HEIGHT", onDialogPixels<&driver::Dialog::size>, Where::inside},
 };
 
-void runLine(Session& session, const std::string& line) {
-    Words words;
-    std::string error;
-    if (!splitWords(line, words, error)) throw Failure{error};
-    if (words.empty()) return;
+void runWords(Interpreter& script, const Words& words) {
     const auto command = std::ranges::find(kCommands, words[0], &Command::name);
     if (command == kCommands.end()) throw Failure{"unknown command " + inQuotes(words[0])};
     const std::size_t count = words.size() - 1;
     if (count < command->leastWords || count > command->mostWords)
         throw Failure{"usage: " + std::string(command->usage)};
-    command->run(session, words);
+    if (command->where == Where::inside) script.dialog();
+    if (command->where == Where::outside && script.isInDialog())
+        throw Failure{inQuotes(words[0]) + " has to wait until the dialog is closed"};
+    command->run(script, words);
 }
 
 // False at the end of the script. The line comes without its line feed.
@@ -129,29 +200,64 @@ bool readLine(std::istream& script, std::string& line) {
     return true;
 }
 
+// The next line that says something; false at the end of the script.
+bool Interpreter::readWords(Words& words) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // editors put it in front
+    for (std::string line, error;;) {
+        ++m_line;
+        if (!readLine(m_script, line)) return false;
+        if (m_line == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
+        if (!splitWords(line, words, error)) throw Failure{error};
+        if (!words.empty()) return true;
+    }
+}
+
+// The dialog waits: it gets one line.
+bool Interpreter::actOn(driver::Dialog& dialog) {
+    driver::Dialog* const outer = std::exchange(m_dialog, &dialog);
+    const auto restore = [this, outer](void*) { m_dialog = outer; };
+    const std::unique_ptr<void, decltype(restore)> restored(this, restore);
+    Words words;
+    if (!readWords(words))
+        throw Failure{"the script ends inside the dialog " + inQuotes(dialog.describe().title)};
+    runWords(*this, words);
+    return true;
+}
+
+bool Interpreter::runTool(const std::string& className, AReferItem* item) {
+    GuardedAuthor author([this](driver::Dialog& waiting) { return actOn(waiting); });
+    const driver::Driver user(author.asAuthor());
+    const bool valid = session.runTool(className, item);
+    author.rethrow();
+    return valid;
+}
+
+void Interpreter::run() {
+    std::string reason;
+    try {
+        for (Words words; readWords(words);) runWords(*this, words);
+        return;
+    } catch (const Failure& failure) {
+        reason = failure.reason;
+    } catch (const std::ios_base::failure&) {
+        reason = "cannot be read any further";
+    } catch (const std::bad_alloc&) {
+        reason = "not enough memory";
+    }
+    throw Failure{m_name + ':' + std::to_string(m_line) + ": " + reason};
+}
+
 }  // namespace
 
 void interpret(Session& session, std::istream& script, const std::string& name) {
-    int number = 1;
-    try {
-        constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // editors put it in front
-        for (std::string line; readLine(script, line); ++number) {
-            if (number == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
-            runLine(session, line);
-        }
-    } catch (const Failure& failure) {
-        throw Failure{name + ':' + std::to_string(number) + ": " + failure.reason};
-    } catch (const std::ios_base::failure&) {
-        throw Failure{name + ':' + std::to_string(number) + ": cannot be read any further"};
-    } catch (const std::bad_alloc&) {
-        throw Failure{name + ':' + std::to_string(number) + ": not enough memory"};
-    }
+    Interpreter(session, script, name).run();
 }
 
 std::string scriptHelp() {
     std::string help = "A line of a script is one of these commands:\n";
     for (const Command& command : kCommands) help += "  " + std::string(command.usage) + '\n';
     return help +
+           "While a tool's dialog is open, the lines from page on act on it, as a user would.\n"
            "Words are split as a shell does, # starts a comment. Each print writes one line of JSON.\n"
            "The first line that fails ends the script.\n";
 }

@@ -40,11 +40,20 @@ ACheckPageBase::~ACheckPageBase() {
 }
 
 void ACheckPageBase::addCondition(ACondition* newCondition) {
+    fileCondition(newCondition);
+}
+
+ACondition* ACheckPageBase::fileCondition(ACondition* newCondition) {
     std::unique_ptr<ACondition> added(newCondition);
-    if (ACondition* held = findCommonCondition(*added))
-        held->merge(*added);
-    else
+    ACondition* held = findCommonCondition(*added);
+    if (!held) {
         appendCondition(added.release());
+        return newCondition;
+    }
+    const int classes = held->getClassNames().GetSize();
+    held->merge(*added);
+    if (held->getClassNames().GetSize() != classes) ++m_revision;
+    return held;
 }
 
 ACondition* ACheckPageBase::findCommonCondition(ACondition& newCondition) {
@@ -141,4 +150,5 @@ void ACheckPageBase::sortConditions() {
         places.add(static_cast<ACondition*>(sorted[place])->path, place);
     conditions = std::move(sorted);
     m_paths = std::move(places);
+    ++m_revision;
 }

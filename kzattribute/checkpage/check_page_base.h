@@ -46,6 +46,12 @@ public:
     // without a class moves along every time; those of other classes stay behind. Pages rely on exactly this
     // order.
     void sortConditions();
+    // Puts a condition of the same path and classes into the place of another, which is deleted.
+    void replaceCondition(int place, ACondition* replacement);
+    // Adds the condition as addCondition does; the one that stands for it now, itself or one of the list.
+    ACondition* fileCondition(ACondition* newCondition);
+    // Grows when conditions change their places, or their classes by a merge.
+    unsigned getRevision() const { return m_revision; }
 
 protected:
     ACheckPageBase() = default;
@@ -62,8 +68,6 @@ protected:
     ACondition* findCondition(const AString& path);
     // Takes a condition whose path is free.
     void appendCondition(ACondition* newCondition);
-    // Puts a condition of the same path into the place of another, which is deleted.
-    void replaceCondition(int place, ACondition* replacement);
 
     int showAll = 0;
     int allTypes = 0;
@@ -78,4 +82,5 @@ protected:
 
 private:
     checkpage::PathIndex m_paths;
+    unsigned m_revision = 0;
 };

@@ -28,6 +28,10 @@ ACondition::ACondition(const ACondition& source)
       path(source.path),
       m_classNames(source.m_classNames) {}
 
+void ACondition::consumeSerial() {
+    ++lastSerial;
+}
+
 ACondition* ACondition::clone() const {
     return new ACondition(*this);
 }

@@ -34,9 +34,17 @@
 #define IDS_TIP_SELECT_SIMILAR_COLOR 52033
 #define IDS_TIP_HIDE_ALL_EXCEPT 52074
 
+// A page with a check tree, and the controls on it.
+#define IDD_CHECK_PAGE 4096
+#define IDC_CHECK_TREE 1059
+#define IDC_ALL_TYPES 1060
+#define IDC_SHOW_ALL 1061
+
+// On the Select by Attributes sheet, below its pages.
+#define IDC_SELECTION_ONLY 1062
+
 // The View Filter dialog, and the controls on it beside its check tree, OK and Cancel.
 #define IDD_VIEW_FILTER 10493
-#define IDC_CHECK_TREE 1059
 #define IDC_SHOW_ALL_COLORS 1066
 #define IDC_SHOW_NO_COLORS 1067
 

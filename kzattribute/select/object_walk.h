@@ -1,6 +1,8 @@
 // How the selection tools go through a drawing.
 #pragma once
 
+#include <vector>
+
 #include "kzcore/view/view.h"
 
 // The layers that the tools search: those of the view's database first, then those of the secondary database.
@@ -8,6 +10,9 @@ void appendLayers(const ADocView& view, AObList& layers);
 
 // The children of the editable layers, layer by layer. What lies on other layers is never found.
 void appendEditableObjects(const AObList& layers, AObList& objects);
+
+// Appends those of the objects that lie in none of the others, in their order.
+void appendOutermost(const std::vector<AObject*>& objects, AObList& out);
 
 // True when the tools pass over the object: neither taken nor entered.
 inline bool isPassedOver(const AObject& object) {

@@ -15,7 +15,6 @@ public:
     using ACheckPageBase::allTypes;
     using ACheckPageBase::checkedIds;
     using ACheckPageBase::findCondition;
-    using ACheckPageBase::replaceCondition;
     using ACheckPageBase::showAll;
 
     // "path class class document selection" of every condition, in order.

@@ -1,0 +1,15 @@
+// What an open dialog shows, as JSON.
+#pragma once
+
+#include "app/output.h"
+#include "platform/driver/dialog.h"
+
+namespace app {
+
+// {"tree":[{"text":…,"check":…,"image":…,"expanded":…,"children":[…]}]}
+nlohmann::ordered_json reportTree(const driver::Dialog& dialog);
+// {"dialog":{"title":…,"rect":[x,y,w,h],"page":…,"pages":[…],"controls":[{"id":…,"text":…,"enabled":…,
+// "checked":…,"rect":[…]}]}}. `page` is null in a dialog without pages, `checked` but for check boxes.
+nlohmann::ordered_json reportDialog(const driver::Dialog& dialog);
+
+}  // namespace app

@@ -1,0 +1,123 @@
+#include "select/page_entries.h"
+
+#include <algorithm>
+
+#include "conditions/fill_condition.h"
+#include "conditions/object_condition.h"
+#include "conditions/paint_items.h"
+
+// The page's list only grows at its end while it is filled; whatever else happens to it starts anew.
+void PageEntries::catchUp() {
+    if (m_revision != m_page.getRevision()) {
+        m_classes.clear();
+        m_known.clear();
+        m_seen = 0;
+        m_revision = m_page.getRevision();
+    }
+    for (; m_seen < m_page.getConditions().GetSize(); ++m_seen) file(m_seen);
+}
+
+void PageEntries::file(int place) {
+    const ACondition& entry = *m_page.getCondition(place);
+    const auto* fill = dynamic_cast<const AFillCondition*>(&entry);
+    const auto* object = dynamic_cast<const AObjectCondition*>(&entry);
+    const bool isSubKind = object && object->classifier;
+    const bool isOneFill = fill && fill->brushItem;
+    for (const AString& name : entry.getClassNames()) {
+        std::unique_ptr<ClassEntries>& slot = m_classes[kzutil::WideString(name.view())];
+        if (!slot) {
+            slot = std::make_unique<ClassEntries>();
+            m_known.clear();  // classes without entries are known as such
+        }
+        ClassEntries& of = *slot;
+        of.all.push_back(place);
+        of.hasFills = of.hasFills || fill;
+        of.hasSubKinds = of.hasSubKinds || isSubKind;
+        if (!isOneFill)
+            (isSubKind ? of.always : of.alike).push_back(place);
+        else if (entry.getClassNames().GetSize() == 1 && name == fill->brushItem->getClassName())
+            fillEntries(of, *fill->brushItem).push_back(place);
+        else
+            of.always.push_back(place);
+    }
+}
+
+// Two fills match when they are one, or when both are solid and their colours share a name.
+PageEntries::Places& PageEntries::fillEntries(ClassEntries& of, const ABrushItem& brush) {
+    const AColorItem* color = conditions::colorOfSolid(&brush);
+    return color ? of.colorFills[kzutil::WideString(color->getName().view())] : of.otherFills[&brush];
+}
+
+PageEntries::ClassEntries* PageEntries::entriesOf(ARoot& item) {
+    catchUp();
+    const AString& name = item.getClassName();
+    if (ClassEntries** known = m_known.find(&name)) return *known;
+    const auto found = m_classes.find(kzutil::WideString(name.view()));
+    return m_known[&name] = found == m_classes.end() ? nullptr : found->second.get();
+}
+
+// True when entries that answer alike do so for items of this kind, too, and when the order in which the
+// others are asked does not show: none of them is replaced.
+bool PageEntries::isPlain(ClassEntries& of, ItemKind kind) {
+    if (of.isMixed || (of.hasFills && kind != ItemKind::fill) || (of.hasSubKinds && kind != ItemKind::object))
+        return false;
+    if (of.kind == kind) return true;
+    of.isMixed = of.kind != ItemKind::none;
+    of.kind = kind;
+    return !of.isMixed;
+}
+
+bool PageEntries::take(ARoot* item, ItemKind kind, bool selected) {
+    ClassEntries* of = item ? entriesOf(*item) : nullptr;
+    if (!of) return false;
+    bool accepted = false;
+    if (!isPlain(*of, kind)) {
+        for (const int place : of->all) accepted |= visit(place, *item, kind, selected);
+        return accepted;
+    }
+    for (std::size_t i = of->asked.of(selected); i < of->alike.size(); ++i)
+        visit(of->alike[i], *item, kind, selected);
+    of->asked.done(selected, of->alike.size());
+    accepted = !of->alike.empty();
+    for (const int place : of->always) accepted |= visit(place, *item, kind, selected);
+    if (kind == ItemKind::fill) accepted |= takeFill(*of, *item, selected);
+    return accepted;
+}
+
+bool PageEntries::takeFill(ClassEntries& of, ARoot& item, bool selected) {
+    FillState& fill = of.fills[&item];
+    if (!fill.entries) fill.entries = &fillEntries(of, static_cast<ABrushItem&>(item));
+    for (std::size_t i = fill.asked.of(selected); i < fill.entries->size(); ++i)
+        fill.accepted |= visit((*fill.entries)[i], item, ItemKind::fill, selected);
+    fill.asked.done(selected, fill.entries->size());
+    return fill.accepted;
+}
+
+bool PageEntries::isSettled(ARoot* item, ItemKind kind, bool selected) {
+    ClassEntries* of = item ? entriesOf(*item) : nullptr;
+    if (!of || of->alike.empty() || !of->always.empty() || !isPlain(*of, kind) ||
+        of->asked.of(selected) < of->alike.size())
+        return false;
+    if (kind != ItemKind::fill) return true;
+    FillState* fill = of->fills.find(item);
+    return fill && fill->asked.of(selected) == fill->entries->size();
+}
+
+// The entry has the item's class.
+bool PageEntries::visit(int place, ARoot& item, ItemKind kind, bool selected) {
+    ACondition& entry = *m_page.getCondition(place);
+    if (dynamic_cast<const AFillCondition*>(&entry) && !entry.isMatch(&item)) return false;
+    const bool wasInDocument = entry.inDocument != 0;
+    const bool wasInSelection = entry.inSelection != 0;
+    entry.inDocument = 1;
+    entry.inSelection = selected || wasInSelection;
+    if (kind == ItemKind::none) return true;
+    if (!isOfKind(entry, kind)) {
+        m_page.replaceCondition(place, madeOfKind(kind, entry));
+    } else if (kind == ItemKind::object) {
+        const bool matches = entry.isMatch(&item) != 0;
+        entry.inDocument = wasInDocument || matches;
+        entry.inSelection = wasInSelection || (selected && matches);
+    }
+    return true;
+}

@@ -1,0 +1,62 @@
+// Offers a document's layers, objects and paint to the pages, entry by entry.
+//
+//     PageFiller filler(pages);
+//     for (…) filler.offerLayer(layer, selected);
+//     for (…) filler.offerObject(object, selected);
+//
+// Offering goes through the pages in their order; the first that has an entry for what is offered takes it.
+// A page that takes an object's fill or stroke also gets an entry of that very colour or brush: one for each
+// colour, but one for each object with a fill that is no colour.
+//
+// What is offered again brings nothing new but the serials of the entries that merge; it is not made, so that
+// a million objects with twenty colours cost a few look-ups each.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "kzcore/document/object.h"
+#include "select/page_entries.h"
+
+class PageFiller {
+public:
+    explicit PageFiller(const std::vector<ACheckPageBase*>& pages);
+
+    void offerLayer(ALayer& layer, bool selected);
+    void offerObject(AObject& object, bool selected);
+
+private:
+    struct Page {
+        ACheckPageBase* page;
+        PageEntries entries;
+    };
+    // The entry that stands for a colour, once it was made.
+    struct Color {
+        ACheckPageBase* page = nullptr;
+        ACondition* entry = nullptr;
+    };
+    // The entry for objects without a fill, or without a stroke.
+    struct NoPaint {
+        ACondition* entry = nullptr;
+        bool isKnown = false;
+    };
+
+    Page* offer(ARoot* item, ItemKind kind, bool selected);
+    void offerFill(const AObject& object, bool selected);
+    void offerStroke(const AObject& object, bool selected);
+    void addFill(Page& page, ABrushItem& brush, bool selected);
+    void addStroke(Page& page, APenItem& pen, bool selected);
+    bool markColor(const Color* color, const Page& page, bool selected);
+    ACondition* add(Page& page, ACondition* entry, bool selected);
+    const AString& structureOf(const AString& className);
+    template <class Kind>
+    void markNoPaint(NoPaint& none, bool selected);
+
+    std::vector<std::unique_ptr<Page>> m_pages;
+    PointerTable<std::size_t> m_first;  // by class name: one more than the first page with entries for it
+    PointerTable<Color> m_fills;        // by brush item
+    PointerTable<Color> m_strokes;      // by pen item
+    PointerTable<std::unique_ptr<AString>> m_structures;  // by class name
+    NoPaint m_noFill;
+    NoPaint m_noStroke;
+};

@@ -1,0 +1,66 @@
+// A map from addresses to small values in one block of memory, for what is asked for every object of a
+// drawing.
+//
+//     PointerTable<bool> seen;
+//     if (!std::exchange(seen[object], true)) …
+//
+// A reference to a value holds until the next value is made. Null is no key.
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "kzutil/text_hash.h"
+
+template <class Value>
+class PointerTable {
+public:
+    // Null when the key is not there.
+    Value* find(const void* key) {
+        Slot& slot = m_slots[slotOf(key)];
+        return slot.key ? &slot.value : nullptr;
+    }
+    const Value* find(const void* key) const { return const_cast<PointerTable*>(this)->find(key); }
+    bool contains(const void* key) const { return find(key) != nullptr; }
+
+    // Made when it is not there.
+    Value& operator[](const void* key) {
+        const std::size_t slot = slotOf(key);
+        return m_slots[slot].key ? m_slots[slot].value : insert(key);
+    }
+
+    bool isEmpty() const { return m_used == 0; }
+    void clear() { *this = PointerTable(); }
+
+private:
+    struct Slot {
+        const void* key = nullptr;
+        Value value{};
+    };
+
+    // Where the key is, or belongs.
+    std::size_t slotOf(const void* key) const {
+        const std::size_t mask = m_slots.size() - 1;
+        std::size_t slot = kzutil::mixBits(reinterpret_cast<std::uintptr_t>(key) >> 3) & mask;
+        while (m_slots[slot].key && m_slots[slot].key != key) slot = (slot + 1) & mask;
+        return slot;
+    }
+    Value& insert(const void* key) {
+        if ((m_used + 1) * 2 > m_slots.size()) grow();
+        Slot& slot = m_slots[slotOf(key)];
+        slot.key = key;
+        ++m_used;
+        return slot.value;
+    }
+    void grow() {
+        std::vector<Slot> old(m_slots.size() * 2);
+        old.swap(m_slots);
+        for (Slot& one : old) {
+            if (one.key) m_slots[slotOf(one.key)] = std::move(one);
+        }
+    }
+
+    std::vector<Slot> m_slots = std::vector<Slot>(16);
+    std::size_t m_used = 0;
+};

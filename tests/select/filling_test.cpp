@@ -1,0 +1,330 @@
+// What the tool gathers of a document and how its pages are filled.
+#include "plain_rules.h"
+#include "scene.h"
+#include "select/page_filler.h"
+#include "select/select_by_attr_sheet.h"
+#include "select/select_by_attr_tool.h"
+#include "select/select_page.h"
+
+using test::Names;
+using test::RandomScene;
+using test::Scene;
+
+namespace {
+
+struct Filled {
+    ASelectByAttrTool tool;
+    ASelectByAttrSheet sheet{&tool, IDS_SELECT_BY_ATTRIBUTES_CAPTION, nullptr, 0};
+    std::uint64_t start = ACondition(AString(), nullptr).getSerial();
+
+    explicit Filled(Scene& scene) {
+        tool.prepareSelectionData(scene.view);
+        tool.createPages(sheet);
+        tool.fillPages(sheet);
+    }
+
+    ASelectPage& page(const WCHAR* category) { return *sheet.findPage(category); }
+    const ACondition* entry(const WCHAR* category, const std::string& path) {
+        for (ARoot* one : page(category).getConditions()) {
+            const auto* condition = static_cast<ACondition*>(one);
+            if (condition->path.toUtf8() == path) return condition;
+        }
+        return nullptr;
+    }
+    // "10": used by the document, not by the selection; "-": there is no such entry.
+    std::string flags(const WCHAR* category, const std::string& path) {
+        const ACondition* one = entry(category, path);
+        return one ? std::to_string(one->inDocument) + std::to_string(one->inSelection) : "-";
+    }
+    Names categories() {
+        Names names;
+        for (int i = 0; i < sheet.getSelectPageCount(); ++i)
+            names.push_back(sheet.getSelectPage(i).getTitle().toUtf8());
+        return names;
+    }
+};
+
+template <class List>
+Names namesIn(const List& list) {
+    Names names;
+    for (const ARoot* entry : list)
+        names.push_back(std::string(static_cast<const AObject*>(entry)->getNameUtf8()));
+    return names;
+}
+
+std::string lineOf(const ACondition& condition, std::uint64_t start) {
+    // A fill without a name is called by its serial.
+    std::string path = condition.path.toUtf8();
+    if (path == "Gradient/brush" + std::to_string(condition.getSerial())) path = "Gradient/brush";
+    std::string line = path + " " + std::to_string(condition.getSerial() - start) + " " +
+                       std::to_string(condition.inDocument) + std::to_string(condition.inSelection) + " " +
+                       typeid(condition).name();
+    for (const std::string& name : test::namesOf(condition)) line += " " + name;
+    return line;
+}
+
+}  // namespace
+
+TEST(Gathering, CandidatesAreWhatIsOnEditableLayersBreadthFirst) {
+    Scene scene;
+    ALayer* first = scene.layer();
+    AParent* group = scene.addParent(first, _T("AGroup"), "group");
+    scene.add(group, _T("AOval"), "inner");
+    scene.add(first, _T("AText"), "text");
+    ALayer* locked = scene.layer();
+    locked->setLocked(true);
+    scene.add(locked, _T("AOval"), "on locked");
+    scene.add(scene.layer(_T("AMasterLayer"), true), _T("AOval"), "master");
+    Filled run(scene);
+    EXPECT_EQ(namesIn(run.tool.getCandidateObjects()), (Names{"group", "text", "master", "inner"}));
+    EXPECT_EQ(run.tool.getLayerPool().GetCount(), 3);
+}
+
+TEST(Gathering, LayersThatAreNotEditableAreOfferedAllTheSame) {
+    Scene scene;
+    ALayer* guides = scene.layer(_T("AGuideLayer"));
+    guides->setLocked(true);
+    scene.add(guides, _T("AOval"));
+    Filled run(scene);
+    EXPECT_EQ(run.tool.getCandidateObjects().GetSize(), 0);
+    EXPECT_EQ(run.flags(_T("Layer"), "Guides"), "10");
+    EXPECT_EQ(run.flags(_T("Layer"), "Drawing"), "00");
+    EXPECT_EQ(run.flags(_T("Object"), "Oval"), "00");
+}
+
+TEST(Gathering, HiddenAndLockedObjectsAreNeitherTakenNorEntered) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    AParent* group = scene.addParent(layer, _T("AGroup"), "locked group");
+    group->setObjectFlags(kObjectLocked, true);
+    scene.add(group, _T("AOval"), "inner");
+    scene.add(layer, _T("AOval"), "hidden")->setObjectFlags(kObjectHidden, true);
+    AParent* composite = scene.addParent(layer, _T("AComposite"), "composite");
+    scene.add(composite, _T("AOval"), "closed in");
+    AParent* shadow = scene.addParent(layer, _T("AShadow"), "shadow");
+    scene.add(shadow, _T("AOval"), "shaded");
+    Filled run(scene);
+    EXPECT_EQ(namesIn(run.tool.getCandidateObjects()), (Names{"composite", "shadow", "shaded"}));
+}
+
+TEST(Gathering, SelectedObjectsAreTheSelectionWithWhatIsInItNoneTwice) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    AParent* outer = scene.addParent(layer, _T("AGroup"), "outer");
+    AParent* inner = scene.addParent(outer, _T("AGroup"), "inner");
+    AObject* oval = scene.add(inner, _T("AOval"), "oval");
+    AObject* locked = scene.add(outer, _T("AOval"), "locked");
+    locked->setObjectFlags(kObjectLocked, true);
+    scene.add(layer, _T("AOval"), "other");
+    scene.select({oval, outer});
+    Filled run(scene);
+    EXPECT_EQ(namesIn(run.tool.getSelectedObjects()), (Names{"oval", "outer", "inner", "locked"}));
+    EXPECT_TRUE(run.tool.isSelectedObject(*oval));
+    EXPECT_TRUE(run.tool.isSelectedObject(*locked));
+    EXPECT_FALSE(run.tool.isSelectedObject(*scene.document.findObject("other")));
+}
+
+TEST(Gathering, ASelectedObjectOnALockedLayerCountsAsSelected) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    layer->setLocked(true);
+    AObject* oval = scene.add(layer, _T("AOval"));
+    scene.select({oval});
+    Filled run(scene);
+    EXPECT_TRUE(run.tool.isSelectedObject(*oval));
+    EXPECT_TRUE(run.tool.isSelectedLayer(*layer));
+    EXPECT_EQ(run.flags(_T("Layer"), "Drawing"), "11");
+}
+
+TEST(Gathering, ALayerThatIsFoundAsTheLastOfTheSelectedOnesIsAppendedOnceMore) {
+    Scene scene;
+    ALayer* a = scene.layer();
+    ALayer* b = scene.layer();
+    std::vector<AObject*> ofA, ofB;
+    for (int i = 0; i < 3; ++i) ofA.push_back(scene.add(a, _T("AOval")));
+    for (int i = 0; i < 3; ++i) ofB.push_back(scene.add(b, _T("AOval")));
+    scene.select({ofA[0], ofB[0], ofA[1], ofB[1], ofB[2], ofA[2]});
+    Filled run(scene);
+    const std::vector<ARoot*> layers(run.tool.getSelectedLayers().begin(),
+                                     run.tool.getSelectedLayers().end());
+    EXPECT_EQ(layers, (std::vector<ARoot*>{a, b, b}));
+    scene.select({ofA[0], ofA[1], ofA[2]});
+    run.tool.prepareSelectionData(scene.view);
+    EXPECT_EQ(run.tool.getSelectedLayers().GetCount(), 2);
+}
+
+TEST(Gathering, NothingIsKept) {
+    Scene scene;
+    AObject* oval = scene.add(scene.layer(), _T("AOval"));
+    scene.select({oval});
+    Filled run(scene);
+    run.tool.releaseSelectionData();
+    EXPECT_EQ(run.tool.getCandidateObjects().GetSize() + run.tool.getSelectedObjects().GetSize(), 0);
+    EXPECT_EQ(run.tool.getLayerPool().GetCount() + run.tool.getSelectedLayers().GetCount(), 0);
+    EXPECT_FALSE(run.tool.isSelectedObject(*oval));
+}
+
+TEST(Pages, ThereIsOneForEachCategoryOfTheClassesThatUsersSee) {
+    Scene scene;
+    Filled run(scene);
+    EXPECT_EQ(run.categories(), (Names{"Object", "Dimension", "Effect", "Fill", "Stroke", "Layer"}));
+    run.sheet.addPages();
+    EXPECT_EQ(run.categories(), (Names{"Object", "Dimension", "Fill", "Stroke", "Effect", "Layer"}));
+}
+
+TEST(Pages, CategoriesAreOrderedWithoutRegardToCaseOthersStayBehind) {
+    Scene scene;
+    ASelectByAttrTool tool;
+    ASelectByAttrSheet sheet(&tool, IDS_SELECT_BY_ATTRIBUTES_CAPTION, nullptr, 0);
+    for (const char* name : {"Zebra", "COLOR", "layer", "Object", "Alpha", "fill", "object"})
+        sheet.createPage(AString::fromUtf8(name));
+    sheet.addPages();
+    Names order;
+    for (int i = 0; i < sheet.getSelectPageCount(); ++i)
+        order.push_back(sheet.getSelectPage(i).getTitle().toUtf8());
+    EXPECT_EQ(order, (Names{"object", "Object", "fill", "layer", "COLOR", "Zebra", "Alpha"}));
+    EXPECT_EQ(sheet.findPage(_T("Object")), &sheet.getSelectPage(1));
+    EXPECT_EQ(sheet.findPage(_T("OBJECT")), nullptr);
+    EXPECT_THROW(sheet.getSelectPage(7), CInvalidArgException);
+    EXPECT_THROW(sheet.getSelectPage(-1), CInvalidArgException);
+}
+
+TEST(Pages, EntriesStandThereWhateverTheDocumentHolds) {
+    Scene scene;
+    Filled run(scene);
+    for (const char* path : {"Rectangle", "Bitmap", "Bitmap/RGB Bitmap", "Bitmap/LAB Bitmap"})
+        EXPECT_EQ(run.flags(_T("Object"), path), "00") << path;
+    for (const char* path :
+         {"Gradient", "Pattern", "Solid", "No fill", "Solid/RGB Color", "Solid/Spot Color"})
+        EXPECT_EQ(run.flags(_T("Fill"), path), "00") << path;
+    EXPECT_EQ(run.flags(_T("Stroke"), "Pen"), "00");
+    EXPECT_EQ(run.flags(_T("Stroke"), "No stroke"), "00");
+    EXPECT_EQ(run.flags(_T("Stroke"), "No fill"), "-");
+    EXPECT_EQ(run.flags(_T("Object"), "Registration Mark/RGB Color"), "-");
+}
+
+TEST(Filling, AnObjectMarksItsClassItsFillAndItsStroke) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    AObject* oval = scene.filled(layer, _T("AOval"), 0xff0000);
+    oval->setPen(scene.document.getPaint().rgbPen(0x0000ff));
+    Filled run(scene);
+    EXPECT_EQ(run.flags(_T("Object"), "Oval"), "10");
+    EXPECT_EQ(run.flags(_T("Object"), "Rectangle"), "00");
+    EXPECT_EQ(run.flags(_T("Fill"), "Solid"), "10");
+    EXPECT_EQ(run.flags(_T("Fill"), "Solid/RGB Color"), "00");
+    EXPECT_EQ(run.flags(_T("Fill"), "Solid/RGB Color/red"), "10");
+    EXPECT_EQ(run.flags(_T("Fill"), "No fill"), "00");
+    EXPECT_EQ(run.flags(_T("Stroke"), "Pen"), "10");
+    EXPECT_EQ(run.flags(_T("Stroke"), "Pen/RGB Color/blue"), "10");
+    EXPECT_EQ(run.flags(_T("Stroke"), "No stroke"), "00");
+    EXPECT_EQ(run.flags(_T("Layer"), "Drawing"), "10");
+}
+
+TEST(Filling, ASelectedObjectMarksThemAsSelected) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    AObject* oval = scene.filled(layer, _T("AOval"), 0xff0000);
+    scene.filled(layer, _T("AText"), 0xff0000);
+    scene.filled(layer, _T("AText"), 0x0000ff);
+    scene.select({oval});
+    Filled run(scene);
+    EXPECT_EQ(run.flags(_T("Object"), "Oval"), "11");
+    EXPECT_EQ(run.flags(_T("Object"), "Text"), "10");
+    EXPECT_EQ(run.flags(_T("Fill"), "Solid/RGB Color/red"), "11");
+    EXPECT_EQ(run.flags(_T("Fill"), "Solid/RGB Color/blue"), "10");
+    EXPECT_EQ(run.flags(_T("Stroke"), "No stroke"), "11");
+    EXPECT_EQ(run.flags(_T("Layer"), "Drawing"), "11");
+}
+
+TEST(Filling, ASelectedPenMarksTheColorsOfAllPensBeforeIt) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    std::vector<AObject*> ovals;
+    for (const std::uint32_t color : {0xff0000u, 0x0000ffu, 0x00ff00u}) {
+        ovals.push_back(scene.add(layer, _T("AOval")));
+        ovals.back()->setPen(scene.document.getPaint().rgbPen(color));
+    }
+    scene.select({ovals[1]});
+    Filled run(scene);
+    EXPECT_EQ(run.flags(_T("Stroke"), "Pen/RGB Color/red"), "11");
+    EXPECT_EQ(run.flags(_T("Stroke"), "Pen/RGB Color/blue"), "11");
+    EXPECT_EQ(run.flags(_T("Stroke"), "Pen/RGB Color/lime"), "10");
+}
+
+TEST(Filling, AnObjectWithoutAFillMarksNoFill) {
+    Scene scene;
+    scene.add(scene.layer(), _T("AOval"));
+    Filled run(scene);
+    EXPECT_EQ(run.flags(_T("Fill"), "No fill"), "10");
+    EXPECT_EQ(run.flags(_T("Stroke"), "No stroke"), "10");
+    EXPECT_EQ(run.flags(_T("Fill"), "Solid"), "00");
+}
+
+TEST(Filling, APenWithoutAColorMarksNoStroke) {
+    Scene scene;
+    APaintTable& paint = scene.document.getPaint();
+    AObject* oval = scene.add(scene.layer(), _T("AOval"));
+    oval->setPen(paint.brushPen(paint.gradientBrush("g")->getBrushItem()));
+    Filled run(scene);
+    EXPECT_EQ(run.flags(_T("Stroke"), "No stroke"), "10");
+    EXPECT_EQ(run.flags(_T("Stroke"), "Pen"), "10") << "the pen item was offered, too";
+}
+
+TEST(Filling, EveryObjectWithAGradientAddsAnEntry) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    for (int i = 0; i < 3; ++i)
+        scene.add(layer, _T("AOval"))->setBrush(scene.document.getPaint().gradientBrush("g"));
+    Filled run(scene);
+    EXPECT_EQ(run.flags(_T("Fill"), "Gradient/g"), "10");
+    EXPECT_EQ(run.flags(_T("Fill"), "Gradient/g_2"), "10");
+    EXPECT_EQ(run.flags(_T("Fill"), "Gradient/g_3"), "-");
+}
+
+TEST(Filling, AFillWithoutANameIsNumberedByItsEntry) {
+    Scene scene;
+    const auto gradient = test::makeGradient(_T(""));
+    ABrush brush(gradient.get());
+    scene.add(scene.layer(), _T("AOval"))->setBrush(&brush);
+    Filled run(scene);
+    const ACondition* last =
+        run.page(_T("Fill")).getCondition(run.page(_T("Fill")).getConditions().GetSize() - 1);
+    EXPECT_EQ(last->path.toUtf8(), "Gradient/brush" + std::to_string(last->getSerial()));
+}
+
+TEST(Filling, BitmapsMarkTheKindOfTheirColorModel) {
+    Scene scene;
+    auto* bitmap = dynamic_cast<ABitmap*>(scene.add(scene.layer(), _T("ABitmap")));
+    bitmap->setColorModel(ABitmap::grayscale);
+    Filled run(scene);
+    EXPECT_EQ(run.flags(_T("Object"), "Bitmap"), "10");
+    EXPECT_EQ(run.flags(_T("Object"), "Bitmap/Grayscale Bitmap"), "10");
+    EXPECT_EQ(run.flags(_T("Object"), "Bitmap/RGB Bitmap"), "00");
+}
+
+TEST(Filling, RandomDrawingsFollowThePlainRules) {
+    for (unsigned seed = 0; seed < 150; ++seed) {
+        RandomScene scene(seed);
+        Filled run(scene);
+        const std::uint64_t start = ACondition(AString(), nullptr).getSerial();
+        const plain::Gathered gathered = plain::gather(scene.view);
+        plain::Pages pages = plain::createPages();
+        plain::fillPages(pages, gathered);
+        ASSERT_EQ(namesIn(run.tool.getCandidateObjects()), namesIn(gathered.candidates)) << seed;
+        ASSERT_EQ(namesIn(run.tool.getSelectedObjects()), namesIn(gathered.selected)) << seed;
+        ASSERT_EQ(
+            std::vector<ARoot*>(run.tool.getSelectedLayers().begin(), run.tool.getSelectedLayers().end()),
+            std::vector<ARoot*>(gathered.selectedLayers.begin(), gathered.selectedLayers.end()))
+            << seed;
+        ASSERT_EQ(run.sheet.getSelectPageCount(), static_cast<int>(pages.size()));
+        for (int i = 0; i < run.sheet.getSelectPageCount(); ++i) {
+            const plain::Page& expected = *pages[static_cast<std::size_t>(i)];
+            const AObArray& conditions = run.sheet.getSelectPage(i).getConditions();
+            Names got, wanted;
+            for (ARoot* one : conditions) got.push_back(lineOf(*static_cast<ACondition*>(one), run.start));
+            for (const auto& one : expected.conditions) wanted.push_back(lineOf(*one, start));
+            ASSERT_EQ(got, wanted) << "seed " << seed << ", " << expected.category.toUtf8();
+        }
+    }
+}
