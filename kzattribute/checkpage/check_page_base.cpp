@@ -48,18 +48,20 @@ void ACheckPageBase::addCondition(ACondition* newCondition) {
 }
 
 ACondition* ACheckPageBase::findCommonCondition(ACondition& newCondition) {
+    if (combinesWithNone(newCondition)) return takeFreePath(newCondition), nullptr;
     const AString base = newCondition.path;
     int place = m_paths.find(base);
-    if (place >= 0 && combinesWithNone(newCondition)) {
-        newCondition.path = checkpage::numberedPath(base, m_paths.nextFree(base));
-        return nullptr;
-    }
     for (int number = 1; place >= 0; ++number) {
         if (newCondition.hasCommonClass(*getCondition(place))) return getCondition(place);
         newCondition.path = checkpage::numberedPath(base, number);
         place = m_paths.find(newCondition.path);
     }
     return nullptr;
+}
+
+void ACheckPageBase::takeFreePath(ACondition& newCondition) {
+    const AString base = newCondition.path;
+    if (m_paths.find(base) >= 0) newCondition.path = checkpage::numberedPath(base, m_paths.nextFree(base));
 }
 
 ACondition* ACheckPageBase::findCondition(const AString& path) {

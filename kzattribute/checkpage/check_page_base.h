@@ -55,6 +55,9 @@ protected:
     // way through its names (path, path_1, path_2, …) that has a class in common with it; null when the way
     // ended at a free name, which the new one then has.
     ACondition* findCommonCondition(ACondition& newCondition);
+    // For a new condition that has a class in common with none that is held: gives it the name at which its
+    // way would end, without walking it.
+    void takeFreePath(ACondition& newCondition);
     // Null when no condition has the path.
     ACondition* findCondition(const AString& path);
     // Takes a condition whose path is free.

@@ -34,6 +34,12 @@
 #define IDS_TIP_SELECT_SIMILAR_COLOR 52033
 #define IDS_TIP_HIDE_ALL_EXCEPT 52074
 
+// The View Filter dialog, and the controls on it beside its check tree, OK and Cancel.
+#define IDD_VIEW_FILTER 10493
+#define IDC_CHECK_TREE 1059
+#define IDC_SHOW_ALL_COLORS 1066
+#define IDC_SHOW_NO_COLORS 1067
+
 // Pictures of the check tree.
 #define IDB_CHECK_BOXES 2048
 #define IDB_TREE_PICTURES 2049

@@ -1,7 +1,8 @@
-// The View Filter dialog's stored geometry, an archived class of the module.
+// The View Filter dialog's size and position, kept from one use to the next.
 //
 // It reads and writes the fields of its dialog, so it cannot be made without one: it has no factory, and an
-// archive that holds one reads as null.
+// archive that holds one reads as null. Lives as long as the dialog, which loads at its begin and stores at
+// its end.
 #pragma once
 
 #include "kzutil/root.h"
@@ -12,10 +13,17 @@ class AViewFilterPrefs : public ARoot {
 public:
     static const AString className;
 
-    explicit AViewFilterPrefs(AViewFilterDialog* dialog) : m_dialog(dialog) {}
+    // Gives the dialog the geometry of its first use, and then what is stored.
+    explicit AViewFilterPrefs(AViewFilterDialog* dialog);
+    AViewFilterPrefs(const AViewFilterPrefs&) = delete;
+    AViewFilterPrefs& operator=(const AViewFilterPrefs&) = delete;
+    // Stores the dialog's geometry, unless the host keeps no settings.
+    ~AViewFilterPrefs() override;
 
     const AString& getClassName() const override { return className; }
+    // 1; 0 as soon as the base's part fails, the record then left open: the archive closes it.
+    int orbiSerialize(AArchive& archive) override;
 
-protected:
+private:
     AViewFilterDialog* m_dialog;  // not owned
 };

@@ -34,9 +34,16 @@ LRESULT CALLBACK AfxWindowCreation::Hook(int code, WPARAM wParam, LPARAM lParam)
         const bool helper = name[0] == 'I' && name[1] == 'M' && name[2] == 'E' && name[3] == 0;
         if (!helper) {
             CWnd* object = std::exchange(creation->m_pending, nullptr);
-            if (object->Attach(window)) AfxWindowAccess::subclass(*object);
+            try {
+                if (object->Attach(window)) AfxWindowAccess::subclass(*object);
+            } catch (...) {
+                AfxKeepException();
+                return 1;  // refuses the window
+            }
         }
     }
+    // Past the hooks of the creations around this one, which are this same function.
+    while (creation->m_outer) creation = creation->m_outer;
     return CallNextHookEx(creation->m_hook, code, wParam, lParam);
 }
 

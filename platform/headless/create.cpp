@@ -72,11 +72,14 @@ void remove_window(Window& window) {
 
 void send_destroy(HWND window) {
     SendMessageW(window, WM_DESTROY, 0, 0);
-    Window* found = find_window(window);
+    const std::shared_ptr<Window> found = hold(window);
     if (!found) return;
-    const std::vector<HWND> children = found->children;
-    for (HWND child : children)
-        if (IsWindow(child)) send_destroy(child);
+    // Without a copy of the list, which would need memory; a handler may destroy the child.
+    for (std::size_t i = 0; i < found->children.size();) {
+        const HWND child = found->children[i];
+        send_destroy(child);
+        if (i < found->children.size() && found->children[i] == child) ++i;
+    }
 }
 
 // Children first. Whatever a handler of WM_NCDESTROY does, the window is gone afterwards.
@@ -89,11 +92,13 @@ void finish_destroy(HWND window) {
 }
 
 void destroy_owned(HWND owner) {
-    std::vector<HWND> owned;
-    for (HWND window : desk().top_level)
-        if (find_window(window)->owner == owner) owned.push_back(window);
-    for (HWND window : owned)
-        if (IsWindow(window)) DestroyWindow(window);
+    const auto& windows = desk().top_level;
+    for (std::size_t i = 0; i < windows.size();) {
+        const HWND window = windows[i];
+        // One that refuses stays. Handlers may destroy others: from the start again.
+        const bool destroyed = find_window(window)->owner == owner && DestroyWindow(window);
+        i = destroyed ? 0 : i + 1;
+    }
 }
 
 }  // namespace

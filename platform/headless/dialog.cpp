@@ -108,6 +108,23 @@ void initialise(HWND window, const DialogTemplate& dialog, LPARAM parameter) {
     if ((dialog.style & WS_VISIBLE) && IsWindow(window)) ShowWindow(window, SW_SHOWNORMAL);
 }
 
+bool fill_dialog(HWND window, const DialogTemplate& dialog, HINSTANCE module, DLGPROC procedure,
+                 LPARAM parameter) {
+    const bool has_font = (dialog.style & DS_SETFONT) != 0;
+    DialogState* state = dialog_state(*find_window(window));
+    if (!state) return false;
+    state->plain_units = !has_font;
+    state->font = has_font ? font_of(dialog) : nullptr;
+    if (has_font && !state->font) return false;
+    const HFONT font = state->font;
+    SetWindowLongPtrW(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(procedure));
+    if (font) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    for (const ControlTemplate& control : dialog.controls)
+        if (!create_control(window, control, module, !has_font, font)) return false;
+    initialise(window, dialog, parameter);
+    return true;
+}
+
 }  // namespace
 
 namespace headless {
@@ -136,27 +153,13 @@ std::optional<DialogTemplate> load_dialog_template(HMODULE module, LPCWSTR name)
 
 HWND create_dialog(const DialogTemplate& dialog, HINSTANCE module, HWND owner, DLGPROC procedure,
                    LPARAM parameter) {
-    const bool has_font = (dialog.style & DS_SETFONT) != 0;
-    const HWND window = create_window(dialog, module, owner, !has_font);
-    Window* created = find_window(window);
-    DialogState* state = created ? dialog_state(*created) : nullptr;
-    if (!state) {
-        if (created) DestroyWindow(window);
-        return nullptr;
-    }
-    state->plain_units = !has_font;
-    state->font = has_font ? font_of(dialog) : nullptr;
-    const HFONT font = state->font;
-    SetWindowLongPtrW(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(procedure));
-    if (font) SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    for (const ControlTemplate& control : dialog.controls) {
-        if (create_control(window, control, module, !has_font, font)) continue;
-        const DWORD error = GetLastError();
-        if (IsWindow(window)) DestroyWindow(window);
-        return fails(error);
-    }
-    initialise(window, dialog, parameter);
-    return IsWindow(window) ? window : nullptr;
+    const HWND window = create_window(dialog, module, owner, !(dialog.style & DS_SETFONT));
+    if (!window) return nullptr;
+    const bool complete = guarded([&] { return fill_dialog(window, dialog, module, procedure, parameter); });
+    if (complete) return IsWindow(window) ? window : nullptr;
+    const DWORD error = GetLastError();
+    if (IsWindow(window)) DestroyWindow(window);
+    return fails(error);
 }
 
 }  // namespace headless

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/headless/dialog.h"
+#include "platform/headless/guard.h"
 
 using namespace headless;
 
@@ -79,15 +80,17 @@ bool key_acts(HWND dialog, const MSG& message) {
 }  // namespace
 
 HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous) {
-    std::vector<HWND> controls;
-    collect(dialog, controls);
-    if (previous) std::reverse(controls.begin(), controls.end());
-    const auto here = std::find(controls.begin(), controls.end(), control);
-    // Around, starting behind the control.
-    if (here != controls.end()) std::rotate(controls.begin(), here + 1, controls.end());
-    const auto next = std::find_if(controls.begin(), controls.end(), takes_tab);
-    if (next != controls.end()) return *next;
-    return controls.empty() ? nullptr : controls.front();
+    return guarded([&]() -> HWND {
+        std::vector<HWND> controls;
+        collect(dialog, controls);
+        if (previous) std::reverse(controls.begin(), controls.end());
+        const auto here = std::find(controls.begin(), controls.end(), control);
+        // Around, starting behind the control.
+        if (here != controls.end()) std::rotate(controls.begin(), here + 1, controls.end());
+        const auto next = std::find_if(controls.begin(), controls.end(), takes_tab);
+        if (next != controls.end()) return *next;
+        return controls.empty() ? nullptr : controls.front();
+    });
 }
 
 BOOL IsDialogMessageW(HWND dialog, MSG* message) {

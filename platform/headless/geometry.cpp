@@ -143,7 +143,9 @@ BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL) {
 BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags) {
     std::shared_ptr<Window> found = hold(window);
     if (!found) return FALSE;
-    WINDOWPOS position = {window, after, x, y, width, height, flags};
+    // Coordinates have sixteen bits, though the arguments have more.
+    WINDOWPOS position = {window, after, std::clamp(x, -32768, 32767), std::clamp(y, -32768, 32767),
+                          std::clamp(width, 0, 32767), std::clamp(height, 0, 32767), flags};
     SendMessageW(window, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&position));
     RECT& rect = found->rect;
     const RECT before = rect;

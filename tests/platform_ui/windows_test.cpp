@@ -1,3 +1,4 @@
+#include <limits>
 #include <utility>
 
 #include "tests/platform_ui/recorder.h"
@@ -53,6 +54,19 @@ TEST(Windows, AreAskedForTheirLimitsBeforeTheyAreCreated) {
         EXPECT_EQ(take(), (Strings{"limits", "nccreate", "create", "size 194x94"}));
     }
     EXPECT_EQ(take(), (Strings{"destroy", "ncdestroy"}));
+}
+
+TEST(Windows, HaveCoordinatesOfSixteenBits) {
+    constexpr int kLeast = std::numeric_limits<int>::min(), kMost = std::numeric_limits<int>::max();
+    TestWindow window(record, WS_POPUP);
+    MoveWindow(window, kLeast, kMost, kMost, kLeast, FALSE);
+    RECT rect = {};
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect.left, -32768);
+    EXPECT_EQ(rect.top, 32767);
+    EXPECT_EQ(size_of(window).cx, 32767);
+    EXPECT_EQ(size_of(window).cy, 0);
+    take();
 }
 
 TEST(Windows, AreNeverSmallerThanTheirLimits) {

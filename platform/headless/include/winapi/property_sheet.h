@@ -33,6 +33,7 @@ inline constexpr DWORD PSP_USETITLE = 0x00000008;
 inline constexpr DWORD PSP_HASHELP = 0x00000020;
 inline constexpr DWORD PSP_USECALLBACK = 0x00000080;
 
+inline constexpr UINT PSPCB_ADDREF = 0;
 inline constexpr UINT PSPCB_RELEASE = 1;
 inline constexpr UINT PSPCB_CREATE = 2;
 

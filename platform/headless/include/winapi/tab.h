@@ -1,6 +1,6 @@
 // The tab control, SysTabControl32: a row of titles, or several, over an area for pages.
 //
-// A title's width follows the texts of the 8 point dialog font. Left out: pictures, fixed widths, buttons,
+// Texts are 6 pixels per character wide, whatever the font. Left out: pictures, fixed widths, buttons, keys,
 // scrolling (the tabs of a control without TCS_MULTILINE go on behind its right edge).
 #pragma once
 
@@ -35,6 +35,7 @@ inline constexpr UINT TCHT_ONITEM = 0x0006;
 
 inline constexpr UINT TCM_FIRST = 0x1300;
 inline constexpr UINT TCM_GETITEMCOUNT = TCM_FIRST + 4;
+inline constexpr UINT TCM_DELETEITEM = TCM_FIRST + 8;
 inline constexpr UINT TCM_GETITEMRECT = TCM_FIRST + 10;
 inline constexpr UINT TCM_GETCURSEL = TCM_FIRST + 11;
 inline constexpr UINT TCM_SETCURSEL = TCM_FIRST + 12;
@@ -43,7 +44,6 @@ inline constexpr UINT TCM_HITTEST = TCM_FIRST + 13;
 inline constexpr UINT TCM_ADJUSTRECT = TCM_FIRST + 40;
 inline constexpr UINT TCM_GETROWCOUNT = TCM_FIRST + 44;
 inline constexpr UINT TCM_GETITEMW = TCM_FIRST + 60;
-inline constexpr UINT TCM_SETITEMW = TCM_FIRST + 61;
 inline constexpr UINT TCM_INSERTITEMW = TCM_FIRST + 62;
 
 inline constexpr UINT TCN_FIRST = 0u - 550u;
