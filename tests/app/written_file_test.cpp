@@ -43,15 +43,6 @@ TEST_F(WrittenFile, MayHaveAnyName) {
     EXPECT_EQ(test::readText(folder.path() / std::filesystem::path(u8"\u6E2F \u00E9'.png")), "x");
 }
 
-TEST_F(WrittenFile, MayHaveANameAsLongAsTheSystemTakes) {
-    const std::string longest = std::string(251, 'n') + ".svg";
-    for (const char* text : {"one", "two"}) {
-        app::writeFile(name(longest), text);
-        EXPECT_EQ(test::readText(folder.path() / longest), text);
-    }
-    EXPECT_EQ(filesInFolder(), 1U);
-}
-
 TEST_F(WrittenFile, CannotTakeTheNameOfAFolder) {
     EXPECT_EQ(failureOf(test::utf8(folder.path())),
               test::utf8(folder.path()) + ": cannot be written: it is a folder");

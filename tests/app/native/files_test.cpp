@@ -85,6 +85,15 @@ TEST_F(Files, AreReplacedBehindALink) {
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "link.svg"));
 }
 
+TEST_F(Files, MayHaveNamesAsLongAsTheSystemTakes) {
+    const std::filesystem::path longest = folder.path() / (std::string(251, 'n') + ".svg");
+    for (const char* text : {"one", "two"}) {
+        app::writeFile(longest.string(), text);
+        EXPECT_EQ(test::readText(longest), text);
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2) << "sea.svg and it";
+}
+
 TEST_F(Files, KeepTheirPermissions) {
     const auto file = folder.write("a.svg", "old");
     constexpr auto kPrivate = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
