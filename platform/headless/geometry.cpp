@@ -144,8 +144,13 @@ BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, 
     std::shared_ptr<Window> found = hold(window);
     if (!found) return FALSE;
     // Coordinates have sixteen bits, though the arguments have more.
-    WINDOWPOS position = {window, after, std::clamp(x, -32768, 32767), std::clamp(y, -32768, 32767),
-                          std::clamp(width, 0, 32767), std::clamp(height, 0, 32767), flags};
+    WINDOWPOS position = {window,
+                          after,
+                          std::clamp(x, -32768, 32767),
+                          std::clamp(y, -32768, 32767),
+                          std::clamp(width, 0, 32767),
+                          std::clamp(height, 0, 32767),
+                          flags};
     SendMessageW(window, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&position));
     RECT& rect = found->rect;
     const RECT before = rect;

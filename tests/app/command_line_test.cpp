@@ -152,14 +152,17 @@ TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
         const char* reason;
     } table[] = {
         {{},
-         "a command is missing: it is one of info, tools, attributes, select, view, render, prefs, script (see kzdraw "
+         "a command is missing: it is one of info, tools, attributes, select, view, render, prefs, script "
+         "(see kzdraw "
          "--help)"},
         {{"bogus"},
-         "there is no command \"bogus\": it is one of info, tools, attributes, select, view, render, prefs, script (see "
+         "there is no command \"bogus\": it is one of info, tools, attributes, select, view, render, prefs, "
+         "script (see "
          "kzdraw "
          "--help)"},
         {{""},
-         "there is no command \"\": it is one of info, tools, attributes, select, view, render, prefs, script (see "
+         "there is no command \"\": it is one of info, tools, attributes, select, view, render, prefs, "
+         "script (see "
          "kzdraw "
          "--help)"},
         {{"--bogus"}, "there is no option \"--bogus\" (see kzdraw --help)"},
@@ -172,7 +175,8 @@ TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
         {{"info", "--wrong", sea},
          "The following argument was not expected: --wrong (see kzdraw info --help)"},
         {{"script"}, "FILE is required (see kzdraw script --help)"},
-        {{"select", sea}, "one of --similar-to, --same-color-as and --where is needed (see kzdraw select --help)"},
+        {{"select", sea},
+         "one of --similar-to, --same-color-as and --where is needed (see kzdraw select --help)"},
         {{"select", sea, "--similar-to", "cap", "--same-color-as", "cap"},
          "one of --similar-to, --same-color-as and --where is needed (see kzdraw select --help)"},
         {{"select", sea, "--same-color-as"},
