@@ -80,8 +80,8 @@ bool ElementWalk::open(pugi::xml_node container, Element element, Display displa
 void ElementWalk::openAround(pugi::xml_node container, Element element) {
     const Level& outer = m_levels.back();
     m_attributes.read(container);
-    Level level{m_context.styles().compute(container, m_attributes, outer.style, outer.view, m_room),
-                enter(outer.view, element, m_attributes.plain()), 0, nullptr};
+    Level level{m_context.styleOf(container, m_attributes, outer.style, outer.space, m_room),
+                enter(outer.space, element, m_attributes), 0, nullptr};
     level.style.displayed = outer.style.displayed;
     m_levels.push_back(std::move(level));
 }

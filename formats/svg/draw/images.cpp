@@ -126,13 +126,13 @@ AFRect viewportOf(const DrawnElement& element, const AImage& image) {
 
 // An image is drawn at the resolution of the picture; a list holds only where it lies.
 void recordImage(DrawContext& context, const DrawnElement& element, std::string_view uri) {
-    const AttributeSet& attributes = element.attributes.plain();
+    const AttributeSet& attributes = element.attributes;
     const bool isSized = attributes.has(Attribute::width) && attributes.has(Attribute::height);
     const AImage unknown;
     const AFRect viewport = viewportOf(element, isSized ? unknown : cachedImage(context, uri));
     if (viewport.IsRectEmpty()) return;
     context.recorder()->openPicture();
-    context.recorder()->fill(APath::rectangle(viewport), element.view.toDrawing, APaint(),
+    context.recorder()->fill(APath::rectangle(viewport), element.space.toDrawing, APaint(),
                              EFillRule::nonZero);
     context.recorder()->close();
 }

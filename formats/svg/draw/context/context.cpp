@@ -66,7 +66,7 @@ void DrawContext::restart(const UserSpace& root, ACanvas& canvas) {
     m_clipBounds = canvas.clipBounds();
     m_touched = {0, 0, 0, 0};
     m_visited.clear();
-    m_groupPixels = 0;
+    m_heldPixels = 0;
     m_pixelSteps = pixelSteps(m_clipBounds);
     m_repeatable = repeatable(m_tree.elementCount());
 }
