@@ -1,5 +1,5 @@
-// ACanvas: draws outlines and images on pixels. The drawing library behind devices: cairo (canvas_cairo.cpp)
-// or GDI+ (canvas_gdiplus.cpp), picked by the build.
+// ACanvas: draws outlines and images on pixels. The drawing library behind devices is cairo, on every build
+// (canvas/cairo).
 //
 //     AImage image(100, 100);
 //     {

@@ -1,8 +1,18 @@
 #include "canvas/image.h"
 
+#include <algorithm>
 #include <new>
 
 #include "canvas/canvas.h"
+#include "canvas/image_codecs.h"
+
+namespace {
+
+bool startsWith(std::span<const unsigned char> bytes, std::initializer_list<unsigned char> start) {
+    return bytes.size() >= start.size() && std::equal(start.begin(), start.end(), bytes.begin());
+}
+
+}  // namespace
 
 AImage::AImage(int width, int height) {
     if (width <= 0 || height <= 0) return;
@@ -15,4 +25,10 @@ AImage::AImage(int width, int height) {
 
 APixels pixelsOf(AImage& image) {
     return {image.pixels().data(), image.width(), image.height(), true};
+}
+
+AImage decodeImage(std::span<const unsigned char> bytes) {
+    if (startsWith(bytes, {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'})) return decodePng(bytes);
+    if (startsWith(bytes, {0xff, 0xd8, 0xff})) return decodeJpeg(bytes);
+    return {};
 }

@@ -1,17 +1,9 @@
 // Mixing pixels as AImage keeps them: 0xAARRGGBB, the colour multiplied by its alpha.
 //
-//     below = over(scaledPixel(multiplied(color, 1), coverage), below);
+//     below = over(scaledPixel(above, coverage), below);   // `coverage` from 0 to 255
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-
-#include "canvas/color.h"
-
-// From 0 to 1; what is no number counts as 0.
-inline double opacityOf(double opacity) {
-    return opacity > 0 ? std::min(opacity, 1.0) : 0;
-}
 
 // a * b / 255, rounded; for both of the bytes of 0x00XX00YY at once.
 inline std::uint32_t scaledBytes(std::uint32_t bytes, std::uint32_t factor) {
@@ -29,17 +21,4 @@ inline std::uint32_t over(std::uint32_t above, std::uint32_t below) {
     if (alpha == 255) return above;
     // No byte overflows: none of a multiplied pixel is larger than its alpha.
     return above + scaledPixel(below, 255 - alpha);
-}
-
-// `red`, `green` and `blue` from 0 to 255, not yet multiplied; `opacity` from 0 to 1.
-inline std::uint32_t multipliedPixel(double red, double green, double blue, double opacity) {
-    const auto rounded = [](double value) { return static_cast<std::uint32_t>(value + 0.5); };
-    return rounded(opacity * 255) << 24 | rounded(red * opacity) << 16 | rounded(green * opacity) << 8 |
-           rounded(blue * opacity);
-}
-
-inline std::uint32_t multipliedPixel(const AColor& color, double opacity) {
-    const COLORREF value = color.getColorRef();
-    return multipliedPixel(GetRValue(value), GetGValue(value), GetBValue(value),
-                           opacityOf(color.getOpacity()) * opacityOf(opacity));
 }

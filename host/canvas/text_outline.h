@@ -1,5 +1,5 @@
-// Texts as outlines: laid out by pango (text_outline_pango.cpp) or GDI+ (text_outline_gdiplus.cpp), picked by
-// the build.
+// Texts as outlines: laid out by pango (text_outline_pango.cpp) or by GDI (text_outline_windows.cpp), picked
+// by the build.
 //
 //     ATextOutline text = outlineText("Harbour", {"sans-serif", 12, 400, false});
 //     canvas.fill(text.path, AAffine::translation(x, baseline), paint, EFillRule::nonZero);

@@ -67,6 +67,17 @@ TEST(TextOutline, AnUnknownFamilyFallsBackToTheNextAndNoFamilyToSansSerif) {
     EXPECT_FALSE(outlineText("Harbour", font("Surely No Such Family")).path.empty());
 }
 
+// tests/fonts.conf: what texts look like does not depend on the machine.
+TEST(TextOutline, GenericFamiliesAreTheFontsOfTheTests) {
+    const std::pair<const char*, const char*> families[]{
+        {"sans-serif", "DejaVu Sans"}, {"serif", "DejaVu Serif"}, {"monospace", "DejaVu Sans Mono"}};
+    for (const auto& [generic, family] : families) {
+        const ATextOutline text = outlineText("Harbour", font(generic));
+        EXPECT_EQ(text.path.points().size(), outlineText("Harbour", font(family)).path.points().size());
+        EXPECT_EQ(text.advance, outlineText("Harbour", font(family)).advance) << generic;
+    }
+}
+
 TEST(TextOutline, BoldAndItalicLookDifferent) {
     AFont style = font("sans-serif");
     const ATextOutline plain = outlineText("Harbour", style);

@@ -1,4 +1,4 @@
-// What transforms and pens canvases take, whichever library draws: numbers beyond draw nothing.
+// What transforms and pens cairo can calculate: numbers beyond draw nothing.
 #pragma once
 
 #include <algorithm>
@@ -11,8 +11,11 @@
 constexpr double kLargest = 1e100;
 // Half the pen's width, in pixels.
 constexpr double kWidestPen = 1 << 21;
-// More dashes than this are worth cutting the line.
-constexpr double kManyDashes = 1e4;
+
+// What is no number counts as 0.
+inline double clampedOpacity(double opacity) {
+    return opacity > 0 ? std::min(opacity, 1.0) : 0;
+}
 
 // How much longer the longest direction becomes.
 inline double largestScale(const AAffine& t) {

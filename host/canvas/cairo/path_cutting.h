@@ -1,4 +1,4 @@
-// Cutting outlines that reach farther than drawing libraries can count (cairo: 2^23 pixels), or that would
+// Cutting outlines that reach farther than cairo can count (2^23 pixels), or that would
 // need more dashes than anybody sees. Inside the box what is drawn stays the same.
 #pragma once
 

@@ -1,31 +1,20 @@
-// PNG by libpng, JPEG by libjpeg. Both report errors by jumping out of their functions: the functions that
-// call setjmp here hold nothing that would need a destructor when it happens.
-#include <algorithm>
-#include <csetjmp>
-#include <cstddef>
-#include <cstdio>
-#include <cstring>
-#include <new>
-
-// Behind <cstdio>, which it needs.
-#include <jpeglib.h>
+// libpng reports errors by jumping out of its functions: the functions that call setjmp here hold nothing that
+// would need a destructor when it happens.
 #include <png.h>
 #include <zlib.h>
 
-#include "canvas/image.h"
-#include "canvas/image_limits.h"
+#include <algorithm>
+#include <csetjmp>
+#include <cstddef>
+#include <cstring>
+#include <new>
+
+#include "canvas/image_codecs.h"
 
 namespace {
 
-using Bytes = std::span<const unsigned char>;
-
 std::uint32_t alphaOf(std::uint32_t pixel) {
     return pixel >> 24;
-}
-
-// Rounded to the nearest.
-std::uint32_t divideBy255(std::uint32_t product) {
-    return (product + 128 + ((product + 128) >> 8)) >> 8;
 }
 
 void multiplyByAlpha(std::uint32_t& pixel) {
@@ -34,8 +23,6 @@ void multiplyByAlpha(std::uint32_t& pixel) {
     pixel = alpha << 24 | divideBy255((pixel >> 16 & 0xff) * alpha) << 16 |
             divideBy255((pixel >> 8 & 0xff) * alpha) << 8 | divideBy255((pixel & 0xff) * alpha);
 }
-
-// --- PNG, written ---
 
 // Quick, and small for calm drawings, whose rows are much like those above them; busy ones would be smaller
 // without a filter.
@@ -122,11 +109,9 @@ private:
     std::string& m_bytes;
 };
 
-// --- PNG, read ---
-
 class PngReader {
 public:
-    explicit PngReader(Bytes bytes)
+    explicit PngReader(std::span<const unsigned char> bytes)
         : m_png(png_create_read_struct(PNG_LIBPNG_VER_STRING, this, fail, ignore)),
           m_info(m_png ? png_create_info_struct(m_png) : nullptr),
           m_bytes(bytes),
@@ -178,117 +163,19 @@ private:
 
     png_structp m_png;
     png_infop m_info;
-    Bytes m_bytes;
+    std::span<const unsigned char> m_bytes;
     std::size_t m_size;
 };
 
-AImage decodePng(Bytes bytes) {
+}  // namespace
+
+AImage decodePng(std::span<const unsigned char> bytes) {
     PngReader reader(bytes);
     AImage image;
     if (!reader.read(image)) return {};
     std::for_each(image.pixels().begin(), image.pixels().end(), multiplyByAlpha);
     return image;
 }
-
-// --- JPEG, read ---
-
-class JpegReader {
-public:
-    explicit JpegReader(Bytes bytes) : m_bytes(bytes) {
-        m_jpeg.err = jpeg_std_error(&m_errors);
-        m_errors.error_exit = fail;
-        m_errors.emit_message = [](j_common_ptr, int) {};
-        m_errors.output_message = [](j_common_ptr) {};
-        m_jpeg.client_data = this;
-        m_progress.progress_monitor = watch;
-        m_source.init_source = [](j_decompress_ptr) {};
-        m_source.term_source = [](j_decompress_ptr) {};
-        m_source.resync_to_restart = jpeg_resync_to_restart;
-        m_source.fill_input_buffer = [](j_decompress_ptr jpeg) -> boolean {
-            fail(reinterpret_cast<j_common_ptr>(jpeg));
-        };
-        m_source.skip_input_data = skip;
-    }
-    ~JpegReader() { jpeg_destroy_decompress(&m_jpeg); }
-    JpegReader(const JpegReader&) = delete;
-    JpegReader& operator=(const JpegReader&) = delete;
-
-    // `row` is for rows that need another step.
-    bool read(AImage& image, std::vector<unsigned char>& row) {
-        if (setjmp(m_jump)) return false;
-        jpeg_create_decompress(&m_jpeg);
-        m_jpeg.progress = &m_progress;
-        m_source.next_input_byte = m_bytes.data();
-        m_source.bytes_in_buffer = m_bytes.size();
-        m_jpeg.src = &m_source;
-        jpeg_read_header(&m_jpeg, TRUE);
-        // Every block of a fully sampled component takes a bit at least, except with arithmetic coding, which
-        // nobody uses.
-        if (m_jpeg.arith_code) return false;
-        if (!isPlausible(m_jpeg.image_width, m_jpeg.image_height,
-                         std::uint64_t{m_bytes.size()} * 8 * 64 * 16))
-            return false;
-        const bool inks = m_jpeg.jpeg_color_space == JCS_CMYK || m_jpeg.jpeg_color_space == JCS_YCCK;
-        m_jpeg.out_color_space = inks ? JCS_CMYK : JCS_EXT_BGRA;
-        jpeg_start_decompress(&m_jpeg);
-        image = AImage(static_cast<int>(m_jpeg.output_width), static_cast<int>(m_jpeg.output_height));
-        if (inks) row.resize(std::size_t{m_jpeg.output_width} * 4);
-        for (int y = 0; y < image.height(); ++y) {
-            JSAMPROW to = inks ? row.data() : reinterpret_cast<JSAMPROW>(image.row(y));
-            jpeg_read_scanlines(&m_jpeg, &to, 1);
-            if (inks) toRgb(row.data(), image.width(), image.row(y));
-        }
-        return true;
-    }
-
-private:
-    // The files of the programs that write such images hold the inks inverted, and say so by a marker.
-    void toRgb(const unsigned char* inks, int width, std::uint32_t* to) const {
-        const std::uint32_t flip = m_jpeg.saw_Adobe_marker ? 0 : 255;
-        for (int x = 0; x < width; ++x, inks += 4) {
-            const std::uint32_t key = inks[3] ^ flip;
-            to[x] = 0xff000000 | divideBy255((inks[0] ^ flip) * key) << 16 |
-                    divideBy255((inks[1] ^ flip) * key) << 8 | divideBy255((inks[2] ^ flip) * key);
-        }
-    }
-
-    static JpegReader& self(j_common_ptr jpeg) { return *static_cast<JpegReader*>(jpeg->client_data); }
-    [[noreturn]] static void fail(j_common_ptr jpeg) { std::longjmp(self(jpeg).m_jump, 1); }
-    static void skip(j_decompress_ptr jpeg, long count) {
-        if (count <= 0) return;
-        jpeg_source_mgr& source = *jpeg->src;
-        if (static_cast<std::size_t>(count) > source.bytes_in_buffer)
-            fail(reinterpret_cast<j_common_ptr>(jpeg));
-        source.next_input_byte += count;
-        source.bytes_in_buffer -= static_cast<std::size_t>(count);
-    }
-    // A progressive file may ask for as many passes over the whole image as it likes.
-    static void watch(j_common_ptr jpeg) {
-        constexpr int kMostScans = 100;
-        if (reinterpret_cast<j_decompress_ptr>(jpeg)->input_scan_number > kMostScans) fail(jpeg);
-    }
-
-    Bytes m_bytes;
-    jpeg_decompress_struct m_jpeg{};
-    jpeg_error_mgr m_errors{};
-    jpeg_progress_mgr m_progress{};
-    jpeg_source_mgr m_source{};
-    std::jmp_buf m_jump{};
-};
-
-AImage decodeJpeg(Bytes bytes) {
-    JpegReader reader(bytes);
-    AImage image;
-    std::vector<unsigned char> row;
-    if (!reader.read(image, row)) return {};
-    return image;
-}
-
-bool startsWith(Bytes bytes, std::initializer_list<unsigned char> start) {
-    return bytes.size() >= start.size() && std::equal(start.begin(), start.end(), bytes.begin());
-}
-
-}  // namespace
 
 std::string encodePng(const AImage& image) {
     std::string bytes;
@@ -303,10 +190,4 @@ std::string encodePng(const AImage& image) {
     }
     if (!written) throw std::bad_alloc();
     return bytes;
-}
-
-AImage decodeImage(Bytes bytes) {
-    if (startsWith(bytes, {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'})) return decodePng(bytes);
-    if (startsWith(bytes, {0xff, 0xd8, 0xff})) return decodeJpeg(bytes);
-    return {};
 }

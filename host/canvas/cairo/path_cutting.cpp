@@ -1,4 +1,4 @@
-#include "canvas/path_cutting.h"
+#include "canvas/cairo/path_cutting.h"
 
 #include <algorithm>
 #include <array>

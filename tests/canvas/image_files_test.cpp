@@ -1,4 +1,4 @@
-// What the native reader promises beyond what every build does.
+// Image files of every kind, damaged ones among them.
 #include <gtest/gtest.h>
 #include <zlib.h>
 
@@ -46,7 +46,7 @@ AImage decode(const std::string& bytes) {
 
 }  // namespace
 
-TEST(ImageNative, ReadsEveryColourTypeOfPng) {
+TEST(ImageFiles, ReadsEveryColourTypeOfPng) {
     using namespace std::string_literals;
     EXPECT_EQ(rowsOf(decode(png(3, 1, 0, 8, "\0\0\xff\x80"s))), "kw?\n");
     EXPECT_EQ(rowsOf(decode(png(8, 1, 0, 1, "\0\xa5"s))), "wkwkkwkw\n");
@@ -62,12 +62,12 @@ TEST(ImageNative, ReadsEveryColourTypeOfPng) {
               ".b\n");
 }
 
-TEST(ImageNative, MultipliesByAlpha) {
+TEST(ImageFiles, MultipliesByAlpha) {
     using namespace std::string_literals;
     EXPECT_EQ(decode(png(1, 1, 6, 8, "\0\xff\x80\0\x80"s)).at(0, 0), 0x80804000U);
 }
 
-TEST(ImageNative, ReadsInks) {
+TEST(ImageFiles, ReadsInks) {
     for (const AImage& image : {decodeImage(kInks), decodeImage(kInvertedInks)}) {
         ASSERT_EQ(image.width(), 16);
         EXPECT_NEAR(redOf(image.at(2, 2)), 255, 6);
@@ -77,7 +77,7 @@ TEST(ImageNative, ReadsInks) {
     }
 }
 
-TEST(ImageNative, AFewBytesDoNotTakeGigabytes) {
+TEST(ImageFiles, AFewBytesDoNotTakeGigabytes) {
     using namespace std::string_literals;
     EXPECT_TRUE(decode(png(1 << 14, 1 << 14, 6, 8, "\0\0\0\0\0"s)).empty());
     EXPECT_TRUE(decode(png(1 << 16, 1 << 16, 0, 1, "\0\0\0\0\0"s)).empty());
@@ -87,7 +87,7 @@ TEST(ImageNative, AFewBytesDoNotTakeGigabytes) {
     EXPECT_TRUE(decode(wide).empty());
 }
 
-TEST(ImageNative, AnImageThatEndsEarlyIsNone) {
+TEST(ImageFiles, AnImageThatEndsEarlyIsNone) {
     const std::string whole = encodePng(imageOf("r.b.k\n.w.g.\n"));
     // The last chunk is 12 bytes, and 4 before it are a checksum.
     EXPECT_TRUE(decode(whole.substr(0, whole.size() - 24)).empty());
@@ -95,7 +95,7 @@ TEST(ImageNative, AnImageThatEndsEarlyIsNone) {
     EXPECT_TRUE(decode(passes.substr(0, passes.size() - 10)).empty());
 }
 
-TEST(ImageNative, SaysNothingOfItsOwn) {
+TEST(ImageFiles, SaysNothingOfItsOwn) {
     using namespace std::string_literals;
     testing::internal::CaptureStderr();
     decode("\x89PNG\r\n\x1a\nabcdefghijklmnop");

@@ -1,0 +1,136 @@
+#include "canvas/cairo/library.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "canvas/cairo/limits.h"
+#include "canvas/cairo/path_cutting.h"
+
+void trace(cairo_t* cairo, const APath& path, const AFPoint* points) {
+    const AFPoint* point = points;
+    for (APath::EVerb verb : path.verbs()) {
+        switch (verb) {
+            case APath::EVerb::move:
+                cairo_move_to(cairo, point->x, point->y);
+                ++point;
+                break;
+            case APath::EVerb::line:
+                cairo_line_to(cairo, point->x, point->y);
+                ++point;
+                break;
+            case APath::EVerb::curve:
+                cairo_curve_to(cairo, point[0].x, point[0].y, point[1].x, point[1].y, point[2].x, point[2].y);
+                point += 3;
+                break;
+            case APath::EVerb::close:
+                cairo_close_path(cairo);
+                break;
+        }
+    }
+}
+
+ACanvas::Library::Library(const APixels& pixels) : m_pixels(pixels) {
+    start();
+}
+
+void ACanvas::Library::start() {
+    m_cairo.reset();
+    m_surface.reset(
+        cairo_image_surface_create_for_data(static_cast<unsigned char*>(m_pixels.bits),
+                                            m_pixels.hasAlpha ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_RGB24,
+                                            m_pixels.width, m_pixels.height, m_pixels.width * 4));
+    m_cairo.reset(cairo_create(m_surface.get()));
+}
+
+std::optional<AFRect> ACanvas::Library::place(const APath& path, const AAffine& toPixels) {
+    m_points.resize(path.points().size());
+    if (m_points.empty()) return std::nullopt;
+    AFRect box{kLargest, kLargest, -kLargest, -kLargest};
+    double poison = 0;  // stays 0 as long as all is finite
+    std::transform(path.points().begin(), path.points().end(), m_points.begin(), [&](const AFPoint& from) {
+        const AFPoint p = toPixels.apply(from);
+        box.left = std::min(box.left, p.x);
+        box.top = std::min(box.top, p.y);
+        box.right = std::max(box.right, p.x);
+        box.bottom = std::max(box.bottom, p.y);
+        poison += (p.x + p.y) * 0;
+        return p;
+    });
+    if (poison != 0 || !isWithin(box, kLargest)) return std::nullopt;
+    return box;
+}
+
+bool ACanvas::Library::isVisible(const AFRect& box, double margin) const {
+    const RECT seen = bounds();
+    return seen.left < seen.right && seen.top < seen.bottom && box.left - margin < seen.right &&
+           box.right + margin > seen.left && box.top - margin < seen.bottom && box.bottom + margin > seen.top;
+}
+
+void ACanvas::Library::traceArea(const APath& path, const AAffine& toPixels, const AFRect& box) {
+    if (isWithin(box, kFar)) return trace(cairo(), path, m_points.data());
+    constexpr double kRoom = 64;
+    const APath cut =
+        cutForFill(path, toPixels, {-kRoom, -kRoom, m_pixels.width + kRoom, m_pixels.height + kRoom});
+    trace(cairo(), cut, cut.points().data());
+}
+
+void ACanvas::Library::setSource(const ASource& source) {
+    cairo_set_source(cairo(), source.pattern.get());
+    m_borrows = source.borrows;
+}
+
+void ACanvas::Library::settle() {
+    if (m_borrows) cairo_set_source_rgb(cairo(), 0, 0, 0);
+    m_borrows = false;
+    if (cairo_status(cairo()) == CAIRO_STATUS_SUCCESS) return;
+    start();
+    for (const Clip& clip : m_clips) {
+        cairo_save(cairo());
+        applyClip(clip);
+    }
+}
+
+void ACanvas::Library::pushClip(const APath& path, const AAffine& toPixels, EFillRule rule) {
+    Clip clip{path, toPixels, rule, {}};
+    cairo_save(cairo());
+    applyClip(clip);
+    clip.bounds = clipExtents();
+    m_clips.push_back(std::move(clip));
+    settle();
+}
+
+void ACanvas::Library::popClip() {
+    if (m_clips.empty()) return;
+    m_clips.pop_back();
+    cairo_restore(cairo());
+}
+
+RECT ACanvas::Library::bounds() const {
+    if (!m_clips.empty()) return m_clips.back().bounds;
+    return {0, 0, std::max(m_pixels.width, 0), std::max(m_pixels.height, 0)};
+}
+
+void ACanvas::Library::applyClip(const Clip& clip) {
+    cairo_new_path(cairo());
+    cairo_set_fill_rule(cairo(), ruleOf(clip.rule));
+    // Without an outline everything is cut away.
+    if (const std::optional<AFRect> box = place(clip.path, clip.toPixels))
+        traceArea(clip.path, clip.toPixels, *box);
+    cairo_clip(cairo());
+}
+
+RECT ACanvas::Library::clipExtents() const {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    cairo_clip_extents(m_cairo.get(), &left, &top, &right, &bottom);
+    const RECT whole = bounds();
+    const auto pixel = [](double value, LONG low, LONG high) {
+        return static_cast<LONG>(std::clamp<double>(value, low, high));
+    };
+    const RECT box{
+        pixel(std::floor(left), whole.left, whole.right), pixel(std::floor(top), whole.top, whole.bottom),
+        pixel(std::ceil(right), whole.left, whole.right), pixel(std::ceil(bottom), whole.top, whole.bottom)};
+    return box.left < box.right && box.top < box.bottom ? box : RECT{};
+}
