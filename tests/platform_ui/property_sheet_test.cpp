@@ -312,6 +312,44 @@ TEST(PropertySheets, WhatLeavesAPageLeavesTheSheet) {
     EXPECT_EQ(sheet.pages[0]->m_hWnd, nullptr);
 }
 
+TEST(PropertySheets, FollowTheirProgramAsTheyFollowTheUser) {
+    for (const int button : {PSBTN_OK, PSBTN_CANCEL}) {
+        Sheet sheet;
+        sheet.addTwo();
+        driver::Driver user({[&](driver::Dialog& open) {
+            EXPECT_TRUE(sheet.SetActivePage(1));
+            EXPECT_EQ(open.describe().page, "Stroke");
+            EXPECT_THROW(sheet.AddPage(sheet.pages[0].get()), CInvalidArgException) << "too late";
+            sheet.PressButton(button);
+            EXPECT_FALSE(open.isOpen());
+        }});
+        EXPECT_EQ(sheet.DoModal(), button == PSBTN_OK ? IDOK : IDCANCEL);
+        EXPECT_EQ(sheet.seen.back(), button == PSBTN_OK ? "stroke ok" : "stroke cancel");
+    }
+}
+
+TEST(PropertySheets, NestedInADialogGiveItBack) {
+    TreeDialog dialog;
+    Sheet sheet;
+    sheet.addTwo();
+    dialog.onShowAll = [&] { EXPECT_EQ(sheet.DoModal(), IDOK); };
+    driver::Driver user({
+        [](driver::Dialog& open) {
+            open.press("Show All");
+            EXPECT_EQ(open.describe().title, "View Filter");
+            open.press("OK");
+        },
+        [&](driver::Dialog& open) {
+            EXPECT_EQ(open.describe().title, "Select by Attributes");
+            EXPECT_EQ(GetWindow(sheet, GW_OWNER), dialog.m_hWnd);
+            open.page("Stroke");
+            open.press("OK");
+        },
+    });
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_TRUE(user.finished());
+}
+
 TEST(PropertySheets, OpenAgainWithTheirPages) {
     Sheet sheet;
     sheet.addTwo();

@@ -1,4 +1,4 @@
-// Acts on windows as a user does, through posted messages; never the real mouse.
+// Acts on windows as a user does: the driver's input (platform/driver/input.h) under the names of these tests.
 //
 //     user::click(tree, item, TVHT_ONITEMBUTTON);  // the button in front of the item
 //     user::press(tree, VK_DOWN);
