@@ -121,7 +121,8 @@ int main(int argc, char** argv) {
           Row{"20 colors with gradients", 10000, 20, 5}, Row{"20 colors with gradients", 100000, 20, 5},
           Row{"20 colors with gradients", 1000000, 20, 5}, Row{"10,000 colors", 100000, 10000, 0},
           Row{"10,000 colors", 1000000, 10000, 0}}) {
-        for (const auto& [verb, run] : {std::pair{"open, ", Open}, std::pair{"apply, ", Apply}}) {
+        for (const auto& [verb, run] :
+             {std::pair<const char*, void (*)(benchmark::State&)>{"open, ", Open}, {"apply, ", Apply}}) {
             benchmark::RegisterBenchmark((std::string(verb) + row.name).c_str(), run)
                 ->Args({row.objects, row.colors, row.gradients})
                 ->MinTime(0.1)

@@ -159,12 +159,15 @@ TEST_F(Script, TellsWhatIsWrongWithALine) {
         {"render a.png 1 1", "S:1: usage: render FILE [WIDTHxHEIGHT]"},
         {"undo 2", "S:1: usage: undo"},
         {"redo 2", "S:1: usage: redo"},
-        {"print", "S:1: usage: print selection | filter | visible | objects | tools | messages | prefs"},
+        {"print",
+         "S:1: usage: print selection | filter | visible | objects | tools | messages | prefs | tree | "
+         "dialog"},
         {"print objects tools",
-         "S:1: usage: print selection | filter | visible | objects | tools | messages | prefs"},
+         "S:1: usage: print selection | filter | visible | objects | tools | messages | prefs | tree | "
+         "dialog"},
         {"print weather",
          "S:1: cannot print \"weather\": usage: print selection | filter | visible | objects | "
-         "tools | messages | prefs"},
+         "tools | messages | prefs | tree | dialog"},
         {"print 'x", "S:1: a single quote is not closed"},
         {"tool", "S:1: usage: tool CLASS [color:NAME | fill:ID | stroke:ID]"},
         {"tool ANoTool", "S:1: there is no tool \"ANoTool\""},

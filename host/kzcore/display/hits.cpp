@@ -75,8 +75,8 @@ void AHits::forEachAt(AFPoint pixel, double tolerance, Use use) {
                       draw(entries, area, 1);
                       for (int row = 0; row < m_image.height(); ++row) {
                           for (int column = 0; column < m_image.width(); ++column) {
-                              const bool near = std::hypot(column - reach, row - reach) <= tolerance;
-                              if (near && m_image.at(column, row) >> 24 != 0) return use(object);
+                              const bool isNear = std::hypot(column - reach, row - reach) <= tolerance;
+                              if (isNear && m_image.at(column, row) >> 24 != 0) return use(object);
                           }
                       }
                       return true;
