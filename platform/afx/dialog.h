@@ -29,6 +29,7 @@ public:
     // Modeless; FALSE when the template is missing or damaged, or something of it cannot be created. Raises
     // what left a handler.
     BOOL Create(UINT templateId, CWnd* parent = nullptr);
+    using CWnd::Create;
 
     // Runs the dialog until EndDialog, and returns what that was given; -1 when it cannot be created. Without
     // a parent it stands before the innermost modal window, or the active one. Raises what left a handler:
