@@ -61,6 +61,7 @@ void AfxRethrowException() {
 }
 
 void AfxWindowAccess::subclass(CWnd& window) {
+    window.PreSubclassWindow();
     window.m_pfnSuper = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(window.m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(AfxWndProc)));
 }

@@ -91,7 +91,6 @@ BOOL CWnd::DestroyWindow() {
 
 BOOL CWnd::SubclassWindow(HWND window) {
     if (!::IsWindow(window) || !Attach(window)) return FALSE;
-    PreSubclassWindow();
     AfxWindowAccess::subclass(*this);
     return TRUE;
 }
