@@ -146,7 +146,8 @@ void AViewFilterDialog::addItem(AReferItem& item, AItemPath path, const AString&
 
 void AViewFilterDialog::addCondition(ACondition* newCondition) {
     std::unique_ptr<ACondition> added(newCondition);
-    if (isClassEntry(*added)) {
+    const ACondition& appended = *added;
+    if (isClassEntry(appended)) {
         if (ACondition* held = findCondition(added->path)) {
             m_index.remove(*held);
             held->merge(*added);
@@ -155,12 +156,11 @@ void AViewFilterDialog::addCondition(ACondition* newCondition) {
     } else {
         const auto isCommon = [&](const ACondition& held) { return added->hasCommonClass(held) != 0; };
         // Where no entry at all has a class in common, none on the way through the names has: most often.
-        if (typeid(*added) == typeid(AReferCondition) && !m_index.findAbout(*added, isCommon))
+        if (typeid(appended) == typeid(AReferCondition) && !m_index.findAbout(*added, isCommon))
             takeFreePath(*added);
         else if (findCommonCondition(*added))
             return;
     }
-    const ACondition& appended = *added;
     appendCondition(added.release());
     m_index.add(appended);
 }
@@ -201,7 +201,7 @@ void AViewFilterDialog::uncheck(const AObArray& exceptions) {
             return false;  // goes on to the next
         });
         std::ranges::sort(found);
-        found.erase(std::ranges::unique(found).begin(), found.end());
+        found.erase(std::unique(found.begin(), found.end()), found.end());
         for (const int place : found) {
             m_uncheckedIds.Add(dataOf(*getCondition(place)));
             unchecked.insert(dataOf(*getCondition(place)));
