@@ -123,8 +123,8 @@ TEST_F(Attributes, WhatIsNotThereIsRefusedWithTheNearestNames) {
     };
     EXPECT_EQ(where({"Object/Rectangel"}),
               refused("there is no item \"Rectangel\"; nearest: \"Rectangle\", \"Oval\", \"Group\""));
-    EXPECT_EQ(where({"Fil/Solid"}), refused("there is no page \"Fil\"; nearest: \"Fill\", \"Layer\", "
-                                            "\"Object\", \"Effect\", \"Stroke\""));
+    EXPECT_EQ(where({"Fil/Solid"}), refused("there is no page \"Fil\"; nearest: \"Fill\", \"Effect\", "
+                                            "\"Layer\", \"Object\", \"Stroke\""));
     EXPECT_EQ(where({"Rectangle"}), refused("\"Rectangle\" is no entry of a page: it is written PAGE/PATH"));
     EXPECT_EQ(where({"Object/Oval"}, {"--within", "nobody"}), refused("there is no object \"nobody\""));
 }

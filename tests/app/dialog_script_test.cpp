@@ -67,8 +67,8 @@ TEST_F(DialogScript, PrintsTheTree) {
               "{\"text\":\"No stroke\",\"check\":3,\"image\":6,\"expanded\":false,\"children\":[]},"
               "{\"text\":\"Pen\",\"check\":1,\"image\":2,\"expanded\":false,\"children\":["
               "{\"text\":\"RGB Color\",\"check\":1,\"image\":4,\"expanded\":true,\"children\":["
-              "{\"text\":\"black\",\"check\":1,\"image\":10,\"expanded\":false,\"children\":[]},"
-              "{\"text\":\"blue\",\"check\":1,\"image\":12,\"expanded\":false,\"children\":[]}]}]}]}\n");
+              "{\"text\":\"black\",\"check\":1,\"image\":12,\"expanded\":false,\"children\":[]},"
+              "{\"text\":\"blue\",\"check\":1,\"image\":16,\"expanded\":false,\"children\":[]}]}]}]}\n");
 }
 
 TEST_F(DialogScript, PrintsTheDialog) {
@@ -107,7 +107,7 @@ TEST_F(DialogScript, AFailingLineCancelsTheDialog) {
     EXPECT_EQ(session.view().m_selection->getCount(), 0);
     EXPECT_EQ(
         failureOf("page Fil\n"),
-        "S:3: there is no page \"Fil\"; nearest: \"Fill\", \"Layer\", \"Object\", \"Effect\", \"Stroke\"");
+        "S:3: there is no page \"Fil\"; nearest: \"Fill\", \"Effect\", \"Layer\", \"Object\", \"Stroke\"");
     EXPECT_EQ(failureOf("nonsense\n"), "S:3: unknown command \"nonsense\"");
     EXPECT_EQ(failureOf("press 'Selection only'\n"), "S:3: the button \"Selection only\" is disabled");
     EXPECT_EQ(failureOf("check\n"), "S:3: usage: check PATH");
