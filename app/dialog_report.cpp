@@ -22,6 +22,15 @@ Json rectOf(const RECT& rect) {
     return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
 
+// What a user would call it.
+const char* kindOf(const driver::ControlDescription& control) {
+    if (control.checked) return "check box";
+    if (control.className == "Button") return "button";
+    if (control.className == "SysTreeView32") return "tree";
+    if (control.className == "SysTabControl32") return "tabs";
+    return "other";
+}
+
 }  // namespace
 
 Json reportTree(const driver::Dialog& dialog) {
@@ -33,6 +42,7 @@ Json reportDialog(const driver::Dialog& dialog) {
     Json controls = Json::array();
     for (const driver::ControlDescription& control : shown.controls) {
         controls.push_back({{"id", control.id},
+                            {"kind", kindOf(control)},
                             {"text", control.text},
                             {"enabled", control.enabled},
                             {"checked", control.checked ? Json(*control.checked) : Json()},
