@@ -9,7 +9,6 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <optional>
 
 namespace app::web {
 
@@ -32,7 +31,8 @@ bool waitFor(int socket, short events, Clock::time_point deadline) {
 // A connection with a deadline and a number of bytes for what it may still send.
 class LimitedStream : public httplib::Stream {
 public:
-    LimitedStream(int socket, milliseconds response) : m_socket(socket), m_response(response) {}
+    LimitedStream(WaitingConnections& waiting, std::uint64_t number, int socket, milliseconds response)
+        : m_waiting(waiting), m_number(number), m_socket(socket), m_response(response) {}
 
     void expect(milliseconds time, std::size_t bytes) {
         m_deadline = Clock::now() + time;
@@ -40,11 +40,9 @@ public:
     }
     // Bytes that may still come.
     std::size_t expected() const { return m_bytes; }
-    // Called when the last of them has come.
-    std::function<void()> complete;
     // Waits for the first byte of a request.
     bool waitForMore(milliseconds time) {
-        return m_begin < m_end || (waitFor(m_socket, POLLIN, Clock::now() + time) && fill());
+        return m_begin < m_end || (waitForBytes(Clock::now() + time) && fill());
     }
 
     bool is_readable() const override { return m_begin < m_end || waitFor(m_socket, POLLIN, Clock::now()); }
@@ -57,12 +55,11 @@ public:
     }
     ssize_t read(char* bytes, std::size_t size) override {
         if (m_bytes == 0) return -1;
-        if (m_begin == m_end && (!waitFor(m_socket, POLLIN, m_deadline) || !fill())) return -1;
+        if (m_begin == m_end && (!waitForBytes(m_deadline) || !fill())) return -1;
         const std::size_t count = std::min({size, m_end - m_begin, m_bytes});
         std::copy_n(m_buffer.begin() + static_cast<std::ptrdiff_t>(m_begin), count, bytes);
         m_begin += count;
         m_bytes -= count;
-        if (m_bytes == 0 && complete) complete();
         return static_cast<ssize_t>(count);
     }
     ssize_t write(const char* bytes, std::size_t size) override {
@@ -79,6 +76,13 @@ private:
         ip = "127.0.0.1";
         port = 0;
     }
+    bool waitForBytes(Clock::time_point deadline) {
+        if (waitFor(m_socket, POLLIN, Clock::now())) return true;
+        m_waiting.add(m_number, m_socket);
+        const bool came = waitFor(m_socket, POLLIN, deadline);
+        m_waiting.remove(m_number);
+        return came;
+    }
     bool fill() {
         const ssize_t received = ::recv(m_socket, m_buffer.data(), m_buffer.size(), 0);
         m_begin = 0;
@@ -86,6 +90,8 @@ private:
         return received > 0;
     }
 
+    WaitingConnections& m_waiting;
+    const std::uint64_t m_number;
     const int m_socket;
     const milliseconds m_response;
     Clock::time_point m_deadline;
@@ -105,7 +111,7 @@ public:
     void enqueue(std::function<void()> job) override {
         const std::lock_guard lock(m_mutex);
         m_jobs.push_back(std::move(job));
-        if (m_jobs.size() > m_free) m_waiting.dropOldest();
+        if (m_jobs.size() > m_free) m_waiting.makeRoom();
         m_changed.notify_one();
     }
     void shutdown() override {
@@ -114,8 +120,7 @@ public:
             m_ends = true;
         }
         m_changed.notify_all();
-        while (m_waiting.dropOldest()) {
-        }
+        m_waiting.closeAll();
         for (std::thread& thread : m_threads) thread.join();
     }
 
@@ -128,6 +133,7 @@ private:
             const std::function<void()> job = std::move(m_jobs.front());
             m_jobs.pop_front();
             --m_free;
+            m_waiting.setLacking(m_jobs.size() > m_free ? m_jobs.size() - m_free : 0);
             lock.unlock();
             job();
             lock.lock();
@@ -145,40 +151,38 @@ private:
     std::vector<std::thread> m_threads;
 };
 
-// A connection among those that wait, until it does not any more.
-class WaitingPlace {
-public:
-    WaitingPlace(WaitingConnections& all, int socket) : m_all(all), m_place(all.add(socket)) {}
-    ~WaitingPlace() { leave(); }
-    WaitingPlace(const WaitingPlace&) = delete;
-    WaitingPlace& operator=(const WaitingPlace&) = delete;
-
-    void leave() {
-        if (m_place) m_all.remove(*m_place);
-        m_place.reset();
-    }
-
-private:
-    WaitingConnections& m_all;
-    std::optional<WaitingConnections::Place> m_place;
-};
-
 }  // namespace
 
-WaitingConnections::Place WaitingConnections::add(int socket) {
+void WaitingConnections::add(std::uint64_t number, int socket) {
     const std::lock_guard lock(m_mutex);
-    return m_sockets.insert(m_sockets.end(), socket);
+    m_sockets[number] = socket;
+    if (m_lacking > 0 && dropOldest()) --m_lacking;
 }
 
-void WaitingConnections::remove(Place place) {
+void WaitingConnections::remove(std::uint64_t number) {
     const std::lock_guard lock(m_mutex);
-    m_sockets.erase(place);
+    m_sockets.erase(number);
 }
 
-// Whoever reads from it finds its end; the thread that owns it closes it.
+void WaitingConnections::makeRoom() {
+    const std::lock_guard lock(m_mutex);
+    if (!dropOldest()) ++m_lacking;
+}
+
+void WaitingConnections::setLacking(std::size_t count) {
+    const std::lock_guard lock(m_mutex);
+    m_lacking = std::min(m_lacking, count);
+}
+
+void WaitingConnections::closeAll() {
+    const std::lock_guard lock(m_mutex);
+    while (dropOldest()) {
+    }
+}
+
+// Its thread finds the end of what the other side sends, and closes the connection.
 bool WaitingConnections::dropOldest() {
-    const std::lock_guard lock(m_mutex);
-    for (int& socket : m_sockets) {
+    for (auto& [number, socket] : m_sockets) {
         if (socket < 0) continue;
         ::shutdown(socket, SHUT_RDWR);
         socket = -1;
@@ -193,6 +197,12 @@ BoundedServer::BoundedServer(const Limits& limits) : m_limits(limits) {
     set_tcp_nodelay(true);
 }
 
+// Who finds the queue full tries again only after a second.
+void BoundedServer::widenQueue() {
+    constexpr int kQueue = 1024;
+    ::listen(svr_sock_, kQueue);
+}
+
 // The bytes of the body that a head announces; more than any may have when it announces nonsense.
 std::size_t BoundedServer::bodySize(const httplib::Request& request) const {
     if (!request.has_header("Content-Length")) return 0;
@@ -205,18 +215,14 @@ std::size_t BoundedServer::bodySize(const httplib::Request& request) const {
 
 bool BoundedServer::process_and_close_socket(socket_t socket) {
     constexpr int kMostRequests = 1000;
-    LimitedStream stream(socket, m_limits.response);
+    LimitedStream stream(m_waiting, ++m_connections, socket, m_limits.response);
     for (int requests = 0; requests < kMostRequests; ++requests) {
-        WaitingPlace waiting(m_waiting, socket);
         if (svr_sock_ == INVALID_SOCKET || !stream.waitForMore(m_limits.idle)) break;
-        stream.complete = nullptr;
         stream.expect(m_limits.head, m_limits.headBytes);
         bool closed = false;
         const bool answered =
             process_request(stream, requests + 1 == kMostRequests, closed, [&](httplib::Request& request) {
                 stream.expect(m_limits.body, std::min(bodySize(request), m_limits.bodyBytes));
-                if (stream.expected() == 0) waiting.leave();
-                stream.complete = [&waiting] { waiting.leave(); };
             });
         // What is left of a body that was refused would be read as the next request.
         if (!answered || closed || stream.expected() > 0) break;

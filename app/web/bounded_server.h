@@ -1,31 +1,36 @@
 // BoundedServer: a server that nobody can keep from answering the next request.
 //
-// A connection has a thread of its own, of which there are so many. When all are taken, the connection that has been
-// silent or slow for the longest time gives way; those whose request is being answered do not. A request has to
-// arrive in time and within a size.
+// A connection has a thread of its own, of which there are so many. When all are taken, the oldest connection whose
+// thread waits for the other side to send something gives way. A request has to arrive in time and within a size.
 #pragma once
 
 #include <httplib.h>
 
+#include <atomic>
 #include <chrono>
-#include <list>
+#include <map>
 #include <mutex>
 
 namespace app::web {
 
-// Connections whose request has not arrived yet, the oldest first.
+// Connections whose threads wait for the other side to send something.
 class WaitingConnections {
 public:
-    using Place = std::list<int>::iterator;
-
-    Place add(int socket);
-    void remove(Place place);
-    // Closes the oldest one. False when there is none.
-    bool dropOldest();
+    // Connections are numbered in the order in which they came.
+    void add(std::uint64_t number, int socket);
+    void remove(std::uint64_t number);
+    // Closes the oldest one, or else the one that waits next.
+    void makeRoom();
+    // So many connections lack a thread.
+    void setLacking(std::size_t count);
+    void closeAll();
 
 private:
+    bool dropOldest();
+
     std::mutex m_mutex;
-    std::list<int> m_sockets;  // -1: dropped
+    std::map<std::uint64_t, int> m_sockets;  // those that were closed here are -1
+    std::size_t m_lacking = 0;               // that nobody gave way to yet
 };
 
 class BoundedServer : public httplib::Server {
@@ -41,9 +46,12 @@ public:
     };
 
     explicit BoundedServer(const Limits& limits);
+    bool isRunning() const { return is_running(); }
     const Limits& limits() const { return m_limits; }
 
 protected:
+    // After the port is taken: so many connections may come at once.
+    void widenQueue();
     // What the head of a request announces; more than bodyBytes for nonsense.
     std::size_t bodySize(const httplib::Request& request) const;
 
@@ -52,6 +60,7 @@ private:
 
     const Limits m_limits;
     WaitingConnections m_waiting;
+    std::atomic<std::uint64_t> m_connections = 0;
 };
 
 }  // namespace app::web

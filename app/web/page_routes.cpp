@@ -44,8 +44,14 @@ bool isDone(const Answer& answer, Response& response) {
 
 // The lines of a body. Raises Failure.
 std::vector<std::string> readLines(const std::string& body) {
-    const Json json = Json::parse(body, nullptr, false);
-    if (json.is_discarded()) throw Failure{"the body is not JSON"};
+    constexpr int kDepth = 2;  // an object with an array: what lies deeper is not kept
+    bool isDeep = false;
+    const auto keep = [&isDeep](int depth, Json::parse_event_t, const Json&) {
+        isDeep = isDeep || depth > kDepth;
+        return depth <= kDepth;
+    };
+    const Json json = Json::parse(body, keep, false);
+    if (isDeep || json.is_discarded()) throw Failure{"the body is not JSON"};
     if (!json.is_object() || !json.contains("lines") || !json["lines"].is_array())
         throw Failure{"the body has no \"lines\""};
     if (json["lines"].size() > kMostLines) throw Failure{"there are too many lines"};

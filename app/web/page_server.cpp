@@ -45,6 +45,7 @@ PageServer::PageServer(const Options& options)
                                         : "the port " + std::to_string(options.port) + " cannot be taken"};
     }
     if (options.port != 0) m_port = options.port;
+    widenQueue();
     m_cookie = "kzdraw_" + std::to_string(m_port);
     set_default_headers(kHeaders);
     set_pre_routing_handler([this](const auto& request, auto& response) { return guard(request, response); });

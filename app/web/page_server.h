@@ -40,6 +40,7 @@ public:
     std::string address() const;
     Sessions& sessions() { return m_sessions; }
 
+    using BoundedServer::isRunning;
     // Answers requests until stop() is called.
     void run();
     void stop();

@@ -12,6 +12,8 @@ namespace {
 constexpr int kMostListeners = 3;
 // A stream that is idle says something that often, so that a page that is gone is noticed.
 constexpr std::chrono::milliseconds kIdle{250};
+// For a new page to listen.
+constexpr std::chrono::seconds kFirst{15};
 // What takes longer is told.
 constexpr std::chrono::milliseconds kUnnoticed{200};
 
@@ -51,13 +53,14 @@ void PageSession::close() {
 
 bool PageSession::isDeserted(Clock::duration grace) {
     const std::lock_guard lock(m_mutex);
-    return m_listeners == 0 && Clock::now() - m_desertedSince >= grace;
+    return m_listeners == 0 && Clock::now() - m_desertedSince >= (m_wasListenedTo ? grace : kFirst);
 }
 
 std::unique_ptr<PageSession::Listener> PageSession::Listener::make(std::shared_ptr<PageSession> session) {
     const std::lock_guard lock(session->m_mutex);
     if (session->m_listeners >= kMostListeners) return nullptr;
     ++session->m_listeners;
+    session->m_wasListenedTo = true;
     return std::unique_ptr<Listener>(new Listener(session));
 }
 

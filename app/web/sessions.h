@@ -50,7 +50,7 @@ public:
 
     // The listeners are woken, and find that it is over; a line that runs is given up.
     void close();
-    // Since when nobody has listened; nothing while somebody does.
+    // Nobody has listened for so long; a page that has only been loaded gets longer.
     bool isDeserted(Clock::duration grace);
 
 private:
@@ -62,6 +62,7 @@ private:
     std::string m_running;  // the line
     Clock::time_point m_runningSince;
     int m_listeners = 0;
+    bool m_wasListenedTo = false;
     Clock::time_point m_desertedSince = Clock::now();
     bool m_closed = false;
 };

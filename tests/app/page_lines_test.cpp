@@ -139,9 +139,8 @@ TEST_F(PageLines, TellEachColorWithWhatAToolTakesForIt) {
     EXPECT_EQ(colors["colors"][0], green) << "the field, and the blade that is used";
     EXPECT_EQ(colors["colors"][1]["name"], "red");
     EXPECT_EQ(colors["colors"][1]["visible"], false);
-    const Json dawn{
-        {"name", "dawn"},      {"class", "Gradient"}, {"stops", Json::array()},
-        {"item", "fill:door"}, {"objects", 1},        {"visible", true}};
+    const Json dawn{{"name", "dawn"},      {"class", "Gradient"}, {"stops", Json::array()},
+                    {"item", "fill:door"}, {"objects", 1},        {"visible", true}};
     EXPECT_EQ(colors["brushes"], Json{dawn});
     for (const Json& color : colors["colors"])
         EXPECT_EQ(state({"tool AHideThisTool '" + color["item"].get<std::string>() + "'"})["filter"], true);

@@ -8,7 +8,7 @@ const MOST = 2000;  // swatches in the page; who has more colours chooses in the
 function paint(color: Color): string {
   if (color.value) return color.value;
   if (color.stops?.length) return `linear-gradient(90deg, ${color.stops.map(([value, at]) => `${value} ${at * 100}%`).join(", ")})`;
-  return "repeating-linear-gradient(45deg, #888 0 3px, #eee 3px 6px)";
+  return "linear-gradient(90deg, #222, #fff)";  // as the lists of the dialogs show what has no one colour
 }
 
 export class Strip {
