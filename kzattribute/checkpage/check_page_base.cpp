@@ -6,7 +6,7 @@
 
 #include "checkpage/class_order.h"
 #include "conditions/fill_condition.h"
-#include "conditions/paint_items.h"
+#include "kzcore/document/object_paint.h"
 
 namespace {
 

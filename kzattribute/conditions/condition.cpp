@@ -28,8 +28,8 @@ ACondition::ACondition(const ACondition& source)
       path(source.path),
       m_classNames(source.m_classNames) {}
 
-void ACondition::consumeSerial() {
-    ++lastSerial;
+void ACondition::consumeSerials(std::uint64_t count) {
+    lastSerial += count;
 }
 
 ACondition* ACondition::clone() const {

@@ -65,8 +65,8 @@ public:
 
     // From 1 on. The check tree keeps its low 32 bits as the item's data.
     std::uint64_t getSerial() const { return m_serial; }
-    // Takes a serial and drops it: what making a condition and deleting it would leave behind.
-    static void consumeSerial();
+    // Takes serials and drops them: what making conditions and deleting them would leave behind.
+    static void consumeSerials(std::uint64_t count = 1);
     // The host classes that the condition accepts, each once, in the order in which they came. None is how
     // "No fill" and "No stroke" are told.
     const AStringArray& getClassNames() const { return m_classNames; }

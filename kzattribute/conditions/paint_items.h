@@ -13,11 +13,6 @@ inline const WCHAR* classNameOf(const ARoot* item) {
     return item ? static_cast<const WCHAR*>(item->getClassName()) : nullptr;
 }
 
-// As colorOf.
-inline const AColorItem* colorOfSolid(const ABrushItem* brush) {
-    return colorOf(brush);
-}
-
 // Two items of one name that compare equal. The names come last: they are rarely needed and have to be made.
 inline bool isSameNamedColor(const AColorItem* a, const AColorItem* b) {
     return a && b && a->isSameColor(b) && (a == b || a->getName() == b->getName());

@@ -6,8 +6,8 @@
 #include "conditions/container_conditions.h"
 #include "conditions/fill_condition.h"
 #include "conditions/object_condition.h"
-#include "conditions/paint_items.h"
 #include "conditions/stroke_condition.h"
+#include "kzcore/document/object_paint.h"
 #include "select/container_answers.h"
 
 namespace {
@@ -118,7 +118,7 @@ public:
             m_noFill = m_noFill || one->getClassNames().IsEmpty();
             if (!isOnOneFill(*one))
                 m_others.push_back(one);
-            else if (const AColorItem* color = conditions::colorOfSolid(one->brushItem))
+            else if (const AColorItem* color = colorOf(one->brushItem))
                 m_byName[kzutil::WideString(color->getName().view())].push_back(one);
             else
                 m_byItem[one->brushItem].push_back(one);
@@ -144,7 +144,7 @@ private:
         if (anyMatches(m_others, item)) return true;
         if (const auto found = m_byItem.find(item); found != m_byItem.end())
             return anyMatches(found->second, item);
-        const AColorItem* color = conditions::colorOfSolid(item);
+        const AColorItem* color = colorOf(item);
         if (!color) return false;
         const auto found = m_byName.find(kzutil::WideString(color->getName().view()));
         return found != m_byName.end() && anyMatches(found->second, item);

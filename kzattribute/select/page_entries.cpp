@@ -4,7 +4,7 @@
 
 #include "conditions/fill_condition.h"
 #include "conditions/object_condition.h"
-#include "conditions/paint_items.h"
+#include "kzcore/document/object_paint.h"
 
 // The page's list only grows at its end while it is filled; whatever else happens to it starts anew.
 void PageEntries::catchUp() {
@@ -44,7 +44,7 @@ void PageEntries::file(int place) {
 
 // Two fills match when they are one, or when both are solid and their colours share a name.
 PageEntries::Places& PageEntries::fillEntries(ClassEntries& of, const ABrushItem& brush) {
-    const AColorItem* color = conditions::colorOfSolid(&brush);
+    const AColorItem* color = colorOf(&brush);
     return color ? of.colorFills[kzutil::WideString(color->getName().view())] : of.otherFills[&brush];
 }
 

@@ -1,9 +1,10 @@
 #include "select/page_filler.h"
 
+#include "conditions/brush_names.h"
 #include "conditions/fill_condition.h"
-#include "conditions/paint_items.h"
 #include "conditions/stroke_condition.h"
 #include "kzcore/document/application.h"
+#include "kzcore/document/object_paint.h"
 
 namespace {
 
@@ -72,7 +73,7 @@ void PageFiller::offerStroke(const AObject& object, bool selected) {
 // does not change: entries before it lack a common class for good.
 bool PageFiller::markColor(const Color* color, const Page& page, bool selected) {
     if (!color || color->page != page.page) return false;
-    ACondition::consumeSerial();
+    ACondition::consumeSerials();
     color->entry->inDocument = 1;
     if (selected) color->entry->inSelection = 1;
     return true;
@@ -101,16 +102,12 @@ void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected) {
     if (markColor(m_fills.find(&brush), page, selected)) return;
     auto entry = std::make_unique<AFillCondition>(AString(), nullptr);
     AItemPath path = withoutCategory(structureOf(brush.getClassName()));
-    const AColorItem* color = conditions::colorOfSolid(&brush);
+    const AColorItem* color = colorOf(&brush);
     if (color) {
         path.appendSegment(structureOf(color->getClassName()));
         path.appendSegment(color->getName());
-    } else if (!brush.getName().IsEmpty()) {
-        path.appendSegment(brush.getName());
     } else {
-        AString name(_T("brush"));
-        name.AppendNumber(static_cast<long long>(entry->getSerial()));
-        path.appendSegment(name);
+        path.appendSegment(conditions::nameForEntry(brush, *entry));
     }
     entry->reset(path, &brush);
     ACondition* filed = add(page, entry.release(), selected);

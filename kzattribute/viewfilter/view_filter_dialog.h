@@ -67,7 +67,7 @@ private:
     void addDocumentColors();
     int addReferItem(ARoot* item, KnownItems& known);
     bool markClass(const AString& className, KnownItems& known);
-    void addItem(AReferItem& item, AItemPath path, const AString& name);
+    void addItem(AReferItem& item, AItemPath path);
 
     void loadFilter(const AViewAttrFilter* filter);
     void checkAllItems();

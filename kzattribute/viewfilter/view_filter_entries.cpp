@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "conditions/brush_names.h"
 #include "conditions/refer_condition.h"
 #include "kzcore/document/application.h"
 #include "kzcore/document/object.h"
@@ -98,18 +99,18 @@ void AViewFilterDialog::addDocumentColors() {
 // entry from every object that it paints.
 int AViewFilterDialog::addReferItem(ARoot* offered, KnownItems& known) {
     if (known.items.contains(offered)) {
-        const AReferCondition passedOver(AString(), static_cast<const WCHAR*>(nullptr));
+        ACondition::consumeSerials();
         return 1;
     }
     auto* item = dynamic_cast<AReferItem*>(offered);
     if (!item || !markClass(item->getClassName(), known)) return 0;
     AItemPath path(displayStructure(item->getClassName()));
     if (dynamic_cast<AColorItem*>(item)) {
-        addItem(*item, path, item->getName());
+        addItem(*item, path);
         known.items.insert(item);
     } else if (dynamic_cast<ABrushItem*>(item)) {
         path.removeFirstSegment();
-        addItem(*item, path, item->getName());
+        addItem(*item, path);
         if (!item->getName().IsEmpty()) known.items.insert(item);
     }
     return 1;
@@ -129,15 +130,10 @@ bool AViewFilterDialog::markClass(const AString& className, KnownItems& known) {
     return place->second;
 }
 
-void AViewFilterDialog::addItem(AReferItem& item, AItemPath path, const AString& name) {
+void AViewFilterDialog::addItem(AReferItem& item, AItemPath path) {
     auto condition = emptyCondition();
     const bool isBrush = dynamic_cast<ABrushItem*>(&item) != nullptr;
-    AString segment = name;
-    if (isBrush && segment.IsEmpty()) {
-        segment = _T("brush");
-        segment.AppendNumber(static_cast<int>(condition->getSerial()));
-    }
-    path.appendSegment(segment);
+    path.appendSegment(isBrush ? conditions::nameForEntry(item, *condition) : item.getName());
     condition->reset(path, &item);
     condition->inDocument = 1;
     if (isBrush) condition->treeFlags |= kTreeItemExpanded;

@@ -156,6 +156,21 @@ TEST_F(FillTree, WithAllTypesEveryConditionIsCheckedWhateverTheTreeShows) {
     EXPECT_EQ(unchecked(), Names{});
 }
 
+// The tree keeps 32 bits of a serial, the condition all of them: only the one whose whole serial the data is.
+TEST_F(FillTree, ASerialBeyond32BitsIsNotTakenForTheDataOfAnItem) {
+    const std::uint64_t next = page.add("near").getSerial() + 1;
+    const test::LaterSerials later(test::kBeyond32Bits - (next - first));
+    EXPECT_EQ(page.add("far").getSerial(), first + test::kBeyond32Bits);
+    page.fillTree(0);
+    EXPECT_EQ(tree.getItemData(at("far")), first);
+    check("far");
+    EXPECT_EQ(checked(), Names{"Group/used"});
+    check("near");
+    EXPECT_EQ(unchecked(), (Names{"Group/used", "Group/selected"}));
+    page.allTypes = 1;
+    EXPECT_EQ(checked().back(), "far");
+}
+
 TEST_F(FillTree, CollectedConditionsAreAppended) {
     page.fillTree(0);
     check("Group/used");

@@ -28,6 +28,19 @@ std::unique_ptr<Kind> ofClasses(const Names& names) {
     return condition;
 }
 
+// Lets the next condition have a serial that is so much higher; at the end it is as if that had never been.
+class LaterSerials {
+public:
+    explicit LaterSerials(std::uint64_t count) : m_count(count) { ACondition::consumeSerials(count); }
+    ~LaterSerials() { ACondition::consumeSerials(0 - m_count); }
+    LaterSerials(const LaterSerials&) = delete;
+    LaterSerials& operator=(const LaterSerials&) = delete;
+
+private:
+    std::uint64_t m_count;
+};
+constexpr std::uint64_t kBeyond32Bits = std::uint64_t{1} << 32;
+
 inline std::unique_ptr<ACondition> cloneOf(const ACondition& condition) {
     return std::unique_ptr<ACondition>(condition.clone());
 }

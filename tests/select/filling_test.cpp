@@ -293,6 +293,19 @@ TEST(Filling, AFillWithoutANameIsNumberedByItsEntry) {
     EXPECT_EQ(last->path.toUtf8(), "Gradient/brush" + std::to_string(last->getSerial()));
 }
 
+TEST(Filling, AFillWithoutANameIsNumberedByTheLow32BitsOfItsSerial) {
+    Scene scene;
+    const auto gradient = test::makeGradient(_T(""));
+    ABrush brush(gradient.get());
+    scene.add(scene.layer(), _T("AOval"))->setBrush(&brush);
+    const test::LaterSerials later(test::kBeyond32Bits);
+    Filled run(scene);
+    const ACondition* last =
+        run.page(_T("Fill")).getCondition(run.page(_T("Fill")).getConditions().GetSize() - 1);
+    EXPECT_EQ(last->path.toUtf8(),
+              "Gradient/brush" + std::to_string(last->getSerial() - test::kBeyond32Bits));
+}
+
 TEST(Filling, BitmapsMarkTheKindOfTheirColorModel) {
     Scene scene;
     auto* bitmap = dynamic_cast<ABitmap*>(scene.add(scene.layer(), _T("ABitmap")));

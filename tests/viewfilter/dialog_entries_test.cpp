@@ -82,6 +82,18 @@ TEST_F(DialogEntries, OfTwoBrushesWithoutNamesAreCalledAfterTheirSerials) {
     }
 }
 
+TEST_F(DialogEntries, OfBrushesWithoutNamesAreNumberedByTheLow32BitsOfTheirSerials) {
+    const auto unnamed = test::makeGradient(_T(""));
+    ABrush brush(unnamed.get());
+    add(&brush);
+    const test::LaterSerials later(test::kBeyond32Bits);
+    const OpenedDialog dialog(&tool, nullptr, nullptr);
+    const ACondition& condition = test::conditionAt(dialog.getConditions(), 6);
+    EXPECT_EQ(condition.path.toUtf8(),
+              "Gradient/brush" + std::to_string(condition.getSerial() - test::kBeyond32Bits));
+    EXPECT_EQ(dialog.checked()[0], condition.getSerial() - test::kBeyond32Bits) << "as the tree keeps it";
+}
+
 TEST_F(DialogEntries, OfOnePathAndDifferentColorsGetNumbers) {
     std::vector<test::Held<AColorItem>> colors;
     std::vector<std::unique_ptr<ABrush>> brushes;

@@ -2,14 +2,13 @@
 
 #include "formats/svg/values/path_data.h"
 #include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/units.h"
 
 namespace svg {
 
 namespace {
 
 constexpr double kCharacterWidth = 0.55;
-constexpr double kAscent = 0.8;
-constexpr double kDescent = 0.2;
 
 // Characters as they are drawn: white space at the ends is dropped, further white space counts once.
 std::size_t countCharacters(std::string_view text) {

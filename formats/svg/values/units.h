@@ -26,6 +26,9 @@ bool takeNumber(std::string_view& text, double& value);
 enum class Axis { horizontal, vertical, both };
 
 constexpr double kUsualFontSize = 16;
+// How far a line of text reaches above and below its baseline, of the font size: fonts differ, and none is asked.
+constexpr double kAscent = 0.8;
+constexpr double kDescent = 0.2;
 
 struct LengthContext {
     double fontSize = kUsualFontSize;

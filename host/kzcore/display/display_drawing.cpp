@@ -5,6 +5,7 @@
 
 #include "kzcore/display/picture_pass.h"
 #include "kzcore/document/object.h"
+#include "kzutil/rect_math.h"
 
 namespace {
 
@@ -26,10 +27,6 @@ AFRect placed(const ABox& box, const AAffine& t) {
         result.bottom = std::max(result.bottom, p.y);
     }
     return result;
-}
-
-bool isEmpty(const RECT& area) {
-    return area.left >= area.right || area.top >= area.bottom;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "kzcore/display/display_drawing.h"
+#include "kzutil/rect_math.h"
 
 namespace {
 
@@ -17,10 +18,6 @@ int tileOf(LONG pixel, int side) {
 RECT tilesOf(const RECT& area, int side) {
     return {tileOf(area.left, side), tileOf(area.top, side), tileOf(area.right - 1, side),
             tileOf(area.bottom - 1, side)};
-}
-
-bool isEmpty(const RECT& area) {
-    return area.left >= area.right || area.top >= area.bottom;
 }
 
 void copyPart(const AImage& tile, LONG left, LONG top, AImage& image) {

@@ -12,14 +12,13 @@
 #include "formats/svg/draw/text/text_characters.h"
 #include "formats/svg/draw/text/text_path.h"
 #include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/units.h"
 
 namespace svg {
 
 namespace {
 
-// Of the font size, as import estimates boxes: fonts differ, and none is asked.
-constexpr double kAscent = 0.8;
-constexpr double kDescent = 0.2;
+// Of the font size.
 constexpr double kDecorationWidth = 0.06;
 // Below this a text length is only another program's measuring of the same glyphs.
 constexpr double kSlightStretch = 0.02;
