@@ -33,6 +33,13 @@ const char* kindOf(const driver::ControlDescription& control) {
 
 }  // namespace
 
+Json reportKinds(const driver::Dialog& dialog) {
+    Json kinds = Json::array();
+    for (const driver::ControlDescription& control : dialog.describe().controls)
+        kinds.push_back(kindOf(control));
+    return {{"kinds", std::move(kinds)}};
+}
+
 Json reportTree(const driver::Dialog& dialog) {
     return {{"tree", itemsOf(dialog.tree())}};
 }
@@ -42,7 +49,6 @@ Json reportDialog(const driver::Dialog& dialog) {
     Json controls = Json::array();
     for (const driver::ControlDescription& control : shown.controls) {
         controls.push_back({{"id", control.id},
-                            {"kind", kindOf(control)},
                             {"text", control.text},
                             {"enabled", control.enabled},
                             {"checked", control.checked ? Json(*control.checked) : Json()},

@@ -108,6 +108,8 @@ constexpr std::array kPrinters = {
     Printer{"prefs", 0, 0, "", "what dialogs remember", [](const Request&) { printJson(reportPrefs()); }},
     Printer{"dialog", 0, 0, "", "the open dialog: its pages and controls",
             [](const Request& r) { printJson(reportDialog(r.dialog())); }},
+    Printer{"kinds", 0, 0, "", "what its controls are",
+            [](const Request& r) { printJson(reportKinds(r.dialog())); }},
     Printer{"tree", 0, 0, "", "its tree, an entry within the other",
             [](const Request& r) { printJson(reportTree(r.dialog())); }},
     Printer{"rows", 0, 1, " [REVISION]", "its tree as rows, or what changed of them since a revision",

@@ -1,5 +1,6 @@
 #include "app/web/sessions.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <random>
 
@@ -12,6 +13,8 @@ namespace {
 constexpr int kMostListeners = 3;
 // A stream that is idle says something that often, so that a page that is gone is noticed.
 constexpr std::chrono::milliseconds kIdle{250};
+// For a closed tab to be noticed.
+constexpr std::chrono::milliseconds kClosing{1000};
 // For a new page to listen.
 constexpr std::chrono::seconds kFirst{15};
 // What takes longer is told.
@@ -112,11 +115,30 @@ void Sessions::closeAll() {
     for (const auto& [name, session] : m_sessions) session->close();
 }
 
-std::string Sessions::start() {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_sessions.size() >= m_options.most) return {};
+// Waits, not for long, for a tab that has just been closed: its session gives way before its time.
+bool Sessions::makeRoom() {
+    const Clock::time_point deadline = Clock::now() + kClosing;
+    std::unique_lock lock(m_mutex);
+    while (m_sessions.size() >= m_options.most) {
+        const auto deserted = std::ranges::find_if(
+            m_sessions, [](const auto& entry) { return entry.second->isDeserted(Clock::duration::zero()); });
+        if (deserted != m_sessions.end()) {
+            const std::shared_ptr<PageSession> session = deserted->second;
+            m_sessions.erase(deserted);
+            lock.unlock();
+            session->close();
+            lock.lock();
+        } else if (m_changed.wait_until(lock, std::min(deadline, Clock::now() + kIdle)) ==
+                       std::cv_status::timeout &&
+                   Clock::now() >= deadline) {
+            return false;
+        }
     }
+    return true;
+}
+
+std::string Sessions::start() {
+    if (!makeRoom()) return {};
     auto session = std::make_shared<PageSession>(m_options.program, m_options.files);
     const std::string name = randomName(16);
     {

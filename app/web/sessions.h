@@ -89,6 +89,7 @@ public:
     void closeAll();
 
 private:
+    bool makeRoom();
     void endDeserted();
 
     const Options m_options;

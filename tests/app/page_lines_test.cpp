@@ -213,6 +213,14 @@ TEST_F(PageLines, ShowThePicturesOfATree) {
     EXPECT_TRUE(images["png"].get<std::string>().starts_with(app::inBase64("\x89PNG\r\n")));
 }
 
+TEST_F(PageLines, TellWhatTheControlsOfADialogAre) {
+    const std::vector<Json> told =
+        run({"tool AViewFilterTool", "print dialog", "print kinds", "press Cancel"});
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[1]["kinds"], (Json{"tree", "button", "button", "button", "button"}));
+    EXPECT_EQ(told[0]["dialog"]["controls"].size(), told[1]["kinds"].size());
+}
+
 TEST_F(PageLines, GoOnAfterALineThatFailsAndKeepTheDialogOpen) {
     const std::vector<Json> told = run(
         {"tool AViewFilterTool", "press Nonsense", "frobnicate", "print dialog", "press OK", "print state"});

@@ -33,13 +33,14 @@ class App {
   private readonly dialog: ToolDialog;
   private readonly strip: Strip;
   private seen: Partial<State> = {};
+  private seenChanges = 0;
   private tools: Tool[] = [];
 
   constructor(private readonly session: Session) {
     this.view = new DrawingView(session, fail);
     this.strip = new Strip(color => this.tools.filter(tool => tool.flags & TAKES_ITEM && color).map(tool =>
       ({ name: tool.name, run: () => this.run(tool) })));
-    this.dialog = new ToolDialog(session, speak, fail, () => {});
+    this.dialog = new ToolDialog(session, speak, fail, () => { this.showMessages().catch(fail); });
     session.onState = state => this.follow(state).catch(fail);
     session.onProgress = progress => this.showProgress(progress);
     session.onEnded = reason => this.showEnd(reason);
@@ -56,11 +57,13 @@ class App {
     await this.dialog.follow(state.dialog);
     if (state.file === null || state.dialog !== null) return;
     const isOther = (...names: (keyof State)[]) => names.some(name => before[name] !== state[name]);
+    const mayBeOther = this.session.changes !== this.seenChanges;
+    this.seenChanges = this.session.changes;
     const lines: string[] = [];
     if (isOther("drawing")) lines.push("print layers");
-    if (isOther("drawing", "shown", "filter")) lines.push("print colors");
+    if (mayBeOther || isOther("drawing", "shown", "filter")) lines.push("print colors");
     if (isOther("drawing", "selection", "selected")) lines.push("print extents");
-    if (isOther("drawing", "selection", "selected", "shown", "dialog")) lines.push("print tools");
+    if (mayBeOther || isOther("drawing", "selection", "selected")) lines.push("print tools");
     if (lines.length === 0) return;
     for (const answer of await this.session.ask(...lines)) {
       if (answer.layers) this.showLayers(answer.layers);
@@ -114,7 +117,7 @@ class App {
     }
   }
 
-  async showMessages(): Promise<void> {
+  private async showMessages(): Promise<void> {
     const [{ messages }] = await this.session.ask("print messages") as [{ messages: string[] }];
     for (const text of messages) notify(text);
   }

@@ -5,7 +5,7 @@ import { byId, make } from "./dom";
 import { line } from "./script";
 import type { Session } from "./session";
 import { checkState, CheckTree } from "./tree";
-import type { Control, Dialog, Images, Row, Rows } from "./types";
+import type { Control, Dialog, Images, Kind, Row, Rows } from "./types";
 
 const OK = 1, CANCEL = 2;  // every dialog's
 
@@ -32,11 +32,14 @@ export class ToolDialog {
   async follow(title: string | null): Promise<void> {
     if (title === null) return this.close();
     if (this.shown?.title === title && this.element.open) return;
-    const [{ dialog }, { rows }, { images }] = await this.session.ask("print dialog", "print rows", "print images") as
-      [{ dialog: Dialog }, { rows: Rows }, { images: Images }];
+    const [{ dialog }, { kinds }, { rows }, { images }] =
+      await this.session.ask("print dialog", "print kinds", "print rows", "print images") as
+        [{ dialog: Dialog }, { kinds: Kind[] }, { rows: Rows }, { images: Images }];
+    dialog.controls.forEach((control, i) => { control.kind = kinds[i]; });
     this.open(dialog);
     this.show(dialog, rows, images);
-    this.element.querySelector<HTMLElement>('[role="tree"], [role="tab"][aria-selected="true"], button')?.focus();
+    const first = ['[role="tree"]', '[role="tab"][aria-selected="true"]', "button"].map(one => this.element.querySelector<HTMLElement>(one));
+    first.find(one => one !== null)?.focus();
   }
 
   private open(dialog: Dialog): void {
@@ -135,7 +138,9 @@ export class ToolDialog {
       if (first.error) throw new Error(first.error);
       if (first.state.dialog === null) return 0;  // follow() closes it
       const since = this.tree?.since;
-      const [{ dialog }, { rows }] = await this.session.ask("print dialog", since ? `print rows ${since}` : "print rows");
+      const [{ dialog }, { kinds }, { rows }] = await this.session.ask("print dialog", "print kinds", since ? `print rows ${since}` : "print rows") as
+        [{ dialog: Dialog }, { kinds: Kind[] }, { rows: Rows }];
+      dialog.controls.forEach((control, i) => { control.kind = kinds[i]; });
       if (!rows.all) return this.show(dialog, rows);
       const [{ images }] = await this.session.ask("print images");
       return this.show(dialog, rows, images);

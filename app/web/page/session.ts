@@ -23,6 +23,8 @@ async function request(path: string, options: RequestInit): Promise<any> {
 
 export class Session {
   readonly recording = new Recording();
+  // Grows with every line that may have changed what is shown.
+  changes = 0;
   // What the last line left.
   state: State | null = null;
   onState: (state: State) => void = () => {};
@@ -85,6 +87,7 @@ export class Session {
         method: "POST", headers: { "Content-Type": "application/json" }, body: JSON.stringify({ lines }),
       }) as { answers: Answer[] };
       answers.forEach((answer, i) => { if (!answer.error) this.recording.add(lines[i]); });
+      if (lines.some(line => !/^(print|select)\b/.test(line))) this.changes++;
       const state = answers[answers.length - 1]?.state;
       if (state) {
         this.state = state;

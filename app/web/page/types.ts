@@ -44,9 +44,11 @@ export interface Rows {
 
 export interface Images { width: number; height: number; columns: number; count: number; png: string | null; }
 
+export type Kind = "button" | "check box" | "tree" | "tabs" | "other";
+
 export interface Control {
   id: number;
-  kind: "button" | "check box" | "tree" | "tabs" | "other";
+  kind: Kind;  // "print kinds" tells them
   text: string;
   enabled: boolean;
   checked: boolean | null;

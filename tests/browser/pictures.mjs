@@ -1,0 +1,39 @@
+// Draws the pictures of the documents: tests/browser/run pictures.mjs
+import fs from "node:fs";
+import path from "node:path";
+import { test } from "node:test";
+import { root, Server, stopBrowser } from "./support.mjs";
+
+const pictures = path.join(root, "docs/pictures");
+const harbour = fs.readFileSync(path.join(root, "samples/harbour.svg"), "utf8");
+
+test("the pictures of the documents", async () => {
+  const server = await Server.start({ "harbour.svg": harbour });
+  const tab = await server.open({ viewport: { width: 1120, height: 700 } });
+  const shot = name => tab.page.screenshot({ path: path.join(pictures, name) });
+  await tab.tiles();
+  await tab.chooseColor("Signal Red");
+  await tab.page.getByRole("dialog", { name: "Signal Red" }).waitFor();
+  await shot("page.png");
+  await tab.page.keyboard.press("Escape");
+  await tab.openTool("Select by Attributes...", "Select by Attributes");
+  await tab.page.getByRole("tab", { name: "Fill" }).click();
+  await tab.row("Signal Red").click();
+  await tab.rowIs("Signal Red", "true");
+  await shot("page-dialog.png");
+  await tab.dialogButton("Cancel").click();
+  await tab.dialogClosed();
+  const before = await tab.page.getAttribute("html", "data-tiles");
+  await tab.openTool("View Filter...", "View Filter");
+  await tab.row("Signal Red").click();
+  await tab.rowIs("Signal Red", "false");
+  await tab.dialogButton("OK").click();
+  await tab.page.waitForSelector(`html[data-tiles*="/"]:not([data-tiles="${before}"])`);
+  await tab.openTool("View Filter...", "View Filter");
+  await shot("page-filter.png");
+  await tab.page.keyboard.press("Escape");
+  await tab.dialogClosed();
+  await tab.close();
+  await stopBrowser();
+  await server.stop();
+});
