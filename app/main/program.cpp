@@ -45,6 +45,12 @@ CLI::Option* addSize(CLI::App* command, std::string& size) {
         ->type_name("SIZE");
 }
 
+CLI::Option* addBackground(CLI::App* command, std::string& background) {
+    return command
+        ->add_option("--background", background, "What the picture's ground is, none or a color; else white")
+        ->type_name("COLOR");
+}
+
 void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, "Print JSON, one line");
 }
@@ -111,7 +117,7 @@ std::string helpOf(const CLI::App& program) {
 // What the command line says, kept until its command runs.
 struct Given {
     int status = 0;  // what the command returned
-    std::string file, out, size, area;
+    std::string file, out, size, area, background;
     bool json = false, reset = false;
     std::string similar, colored;
     std::vector<std::string> where, within, files;
@@ -207,10 +213,12 @@ void addView(CLI::App& program, Given& given) {
                          "Write a picture, .png, or a drawing, .svg, without what is hidden")
             ->type_name("FILE");
     const CLI::Option* size = addSize(view, given.size);
+    const CLI::Option* background = addBackground(view, given.background);
     addJson(view, given.json);
-    view->final_callback([&given, view, out, size] {
-        given.status = runView(
-            {given.file, stepsOf(*view), valueOf(out, given.out), valueOf(size, given.size), given.json});
+    view->final_callback([&given, view, out, size, background] {
+        given.status =
+            runView({given.file, stepsOf(*view), valueOf(out, given.out), valueOf(size, given.size),
+                     valueOf(background, given.background), given.json});
     });
 }
 
@@ -223,8 +231,10 @@ void addRender(CLI::App& program, Given& given) {
     const CLI::Option* area =
         render->add_option("--area", given.area, "The part to draw, in user units; else the page")
             ->type_name("X,Y,WIDTH,HEIGHT");
-    render->final_callback([&given, size, area] {
-        given.status = runRender(given.file, given.out, valueOf(size, given.size), valueOf(area, given.area));
+    const CLI::Option* background = addBackground(render, given.background);
+    render->final_callback([&given, size, area, background] {
+        given.status = runRender({given.file, given.out, valueOf(size, given.size), valueOf(area, given.area),
+                                  valueOf(background, given.background)});
     });
 }
 

@@ -152,7 +152,7 @@ std::string PageLines::fileFor(const Frame& frame) {
         return drawingBytes(m_session.document(), frame.payload == "shown" ? view.m_viewFilter : nullptr);
     PictureSize size;
     if (!frame.payload.empty()) size = readPictureSize(frame.payload);
-    return drawPng(view, size);
+    return drawPng(view, {.size = size});
 }
 
 void PageLines::answerOther(const Frame& frame) {
