@@ -70,9 +70,10 @@ bool isFileName(const std::string& name) {
            std::ranges::none_of(name, [](unsigned char c) { return c < 0x20 || c == 0x7f; });
 }
 
-void sendFile(Response& response, Answer answer, const char* type, const char* name) {
+// The page knows what the file is to be called.
+void sendFile(Response& response, const Answer& answer, const char* type) {
     if (!isDone(answer, response)) return;
-    response.set_header("Content-Disposition", std::string("attachment; filename=\"") + name + '"');
+    response.set_header("Content-Disposition", "attachment");
     response.set_content(answer.text, type);
 }
 
@@ -109,11 +110,10 @@ void PageServer::route() {
         }));
     Get(session + "/drawing\\.svg", of([](const auto& found, const Request& request, Response& response) {
             sendFile(response, found->call('D', request.has_param("shown") ? "shown" : "all"),
-                     "image/svg+xml", "drawing.svg");
+                     "image/svg+xml");
         }));
     Get(session + "/picture\\.png", of([](const auto& found, const Request& request, Response& response) {
-            sendFile(response, found->call('P', request.get_param_value("width")), "image/png",
-                     "picture.png");
+            sendFile(response, found->call('P', request.get_param_value("width")), "image/png");
         }));
 }
 

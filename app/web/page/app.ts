@@ -4,7 +4,7 @@ import { ToolDialog } from "./dialog";
 import { byId, icon, make, rove } from "./dom";
 import { icons } from "./icons";
 import { line } from "./script";
-import { Session, SessionError } from "./session";
+import { Session } from "./session";
 import { Strip } from "./strip";
 import type { Layer, State, Tool } from "./types";
 import { DrawingView } from "./view";
@@ -261,7 +261,6 @@ class App {
   private showEnd(reason: string): void {
     const dialog = byId<HTMLDialogElement>("ended-dialog");
     if (dialog.open) return;
-    Session.forget();
     dialog.replaceChildren(make("h2", { id: "ended-title" }, "The session has ended"), make("p", {}, reason),
                            make("div", { class: "buttons" }, make("button", { class: "primary end", click: () => location.reload() }, "Start again")));
     dialog.showModal();
@@ -311,7 +310,6 @@ async function main(): Promise<void> {
     const app = new App(await Session.start());
     await app.begin();
   } catch (error) {
-    if (error instanceof SessionError && error.ended) Session.forget();
     fail(error);
   }
   document.documentElement.dataset.ready = "true";

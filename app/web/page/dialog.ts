@@ -15,6 +15,7 @@ export class ToolDialog {
   private shown: Dialog | null = null;
   private parts: { tabs: HTMLElement; above: HTMLElement; below: HTMLElement; body: HTMLElement; buttons: HTMLElement; title: HTMLElement } | null = null;
   private busy = false;
+  private opening: string | null = null;
   private before: Element | null = null;  // what had the focus
 
   constructor(private readonly session: Session, private readonly tell: (text: string) => void,
@@ -31,7 +32,16 @@ export class ToolDialog {
   // After every line: `title` is that of the dialog that waits, null without one.
   async follow(title: string | null): Promise<void> {
     if (title === null) return this.close();
-    if (this.shown?.title === title && this.element.open) return;
+    if (this.opening === title || (this.shown?.title === title && this.element.open)) return;
+    this.opening = title;
+    try {
+      await this.load();
+    } finally {
+      this.opening = null;
+    }
+  }
+
+  private async load(): Promise<void> {
     const [{ dialog }, { kinds }, { rows }, { images }] =
       await this.session.ask("print dialog", "print kinds", "print rows", "print images") as
         [{ dialog: Dialog }, { kinds: Kind[] }, { rows: Rows }, { images: Images }];

@@ -33,6 +33,7 @@ export class Session {
 
   private last: Promise<unknown> = Promise.resolve();
   private waiting = 0;
+  private leaves = false;
   private events: EventSource | null = null;
 
   private constructor(readonly name: string, readonly files: string[]) {}
@@ -57,18 +58,17 @@ export class Session {
     return session.listen();
   }
 
-  static forget(): void { sessionStorage.removeItem(KEY); }
-
   path(rest: string): string { return `/sessions/${this.name}/${rest}`; }
 
   private listen(): Session {
+    window.addEventListener("pagehide", () => { this.leaves = true; });  // which closes the events, too
     this.events = new EventSource(this.path("events"));
     this.events.addEventListener("progress", event => this.onProgress(JSON.parse(event.data)));
     this.events.addEventListener("change", () => {  // perhaps another tab's: a copy of this one has its session
       if (this.waiting === 0) this.send(["print state"]).catch(() => {});
     });
     this.events.addEventListener("error", () => {
-      if (this.events?.readyState === EventSource.CLOSED) this.onEnded("The session has ended.");
+      if (this.events?.readyState === EventSource.CLOSED && !this.leaves) this.onEnded("The session has ended.");
     });
     return this;
   }

@@ -197,6 +197,7 @@ export class CheckTree {
     else if (event.key === "ArrowLeft") this.stepOut(row);
     else if (event.key.length === 1) this.typeAhead(event);
     else return;
+    if (event.key.length > 1) this.typed = "";
     event.preventDefault();
     event.stopPropagation();
   }
