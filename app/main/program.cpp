@@ -114,6 +114,11 @@ std::string helpOf(const CLI::App& program) {
     return " (see " + command + "--help)";
 }
 
+// Of a command with its file.
+struct NotEnoughMemory {
+    std::string file;
+};
+
 // What the command line says, kept until its command runs.
 struct Given {
     int status = 0;  // what the command returned
@@ -298,6 +303,8 @@ int parseAndRun(std::vector<std::string> arguments) {
         printLine(version.what());
     } catch (const CLI::ParseError& error) {
         throw Failure{error.what() + helpOf(program)};
+    } catch (const std::bad_alloc&) {
+        throw NotEnoughMemory{std::move(given.file)};
     }
     return given.status;
 }
@@ -305,19 +312,27 @@ int parseAndRun(std::vector<std::string> arguments) {
 }  // namespace
 
 int run(std::vector<std::string> arguments) {
+    namePreferenceFolder();
+    const int status = parseAndRun(std::move(arguments));
+    flushOutput();
+    return status;
+}
+
+int failed() noexcept {
     try {
-        namePreferenceFolder();
-        const int status = parseAndRun(std::move(arguments));
-        flushOutput();
-        return status;
+        throw;
     } catch (const Failure& failure) {
         printError(failure.reason);
     } catch (const OutputError& error) {
         printError(error.reason);
+    } catch (const NotEnoughMemory& shortage) {
+        printError(shortage.file, shortage.file.empty() ? "not enough memory" : ": not enough memory");
     } catch (const std::bad_alloc&) {
         printError("not enough memory");
     } catch (const std::exception& error) {
         printError(error.what());
+    } catch (...) {
+        printError("failed for an unknown reason");
     }
     return kFailed;
 }
