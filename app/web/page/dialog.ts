@@ -14,7 +14,7 @@ export class ToolDialog {
   private tree: CheckTree | null = null;
   private shown: Dialog | null = null;
   private parts: { tabs: HTMLElement; above: HTMLElement; below: HTMLElement; body: HTMLElement; buttons: HTMLElement; title: HTMLElement } | null = null;
-  private busy = false;
+  private last: Promise<unknown> = Promise.resolve();
   private opening: string | null = null;
   private before: Element | null = null;  // what had the focus
 
@@ -139,10 +139,15 @@ export class ToolDialog {
     place.hidden = ordered.length === 0;
   }
 
-  // Runs a line on the dialog and shows what it did; answers how many boxes of the tree changed. One at a time.
-  private async run(done: string): Promise<number> {
-    if (this.busy) return 0;
-    this.busy = true;
+  // Runs a line on the dialog and shows what it did; answers how many boxes of the tree changed. One after the other.
+  private run(done: string): Promise<number> {
+    const ran = this.last.then(() => this.runNow(done));
+    this.last = ran;
+    return ran;
+  }
+
+  private async runNow(done: string): Promise<number> {
+    if (!this.shown) return 0;  // the line before closed it
     try {
       const [first] = await this.session.send([done]);
       if (first.error) throw new Error(first.error);
@@ -157,8 +162,6 @@ export class ToolDialog {
     } catch (error) {
       this.fail(error);
       return 0;
-    } finally {
-      this.busy = false;
     }
   }
 

@@ -192,7 +192,7 @@ export class CheckTree {
       ArrowDown: at + 1, ArrowUp: at - 1, Home: 0, End: last, PageDown: at + page, PageUp: at - page,
     };
     if (event.key in steps) this.activate(this.shown[Math.max(0, Math.min(last, steps[event.key]))]);
-    else if (event.key === " " && this.typed === "") this.toggle("click", this.active);
+    else if (event.key === " " && !this.isTyped(this.typed + " ")) this.toggle("click", this.active);
     else if (event.key === "ArrowRight") this.stepIn(row);
     else if (event.key === "ArrowLeft") this.stepOut(row);
     else if (event.key.length === 1) this.typeAhead(event);
@@ -211,6 +211,10 @@ export class CheckTree {
   private stepOut(row: Row): void {
     if (row.children > 0 && row.expanded) this.toggle("collapse", this.active);
     else if (this.places[this.active].parent >= 0) this.activate(this.places[this.active].parent);
+  }
+
+  private isTyped(text: string): boolean {
+    return text.length > 1 && this.shown.some(row => this.rows[row].text.toLocaleLowerCase().startsWith(text));
   }
 
   // The next row that starts with what was typed.
