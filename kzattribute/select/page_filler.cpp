@@ -22,9 +22,26 @@ PageFiller::PageFiller(const std::vector<ACheckPageBase*>& pages) {
         m_pages.push_back(std::make_unique<Page>(Page{page, PageEntries(*page)}));
 }
 
-// Null: nobody took it.
-PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected) {
-    if (!item) return nullptr;
+bool PageFiller::isSettled(const Known& known, ItemKind kind, bool selected) const {
+    return known.isSettled[selected ? 1 : 0] && known.changes == m_changes && known.kind == kind &&
+           known.entries->size() == known.entryCount;
+}
+
+void PageFiller::settle(Known& known, Page& page, const PageEntries::Places& entries, ItemKind kind,
+                        bool selected) {
+    known.page = &page;
+    known.entries = &entries;
+    known.entryCount = entries.size();
+    known.changes = m_changes;
+    known.kind = kind;
+    known.isSettled[0] = true;  // what is marked as selected is marked as used, too
+    known.isSettled[1] = selected;
+}
+
+// Null: nobody took it. Only the first page with entries for the class settles it: those before cannot take it
+// unless they get a class more.
+PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected, Known& known) {
+    if (isSettled(known, kind, selected)) return known.page;
     std::size_t& first = m_first[&item->getClassName()];
     if (first == 0) {
         while (first < m_pages.size() && !m_pages[first]->entries.hasClassOf(*item)) ++first;
@@ -32,18 +49,21 @@ PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected) {
     }
     for (std::size_t i = first - 1; i < m_pages.size(); ++i) {
         PageEntries& entries = m_pages[i]->entries;
-        if (entries.isSettled(item, kind, selected) || entries.take(item, kind, selected))
+        if (const auto* settled = entries.findSettled(item, kind, selected)) {
+            if (i == first - 1) settle(known, *m_pages[i], *settled, kind, selected);
             return m_pages[i].get();
+        }
+        if (entries.take(item, kind, selected)) return m_pages[i].get();
     }
     return nullptr;
 }
 
 void PageFiller::offerLayer(ALayer& layer, bool selected) {
-    offer(&layer, ItemKind::layer, selected);
+    offer(&layer, ItemKind::layer, selected, m_objects[&layer.getClassName()]);
 }
 
 void PageFiller::offerObject(AObject& object, bool selected) {
-    offer(&object, kindOf(object), selected);
+    offer(&object, kindOf(object), selected, m_objects[&object.getClassName()]);
     offerFill(object, selected);
     offerStroke(object, selected);
 }
@@ -55,27 +75,29 @@ void PageFiller::offerFill(const AObject& object, bool selected) {
         return;
     }
     ABrushItem* item = brush->getBrushItem();
-    if (Page* page = offer(item, ItemKind::fill, selected)) addFill(*page, *item, selected);
+    if (!item) return;
+    Known& known = m_fills[item];
+    if (Page* page = offer(item, ItemKind::fill, selected, known)) addFill(*page, *item, selected, known);
 }
 
 void PageFiller::offerStroke(const AObject& object, bool selected) {
     const APen* pen = object.getPen();
-    APenItem* item = pen ? pen->getPenItem() : nullptr;
-    Page* page = offer(item, ItemKind::stroke, selected);
-    if (page && item->getColorItem())
-        addStroke(*page, *item, selected);
-    else
-        markNoPaint<AStrokeCondition>(m_noStroke, selected);
+    if (APenItem* item = pen ? pen->getPenItem() : nullptr) {
+        Known& known = m_strokes[item];
+        Page* page = offer(item, ItemKind::stroke, selected, known);
+        if (page && item->getColorItem()) return addStroke(*page, *item, selected, known);
+    }
+    markNoPaint<AStrokeCondition>(m_noStroke, selected);
 }
 
 // The entry of a colour that was added before takes in another one of the same colour by its flags alone:
 // paths, classes and what it is about are the same, so that it would find its way to the same entry. The way
 // does not change: entries before it lack a common class for good.
-bool PageFiller::markColor(const Color* color, const Page& page, bool selected) {
-    if (!color || color->page != page.page) return false;
+bool PageFiller::markColor(const Known& known, const Page& page, bool selected) {
+    if (!known.color || known.colorPage != page.page) return false;
     ACondition::consumeSerials();
-    color->entry->inDocument = 1;
-    if (selected) color->entry->inSelection = 1;
+    known.color->inDocument = 1;
+    if (selected) known.color->inSelection = 1;
     return true;
 }
 
@@ -83,8 +105,12 @@ ACondition* PageFiller::add(Page& page, ACondition* entry, bool selected) {
     entry->inDocument = 1;
     entry->inSelection = selected;
     const std::size_t classes = page.entries.getClassCount();
+    const unsigned revision = page.page->getRevision();
     ACondition* filed = page.page->fileCondition(entry);
-    if (page.entries.getClassCount() != classes) m_first.clear();
+    if (page.entries.getClassCount() != classes || page.page->getRevision() != revision) {
+        m_first.clear();
+        ++m_changes;
+    }
     return filed;
 }
 
@@ -98,8 +124,8 @@ const AString& PageFiller::structureOf(const AString& className) {
     return *known;
 }
 
-void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected) {
-    if (markColor(m_fills.find(&brush), page, selected)) return;
+void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected, Known& known) {
+    if (markColor(known, page, selected)) return;
     auto entry = std::make_unique<AFillCondition>(AString(), nullptr);
     AItemPath path = withoutCategory(structureOf(brush.getClassName()));
     const AColorItem* color = colorOf(&brush);
@@ -111,17 +137,20 @@ void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected) {
     }
     entry->reset(path, &brush);
     ACondition* filed = add(page, entry.release(), selected);
-    if (color) m_fills[&brush] = {page.page, filed};
+    if (!color) return;
+    known.colorPage = page.page;
+    known.color = filed;
 }
 
-void PageFiller::addStroke(Page& page, APenItem& pen, bool selected) {
-    if (markColor(m_strokes.find(&pen), page, selected)) return;
+void PageFiller::addStroke(Page& page, APenItem& pen, bool selected, Known& known) {
+    if (markColor(known, page, selected)) return;
     AColorItem* color = pen.getColorItem();
     AItemPath path = withoutCategory(structureOf(pen.getClassName()));
     path.appendSegment(structureOf(color->getClassName()));
     path.appendSegment(color->getName());
     auto entry = std::make_unique<AStrokeCondition>(path, pen.getClassName(), color);
-    m_strokes[&pen] = {page.page, add(page, entry.release(), selected)};
+    known.color = add(page, entry.release(), selected);
+    known.colorPage = page.page;
 }
 
 // The first entry of the kind without a class. Once it is found it stays the first: the lists only grow, and

@@ -30,10 +30,19 @@ private:
         ACheckPageBase* page;
         PageEntries entries;
     };
-    // The entry that stands for a colour, once it was made.
-    struct Color {
-        ACheckPageBase* page = nullptr;
-        ACondition* entry = nullptr;
+    // What is known of a class of objects, of a fill or of a stroke that was offered before.
+    struct Known {
+        // The page that takes it, marks nothing by it any more (of the selection, if `isSettled[1]`) and
+        // will not, as long as nothing else in here is outdated.
+        Page* page = nullptr;
+        const PageEntries::Places* entries = nullptr;
+        std::size_t entryCount = 0;
+        unsigned changes = 0;
+        ItemKind kind = ItemKind::none;
+        bool isSettled[2] = {false, false};
+        // The entry that stands for the colour, once it was made, and its page.
+        ACheckPageBase* colorPage = nullptr;
+        ACondition* color = nullptr;
     };
     // The entry for objects without a fill, or without a stroke.
     struct NoPaint {
@@ -41,12 +50,14 @@ private:
         bool isKnown = false;
     };
 
-    Page* offer(ARoot* item, ItemKind kind, bool selected);
+    Page* offer(ARoot* item, ItemKind kind, bool selected, Known& known);
+    bool isSettled(const Known& known, ItemKind kind, bool selected) const;
+    void settle(Known& known, Page& page, const PageEntries::Places& entries, ItemKind kind, bool selected);
     void offerFill(const AObject& object, bool selected);
     void offerStroke(const AObject& object, bool selected);
-    void addFill(Page& page, ABrushItem& brush, bool selected);
-    void addStroke(Page& page, APenItem& pen, bool selected);
-    bool markColor(const Color* color, const Page& page, bool selected);
+    void addFill(Page& page, ABrushItem& brush, bool selected, Known& known);
+    void addStroke(Page& page, APenItem& pen, bool selected, Known& known);
+    bool markColor(const Known& known, const Page& page, bool selected);
     ACondition* add(Page& page, ACondition* entry, bool selected);
     const AString& structureOf(const AString& className);
     template <class Kind>
@@ -54,8 +65,10 @@ private:
 
     std::vector<std::unique_ptr<Page>> m_pages;
     PointerTable<std::size_t> m_first;  // by class name: one more than the first page with entries for it
-    PointerTable<Color> m_fills;        // by brush item
-    PointerTable<Color> m_strokes;      // by pen item
+    unsigned m_changes = 0;             // how often pages got a class more or another order
+    PointerTable<Known> m_objects;      // by class name
+    PointerTable<Known> m_fills;        // by brush item
+    PointerTable<Known> m_strokes;      // by pen item
     PointerTable<std::unique_ptr<AString>> m_structures;  // by class name
     NoPaint m_noFill;
     NoPaint m_noStroke;
