@@ -34,12 +34,10 @@ public:
     // so until the page's revision changes or there are more such entries.
     const Places* findSettled(ARoot* item, ItemKind kind, bool selected);
 
-    // Whether any entry has the item's class, and how many classes entries have.
+    // Takes note of entries that the page got since.
+    void catchUp();
+    // Whether any entry has the item's class.
     bool hasClassOf(ARoot& item) { return entriesOf(item) != nullptr; }
-    std::size_t getClassCount() {
-        catchUp();
-        return m_classes.size();
-    }
 
 private:
     // What has been asked on behalf of items that are not selected, and of selected ones: how many of a list.
@@ -72,7 +70,6 @@ private:
         bool isMixed = false;            // for several: nothing is known then
     };
 
-    void catchUp();
     void file(int place);
     ClassEntries* entriesOf(ARoot& item);
     Places& fillEntries(ClassEntries& of, const ABrushItem& brush);

@@ -23,7 +23,7 @@ PageFiller::PageFiller(const std::vector<ACheckPageBase*>& pages) {
 }
 
 bool PageFiller::isSettled(const Known& known, ItemKind kind, bool selected) const {
-    return known.isSettled[selected ? 1 : 0] && known.changes == m_changes && known.kind == kind &&
+    return known.isSettled[selected ? 1 : 0] && known.kind == kind &&
            known.entries->size() == known.entryCount;
 }
 
@@ -32,16 +32,16 @@ void PageFiller::settle(Known& known, Page& page, const PageEntries::Places& ent
     known.page = &page;
     known.entries = &entries;
     known.entryCount = entries.size();
-    known.changes = m_changes;
     known.kind = kind;
     known.isSettled[0] = true;  // what is marked as selected is marked as used, too
     known.isSettled[1] = selected;
 }
 
-// Null: nobody took it. Only the first page with entries for the class settles it: those before cannot take it
-// unless they get a class more.
+// Null: nobody took it. What a page gets while it is filled has the class of what it took, so that the first
+// page with entries for a class stays the first.
 PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected, Known& known) {
     if (isSettled(known, kind, selected)) return known.page;
+    known.isSettled[0] = known.isSettled[1] = false;  // another kind may change what the entries are
     std::size_t& first = m_first[&item->getClassName()];
     if (first == 0) {
         while (first < m_pages.size() && !m_pages[first]->entries.hasClassOf(*item)) ++first;
@@ -50,7 +50,7 @@ PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected, K
     for (std::size_t i = first - 1; i < m_pages.size(); ++i) {
         PageEntries& entries = m_pages[i]->entries;
         if (const auto* settled = entries.findSettled(item, kind, selected)) {
-            if (i == first - 1) settle(known, *m_pages[i], *settled, kind, selected);
+            settle(known, *m_pages[i], *settled, kind, selected);
             return m_pages[i].get();
         }
         if (entries.take(item, kind, selected)) return m_pages[i].get();
@@ -90,28 +90,11 @@ void PageFiller::offerStroke(const AObject& object, bool selected) {
     markNoPaint<AStrokeCondition>(m_noStroke, selected);
 }
 
-// The entry of a colour that was added before takes in another one of the same colour by its flags alone:
-// paths, classes and what it is about are the same, so that it would find its way to the same entry. The way
-// does not change: entries before it lack a common class for good.
-bool PageFiller::markColor(const Known& known, const Page& page, bool selected) {
-    if (!known.color || known.colorPage != page.page) return false;
-    ACondition::consumeSerials();
-    known.color->inDocument = 1;
-    if (selected) known.color->inSelection = 1;
-    return true;
-}
-
-ACondition* PageFiller::add(Page& page, ACondition* entry, bool selected) {
+void PageFiller::add(Page& page, ACondition* entry, bool selected) {
     entry->inDocument = 1;
     entry->inSelection = selected;
-    const std::size_t classes = page.entries.getClassCount();
-    const unsigned revision = page.page->getRevision();
-    ACondition* filed = page.page->fileCondition(entry);
-    if (page.entries.getClassCount() != classes || page.page->getRevision() != revision) {
-        m_first.clear();
-        ++m_changes;
-    }
-    return filed;
+    page.page->fileCondition(entry);
+    page.entries.catchUp();
 }
 
 const AString& PageFiller::structureOf(const AString& className) {
@@ -124,8 +107,10 @@ const AString& PageFiller::structureOf(const AString& className) {
     return *known;
 }
 
+// Another entry of a colour that has one would find its way to that one, as paths, classes and what they are
+// about are the same, and mark what offering the item has marked already: it costs a serial, no more.
 void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected, Known& known) {
-    if (markColor(known, page, selected)) return;
+    if (known.hasColor) return ACondition::consumeSerials();
     auto entry = std::make_unique<AFillCondition>(AString(), nullptr);
     AItemPath path = withoutCategory(structureOf(brush.getClassName()));
     const AColorItem* color = colorOf(&brush);
@@ -136,21 +121,19 @@ void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected, Known& kn
         path.appendSegment(conditions::nameForEntry(brush, *entry));
     }
     entry->reset(path, &brush);
-    ACondition* filed = add(page, entry.release(), selected);
-    if (!color) return;
-    known.colorPage = page.page;
-    known.color = filed;
+    add(page, entry.release(), selected);
+    known.hasColor = color != nullptr;
 }
 
 void PageFiller::addStroke(Page& page, APenItem& pen, bool selected, Known& known) {
-    if (markColor(known, page, selected)) return;
+    if (known.hasColor) return ACondition::consumeSerials();
     AColorItem* color = pen.getColorItem();
     AItemPath path = withoutCategory(structureOf(pen.getClassName()));
     path.appendSegment(structureOf(color->getClassName()));
     path.appendSegment(color->getName());
     auto entry = std::make_unique<AStrokeCondition>(path, pen.getClassName(), color);
-    known.color = add(page, entry.release(), selected);
-    known.colorPage = page.page;
+    add(page, entry.release(), selected);
+    known.hasColor = true;
 }
 
 // The first entry of the kind without a class. Once it is found it stays the first: the lists only grow, and

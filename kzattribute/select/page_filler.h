@@ -32,17 +32,14 @@ private:
     };
     // What is known of a class of objects, of a fill or of a stroke that was offered before.
     struct Known {
-        // The page that takes it, marks nothing by it any more (of the selection, if `isSettled[1]`) and
-        // will not, as long as nothing else in here is outdated.
+        // The page that takes it, and marks nothing by it any more, also when it is selected if
+        // `isSettled[1]`: as long as no more entries have its class and it is of this kind.
         Page* page = nullptr;
         const PageEntries::Places* entries = nullptr;
         std::size_t entryCount = 0;
-        unsigned changes = 0;
         ItemKind kind = ItemKind::none;
         bool isSettled[2] = {false, false};
-        // The entry that stands for the colour, once it was made, and its page.
-        ACheckPageBase* colorPage = nullptr;
-        ACondition* color = nullptr;
+        bool hasColor = false;  // an entry stands for the colour
     };
     // The entry for objects without a fill, or without a stroke.
     struct NoPaint {
@@ -57,15 +54,13 @@ private:
     void offerStroke(const AObject& object, bool selected);
     void addFill(Page& page, ABrushItem& brush, bool selected, Known& known);
     void addStroke(Page& page, APenItem& pen, bool selected, Known& known);
-    bool markColor(const Known& known, const Page& page, bool selected);
-    ACondition* add(Page& page, ACondition* entry, bool selected);
+    static void add(Page& page, ACondition* entry, bool selected);
     const AString& structureOf(const AString& className);
     template <class Kind>
     void markNoPaint(NoPaint& none, bool selected);
 
     std::vector<std::unique_ptr<Page>> m_pages;
     PointerTable<std::size_t> m_first;  // by class name: one more than the first page with entries for it
-    unsigned m_changes = 0;             // how often pages got a class more or another order
     PointerTable<Known> m_objects;      // by class name
     PointerTable<Known> m_fills;        // by brush item
     PointerTable<Known> m_strokes;      // by pen item
