@@ -83,7 +83,7 @@ void printObjects(ADocument& document) {
 
 Json reportTools(const Session& session) {
     Json tools = Json::array();
-    for (const APlugInTool& entry : session.plugIn().getTools()) {
+    for (const APlugInTool& entry : session.plugIns().tools()) {
         const std::string className = entry.className.toUtf8();
         const std::unique_ptr<ATool> tool = session.makeTool(className);
         tools.push_back({{"class", className},

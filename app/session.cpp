@@ -1,5 +1,6 @@
 #include "app/session.h"
 
+#include <mutex>
 #include <system_error>
 
 #include "app/output.h"
@@ -19,13 +20,11 @@ std::filesystem::path filePath(const std::string& name) {
     }
 }
 
-Session::Session() {
-    AFilePath path;
-    path += _T("Plugins");
-    path += _T(KZ_PLUGIN_FILE);
-    std::string error;
-    m_plugIn = APlugIn::load(path, error);
-    if (!m_plugIn) throw Failure{error};
+Session::Session() : m_plugIns(PlugIns::loaded()) {
+    static std::once_flag told;
+    std::call_once(told, [this] {
+        for (const std::string& problem : m_plugIns->problems()) printError(problem);
+    });
 }
 
 Session::~Session() {
@@ -53,7 +52,7 @@ ADocView& Session::view() {
 }
 
 const APlugInTool& Session::toolEntry(const std::string& className) const {
-    const APlugInTool* entry = m_plugIn->findTool(AString::fromUtf8(className));
+    const APlugInTool* entry = m_plugIns->findTool(AString::fromUtf8(className));
     if (!entry) throw Failure{"there is no tool " + inQuotes(className)};
     return *entry;
 }

@@ -1,13 +1,13 @@
-// A running host: the application, its plug-in and the open drawing.
+// A running host: the application, its plug-ins and the open drawing.
 #pragma once
 
 #include <filesystem>
 #include <memory>
 #include <string>
 
+#include "app/plug_ins.h"
 #include "kzcore/document/application.h"
 #include "kzcore/document/document.h"
-#include "kzcore/tool/plugin_loader.h"
 #include "kzcore/tool/tool.h"
 #include "kzcore/view/view.h"
 
@@ -23,7 +23,7 @@ std::filesystem::path filePath(const std::string& name);
 
 class Session {
 public:
-    // Loads the plug-in. Raises Failure when that does not work.
+    // Loads the plug-ins; tells on standard error which cannot be used, once in a process.
     Session();
     ~Session();
     Session(const Session&) = delete;
@@ -36,13 +36,13 @@ public:
     ADocument& document();
     ADocView& view();
 
-    const APlugIn& plugIn() const { return *m_plugIn; }
-    // Of the export table. Raises Failure for an unknown class.
+    const PlugIns& plugIns() const { return *m_plugIns; }
+    // Of an export table. Raises Failure for an unknown class.
     const APlugInTool& toolEntry(const std::string& className) const;
-    // A new tool of the export table. Raises Failure for an unknown class and when there is no memory for it.
+    // A new tool of an export table. Raises Failure for an unknown class and when there is no memory for it.
     std::unique_ptr<ATool> makeTool(const std::string& className) const;
 
-    // Runs a tool of the export table on the open drawing: false when it is not valid. Raises Failure when
+    // Runs a tool of an export table on the open drawing: false when it is not valid. Raises Failure when
     // the tool fails.
     bool runTool(const std::string& className, AReferItem* item = nullptr);
 
@@ -52,9 +52,9 @@ public:
 
 private:
     AApplication m_application;
-    std::unique_ptr<APlugIn> m_plugIn;
+    std::shared_ptr<const PlugIns> m_plugIns;
     std::unique_ptr<ADocument> m_document;
-    std::unique_ptr<ADocView> m_view;  // gone before the plug-in is: its filter may be the plug-in's
+    std::unique_ptr<ADocView> m_view;  // gone before the plug-ins are: its filter may be one's
 };
 
 }  // namespace app

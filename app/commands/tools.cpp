@@ -7,9 +7,10 @@ int runTools(const std::optional<std::string>& file, bool json) {
     Session session;
     if (file) session.open(*file);
     const nlohmann::ordered_json report = reportTools(session);
+    const int status = report["tools"].empty() ? 1 : 0;
     if (json) {
         printJson(report);
-        return 0;
+        return status;
     }
     for (const auto& tool : report["tools"]) {
         std::string line = tool["class"].get<std::string>();
@@ -18,7 +19,7 @@ int runTools(const std::optional<std::string>& file, bool json) {
         fillUp(line, 46);
         printText(line + tool["description"].get<std::string>());
     }
-    return 0;
+    return status;
 }
 
 }  // namespace app

@@ -86,7 +86,7 @@ void doRedo(Interpreter& script, const Words&) {
 }
 
 void doTool(Interpreter& script, const Words& words) {
-    const APlugInTool* entry = script.session.plugIn().findTool(AString::fromUtf8(words[1]));
+    const APlugInTool* entry = script.session.plugIns().findTool(AString::fromUtf8(words[1]));
     const bool takesItem = entry && (entry->flags & kToolTakesItem) != 0;
     // Of the flagged tools, Show All works on the whole view and is started without an item.
     if (entry && words.size() == 3 && !takesItem) throw Failure{"the tool " + words[1] + " takes no item"};

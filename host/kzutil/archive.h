@@ -99,3 +99,4 @@ private:
 // called from static initialisers.
 using ARootFactory = std::function<ARoot*()>;
 void registerArchiveClass(const AString& className, ARootFactory factory);
+bool isArchiveClass(const AString& className);

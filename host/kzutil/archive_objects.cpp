@@ -20,10 +20,17 @@ Registry& registry() {
 }  // namespace
 
 void registerArchiveClass(const AString& className, ARootFactory factory) {
-    if (factory)
+    if (factory) {
         registry().insert_or_assign(kzutil::WideString(className.view()), factory);
-    else
-        registry().erase(kzutil::WideString(className.view()));
+        return;
+    }
+    const auto found =
+        registry().find(className.view());  // takes no memory: modules go when there may be none
+    if (found != registry().end()) registry().erase(found);
+}
+
+bool isArchiveClass(const AString& className) {
+    return registry().contains(className.view());
 }
 
 // One object being stored or loaded. At its end, on every way out, the records inside it are closed, however

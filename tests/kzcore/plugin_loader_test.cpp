@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "kzcore/tool/module_code.h"
 #include "kzcore/tool/plugin_loader.h"
 #include "kzcore/tool/tool.h"
 
@@ -38,14 +39,12 @@ struct Reading {
         const auto* first = reinterpret_cast<const BYTE*>(guarded.data() + kGuards);
         const auto* last = first + table.size() * sizeof(APlugInExport);
         const auto* end = reinterpret_cast<const BYTE*>(guarded.data() + guarded.size());
-        tools = readExportTable(
-            first,
-            [=](const void* address, std::size_t size) {
-                const auto* at = static_cast<const BYTE*>(address);
-                if (at >= first && at < last) return size <= static_cast<std::size_t>(last - at);
-                return at < begin || at >= end;
-            },
-            error);
+        const auto isReadable = [=](const void* address, std::size_t size) {
+            const auto* at = static_cast<const BYTE*>(address);
+            if (at >= first && at < last) return size <= static_cast<std::size_t>(last - at);
+            return at < begin || at >= end;
+        };
+        tools = readExportTable(first, {isReadable, isModuleCode}, error);
     }
 };
 
@@ -128,11 +127,32 @@ TEST(ExportTable, WithoutAnEndIsGivenUp) {
     EXPECT_TRUE(reading.tools.empty());
 }
 
+TEST(ExportTable, DataInPlaceOfAFunctionIsRefused) {
+    static int data = 0;
+    const auto asFunction = [](void* address) { return reinterpret_cast<int (*)()>(address); };
+    APlugInExport record = tool(_T("AFirst"));
+    record.secondCallback = asFunction(&data);
+    const Reading reading({header(), record, end()});
+    EXPECT_EQ(reading.error, "record 1 of the export table: has data in place of a function");
+    EXPECT_TRUE(reading.tools.empty());
+}
+
+TEST(ModuleCode, IsWhatCanBeCalled) {
+    static const int kConstant = 7;
+    static int variable = 0;
+    const int local = 0;
+    EXPECT_TRUE(isModuleCode(reinterpret_cast<void*>(&makeNothing)));
+    EXPECT_FALSE(isModuleCode(&kConstant));
+    EXPECT_FALSE(isModuleCode(&variable));
+    EXPECT_FALSE(isModuleCode(&local));
+    EXPECT_FALSE(isModuleCode(nullptr));
+}
+
 TEST(ExportTable, ANullTableCannotBeRead) {
     std::string error;
-    EXPECT_TRUE(readExportTable(
-                    nullptr, [](const void*, std::size_t) { return true; }, error)
-                    .empty());
+    const AModuleMemory anything{[](const void*, std::size_t) { return true; },
+                                 [](const void*) { return true; }};
+    EXPECT_TRUE(readExportTable(nullptr, anything, error).empty());
     EXPECT_EQ(error, "record 0 of the export table: cannot be read");
 }
 
@@ -141,5 +161,5 @@ TEST(PlugIn, ThatIsMissingIsToldByItsPath) {
     path += _T("no-such-plugin.so");
     std::string error;
     EXPECT_EQ(APlugIn::load(path, error), nullptr);
-    EXPECT_NE(error.find("no-such-plugin.so: cannot load the plug-in"), std::string::npos) << error;
+    EXPECT_NE(error.find("no-such-plugin.so: there is no such file"), std::string::npos) << error;
 }

@@ -6,12 +6,16 @@
 
 namespace svg {
 
-bool AttributeSet::addPlain(const char* name, const char* value) {
+inline bool AttributeSet::take(const char* name, const char* value) {
     const std::uint8_t slot = findSlot(name);
     if (slot == 0) return false;
-    (slot < kPropertySlot ? m_attributes : m_presentation) |= std::uint64_t{1} << slot % 64;
+    m_present[slot / 64] |= std::uint64_t{1} << slot % 64;
     m_values[slot] = value;
     return true;
+}
+
+bool AttributeSet::addPlain(const char* name, const char* value) {
+    return take(name, value);
 }
 
 void AttributeSet::read(pugi::xml_node element, Namespaces& namespaces) {
@@ -28,7 +32,7 @@ void AttributeSet::readAll(pugi::xml_node element, Namespaces& namespaces, bool 
     for (pugi::xml_attribute attribute = element.first_attribute();; attribute = attribute.next_attribute()) {
         const char* const name = attribute.name();
         if (*name == '\0') return;
-        if (addPlain(name, attribute.value())) continue;
+        if (take(name, attribute.value())) continue;
         if (std::strchr(name, ':') != nullptr || std::strcmp(name, "xmlns") == 0)
             addQualified(name, attribute.value(), namespaces, declare);
     }
@@ -39,7 +43,7 @@ void AttributeSet::read(pugi::xml_node element) {
     for (pugi::xml_attribute attribute = element.first_attribute();; attribute = attribute.next_attribute()) {
         const char* const name = attribute.name();
         if (*name == '\0') return;
-        if (addPlain(name, attribute.value())) continue;
+        if (take(name, attribute.value())) continue;
         // Both "href" and "xlink:href": the plain one counts, wherever it stands.
         const char* const colon = std::strchr(name, ':');
         if (colon != nullptr && std::strcmp(colon + 1, "href") == 0 && !has(Attribute::href))

@@ -11,7 +11,7 @@ namespace svg {
 
 // One number for every plain attribute: an Attribute's own, or this and the number of a property.
 constexpr std::uint8_t kPropertySlot = 64;
-static_assert(static_cast<std::size_t>(Attribute::count) <= kPropertySlot);
+static_assert(kPropertySlot == 64 && static_cast<std::size_t>(Attribute::count) <= kPropertySlot);
 
 class AttributeSet {
 public:
@@ -22,29 +22,29 @@ public:
 
     // For readers of their own: starts empty, takes an attribute without a prefix. The texts are kept by
     // address. False when the name is unknown.
-    void clear() { m_attributes = m_presentation = 0; }
+    void clear() { m_present = {}; }
     bool addPlain(const char* name, const char* value);
 
-    bool has(Attribute attribute) const { return (m_attributes >> static_cast<int>(attribute) & 1) != 0; }
+    bool has(Attribute attribute) const { return (m_present[0] >> static_cast<int>(attribute) & 1) != 0; }
     // The text of an attribute, empty when it is not there.
     std::string_view get(Attribute attribute) const {
         return has(attribute) ? std::string_view(m_values[static_cast<std::size_t>(attribute)])
                               : std::string_view();
     }
     // The presentation attributes that are there: bit n is row n of the table of properties.
-    std::uint64_t presentation() const { return m_presentation; }
+    std::uint64_t presentation() const { return m_present[1]; }
     std::string_view presentation(std::size_t property) const { return m_values[kPropertySlot + property]; }
 
 private:
     void readAll(pugi::xml_node element, Namespaces& namespaces, bool declare);
+    bool take(const char* name, const char* value);
     void addQualified(const char* name, const char* value, Namespaces& namespaces, bool declare);
     void set(Attribute attribute, const char* value) {
-        m_attributes |= std::uint64_t{1} << static_cast<int>(attribute);
+        m_present[0] |= std::uint64_t{1} << static_cast<int>(attribute);
         m_values[static_cast<std::size_t>(attribute)] = value;
     }
 
-    std::uint64_t m_attributes = 0;  // one bit each
-    std::uint64_t m_presentation = 0;
+    std::array<std::uint64_t, 2> m_present{};  // a bit for each slot: the attributes, the properties
     std::array<const char*, 2 * kPropertySlot> m_values;  // valid where present
 };
 

@@ -59,11 +59,13 @@ std::size_t declarationLength(std::string_view text) {
     return text.size();
 }
 
-// White space and comments at both ends do not belong to a value.
+// White space and comments at both ends do not belong to a value. Its first and last character tell, nearly always,
+// that there is no comment.
 std::string_view trimComments(std::string_view text) {
-    for (text = trim(text); text.starts_with("/*"); text = trim(text.substr(behindComment(text, 0)))) {
-    }
-    while (text.ends_with("*/")) {
+    text = trim(text);
+    while (!text.empty() && text.front() == '/' && text.starts_with("/*"))
+        text = trim(text.substr(behindComment(text, 0)));
+    while (!text.empty() && text.back() == '/' && text.ends_with("*/")) {
         const std::size_t open = text.rfind("/*");
         if (open == text.npos) break;
         text = trim(text.substr(0, open));
@@ -119,8 +121,10 @@ bool takeDeclaration(std::string_view& text, Declaration& declaration, Vocabular
         text.remove_prefix(length < text.size() ? length + 1 : length);
         if (colon == whole.size()) continue;
         declaration.name = trimComments(whole.substr(0, colon));
-        declaration.property =
-            declaration.name.starts_with("--") ? kVariable : propertyNamed(declaration.name, vocabulary);
+        const std::string_view name = declaration.name;
+        declaration.property = name.size() >= 2 && name[0] == '-' && name[1] == '-'
+                                   ? kVariable
+                                   : propertyNamed(name, vocabulary);
         if (declaration.property == kUnknownProperty) continue;
         declaration.value = trimComments(whole.substr(colon + 1));
         declaration.important = takeImportant(declaration.value);

@@ -202,7 +202,7 @@ void StyleSheet::collect(pugi::xml_node element, std::string_view id, std::strin
     if (!m_universal.rules.empty()) collectFrom(m_universal, element);
     if (!m_byType.isEmpty()) collectFrom(m_byType, splitName(element.name()).local, element);
     while (!classes.empty() && !m_byClass.isEmpty()) collectFrom(m_byClass, takeWord(classes), element);
-    collectFrom(m_byId, id, element);
+    if (!m_byId.isEmpty()) collectFrom(m_byId, id, element);
     if (m_found.size() > 1) sortFound();
     for (const std::size_t rule : m_found) {
         const Block& block = m_blocks[m_rules[rule].block];

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "kzcore/tool/module_code.h"
+#include "kzcore/tool/module_file.h"
 #include "kzcore/tool/tool.h"
 #include "kzutil/archive.h"
 
@@ -52,9 +54,7 @@ bool readName(const WCHAR* at, const std::function<bool(const void*, std::size_t
 
 }  // namespace
 
-std::vector<APlugInTool> readExportTable(const void* table,
-                                         const std::function<bool(const void*, std::size_t)>& isReadable,
-                                         std::string& error) {
+std::vector<APlugInTool> readExportTable(const void* table, const AModuleMemory& memory, std::string& error) {
     error.clear();
     std::vector<APlugInTool> tools;
     const auto malformed = [&](std::size_t index, const char* reason) {
@@ -63,7 +63,7 @@ std::vector<APlugInTool> readExportTable(const void* table,
     };
     const BYTE* record = static_cast<const BYTE*>(table);
     for (std::size_t index = 0; index < kMaxRecords; ++index, record += kRecordSize) {
-        if (!record || !isReadable(record, kRecordSize)) return malformed(index, "cannot be read");
+        if (!record || !memory.isReadable(record, kRecordSize)) return malformed(index, "cannot be read");
         const auto kind = fieldAt<std::uint32_t>(record, offsetof(APlugInExport, kind));
         if (index == 0) {
             if (kind != kPlugInHeader || !isAllZero(record + 4, kRecordSize - 4))
@@ -81,15 +81,16 @@ std::vector<APlugInTool> readExportTable(const void* table,
         APlugInTool tool{AString(), fieldAt<std::uint32_t>(record, offsetof(APlugInExport, flags)),
                          fieldAt<ATool* (*)()>(record, offsetof(APlugInExport, factory))};
         const auto* name = fieldAt<const WCHAR*>(record, offsetof(APlugInExport, className));
-        if (!name || !readName(name, isReadable, tool.className))
+        if (!name || !readName(name, memory.isReadable, tool.className))
             return malformed(index, "has no readable class name");
         if (!isClassName(tool.className.view())) return malformed(index, "has a malformed class name");
         for (const std::size_t offset :
              {offsetof(APlugInExport, factory), offsetof(APlugInExport, firstCallback),
               offsetof(APlugInExport, secondCallback)}) {
             const auto* function = fieldAt<const void*>(record, offset);
-            if (!function || !isReadable(function, 1))
+            if (!function || !memory.isReadable(function, 1))
                 return malformed(index, "has a function outside its module");
+            if (!memory.isCode(function)) return malformed(index, "has data in place of a function");
         }
         const bool known = std::ranges::any_of(
             tools, [&](const APlugInTool& other) { return other.className == tool.className; });
@@ -101,19 +102,20 @@ std::vector<APlugInTool> readExportTable(const void* table,
 
 std::unique_ptr<APlugIn> APlugIn::load(const AFilePath& path, std::string& error) {
     const std::string file = path.getPath().toUtf8();
+    const auto refused = [&](const std::string& reason) {
+        error = file + ": " + reason;
+        return nullptr;
+    };
+    error = moduleFileProblem(std::filesystem::path(path.getPath().view()));
+    if (!error.empty()) return refused(error);
     std::unique_ptr<APlugIn> plugIn(new APlugIn);
     plugIn->m_module = LoadLibraryW(path);
-    if (!plugIn->m_module) {
-        error = file + ": cannot load the plug-in (error " + std::to_string(GetLastError()) + ")";
-        return nullptr;
-    }
+    if (!plugIn->m_module)
+        return refused("cannot load the plug-in (error " + std::to_string(GetLastError()) + ")");
     // Through void* the compiler lets one function pointer become another.
-    const auto getList = reinterpret_cast<APlugInExportGetListFunction>(
-        reinterpret_cast<void*>(GetProcAddress(plugIn->m_module, "APlugInExportGetList")));
-    if (!getList) {
-        error = file + ": not a plug-in: it exports no APlugInExportGetList";
-        return nullptr;
-    }
+    void* const getList = reinterpret_cast<void*>(GetProcAddress(plugIn->m_module, "APlugInExportGetList"));
+    if (!getList) return refused("not a plug-in: it exports no APlugInExportGetList");
+    if (!isModuleCode(getList)) return refused("not a plug-in: its APlugInExportGetList is no function");
     // Whatever the table points at must lie in the module itself.
     const auto isInModule = [module = plugIn->m_module](const void* address, std::size_t size) {
         constexpr DWORD flags =
@@ -126,11 +128,14 @@ std::unique_ptr<APlugIn> APlugIn::load(const AFilePath& path, std::string& error
         }
         return true;
     };
-    plugIn->m_tools = readExportTable(getList(), isInModule, error);
-    if (!error.empty()) {
-        error = file + ": " + error;
-        return nullptr;
+    std::vector<APlugInTool> tools = readExportTable(
+        reinterpret_cast<APlugInExportGetListFunction>(getList)(), {isInModule, isModuleCode}, error);
+    if (!error.empty()) return refused(error);
+    for (const APlugInTool& tool : tools) {
+        if (isArchiveClass(tool.className))
+            return refused("its class " + tool.className.toUtf8() + " is another's already");
     }
+    plugIn->m_tools = std::move(tools);
     for (const APlugInTool& tool : plugIn->m_tools) registerArchiveClass(tool.className, tool.factory);
     return plugIn;
 }

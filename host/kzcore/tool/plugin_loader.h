@@ -1,7 +1,7 @@
 // Loads plug-in modules and reads their export tables.
 //
 // Nothing in a table is trusted: records are read as bytes at their stated offsets, every pointer must lie in
-// the module that handed it over, and the table must end within a bounded number of records.
+// the module that handed it over, functions in its code, and the table must end within a bounded number of records.
 #pragma once
 
 #include <functional>
@@ -18,17 +18,21 @@ struct APlugInTool {
     ATool* (*factory)();
 };
 
-// Reads a table. `isReadable(address, size)` tells whether bytes may be read there. On a malformed table the
-// result is empty and `error` says what is wrong, and in which record.
-std::vector<APlugInTool> readExportTable(const void* table,
-                                         const std::function<bool(const void*, std::size_t)>& isReadable,
-                                         std::string& error);
+// What a table may refer to.
+struct AModuleMemory {
+    std::function<bool(const void* address, std::size_t size)> isReadable;
+    std::function<bool(const void* address)> isCode;
+};
+
+// Reads a table. On a malformed one the result is empty and `error` says what is wrong, and in which record.
+std::vector<APlugInTool> readExportTable(const void* table, const AModuleMemory& memory, std::string& error);
 
 // A loaded module. Its tools can be made by name, and from archives, until it is destroyed; whoever made
 // tools destroys them before.
 class APlugIn {
 public:
-    // Null, with an error that names the file, when the module cannot be loaded or its table is malformed.
+    // Null, with an error that names the file, when the module is not whole, cannot be loaded, or has a malformed
+    // table or a tool of a class that archives know already.
     static std::unique_ptr<APlugIn> load(const AFilePath& path, std::string& error);
     ~APlugIn();
     APlugIn(const APlugIn&) = delete;
