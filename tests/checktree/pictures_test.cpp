@@ -5,6 +5,7 @@
 #include "kzcore/device/device_mgr.h"
 #include "kzcore/document/config.h"
 #include "kzcore/document/refer_item.h"
+#include "res/resource.h"
 #include "support/pixels.h"
 
 using test::CheckTree;
@@ -290,6 +291,18 @@ TEST_F(ManySwatches, ThatWereNotDrawnAreForgottenWhenTheTreeIsFilledAnew) {
     EXPECT_EQ(ImageList_GetImageCount(pictures()), 6);
     fill();
     EXPECT_EQ(image("0"), 6);
+}
+
+TEST_F(CheckTreePictures, FillingAnewTakesTheColorsOfTheSystemAnew) {
+    constexpr COLORREF kOther = RGB(1, 2, 3);
+    insert("A");
+    EXPECT_EQ(tree.setItemBitmap(at("A"), IDB_BLANK), 1);
+    EXPECT_EQ(shown("A").at(0, 0), test::kWhite);
+    const test::SystemColor other{COLOR_WINDOW, kOther};
+    tree.initImageLists();
+    insert("A");
+    EXPECT_EQ(tree.setItemBitmap(at("A"), IDB_BLANK), 1);
+    EXPECT_EQ(shown("A").at(0, 0), kOther);
 }
 
 TEST_F(CheckTreePictures, OnAWindowThatIsNotWhiteDisabledFormsEqualTheEnabledOnes) {
