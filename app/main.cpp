@@ -1,5 +1,9 @@
 #include "app/program.h"
 
 int main(int argc, char** argv) {
-    return app::run({argv + 1, argv + argc});
+    try {
+        return app::run({argv + 1, argv + argc});
+    } catch (...) {
+        return app::failed();
+    }
 }

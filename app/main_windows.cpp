@@ -3,7 +3,11 @@
 
 // The wide command line, so that file names of every language arrive.
 int wmain(int argc, wchar_t** argv) {
-    std::vector<std::string> arguments;
-    for (int i = 1; i < argc; ++i) arguments.push_back(kzutil::narrow(argv[i]));
-    return app::run(std::move(arguments));
+    try {
+        std::vector<std::string> arguments;
+        for (int i = 1; i < argc; ++i) arguments.push_back(kzutil::narrow(argv[i]));
+        return app::run(std::move(arguments));
+    } catch (...) {
+        return app::failed();
+    }
 }

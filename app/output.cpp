@@ -17,6 +17,18 @@ bool isFollowingByte(char c) {  // of a character of several bytes in UTF-8
     return (static_cast<unsigned char>(c) & 0xc0) == 0x80;
 }
 
+// With '?' for what commands a terminal: control characters, and U+0080 to U+009F.
+template <class Put>
+void forEachPrintable(std::string_view text, Put put) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        const bool isTwoByteControl =
+            c == 0xc2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xa0;
+        if (isTwoByteControl) ++i;
+        put(c < 0x20 || c == 0x7f || isTwoByteControl ? '?' : text[i]);
+    }
+}
+
 bool isPlain(char c) {
     return c >= 0x20 && c < 0x7f && c != '"' && c != '\\';
 }
@@ -55,21 +67,18 @@ void appendJsonString(std::string& out, std::string_view text) {
     }
 }
 
-void printError(std::string_view text) {
+void printError(std::string_view text, std::string_view more) noexcept {
     std::fflush(stdout);
-    std::fprintf(stderr, "kzdraw: %s\n", printable(text).c_str());
+    std::fputs("kzdraw: ", stderr);
+    const auto put = [](char c) { std::fputc(c, stderr); };
+    forEachPrintable(text, put);
+    forEachPrintable(more, put);
+    put('\n');
 }
 
 std::string printable(std::string_view text) {
     std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto c = static_cast<unsigned char>(text[i]);
-        // U+0080 to U+009F: terminals obey these, too.
-        const bool isTwoByteControl =
-            c == 0xc2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xa0;
-        if (isTwoByteControl) ++i;
-        result += c < 0x20 || c == 0x7f || isTwoByteControl ? '?' : text[i];
-    }
+    forEachPrintable(text, [&](char c) { result += c; });
     return result;
 }
 

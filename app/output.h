@@ -20,8 +20,8 @@ void flushOutput();
 // Appends a JSON string literal.
 void appendJsonString(std::string& out, std::string_view text);
 
-// One line on standard error: "kzdraw: " and printable() of the text.
-void printError(std::string_view text);
+// One line on standard error: "kzdraw: " and printable() of the two texts. Asks for no memory.
+void printError(std::string_view text, std::string_view more = {}) noexcept;
 
 // The text with '?' for every control character: names come from drawings, and must neither break a line nor
 // command the terminal.

@@ -7,6 +7,7 @@
 #include "app/output.h"
 #include "app/session.h"
 #include "canvas/image.h"
+#include "formats/svg/values/color.h"
 #include "kzcore/display/tiled_picture.h"
 #include "kzcore/view/view_display.h"
 #include "kzutil/rect_math.h"
@@ -15,7 +16,6 @@ namespace app {
 
 namespace {
 
-constexpr std::uint32_t kWhite = 0xffffffff;
 // Large squares cut few objects in two, and still keep all cores busy.
 constexpr int kTileSide = 512;
 
@@ -73,15 +73,17 @@ PictureSize wholeSize(PictureSize size, const AFRect& area, double scale) {
     return whole;
 }
 
-AAffine fit(const AFRect& area, PictureSize size) {
-    const double scale = std::min(size.width / area.Width(), size.height / area.Height());
+// `byWidth`: the height was chosen for the width, rounded; the drawing is not made smaller for that.
+AAffine fit(const AFRect& area, PictureSize size, bool byWidth) {
+    const double across = size.width / area.Width();
+    const double scale = byWidth ? across : std::min(across, size.height / area.Height());
     const double left = (size.width - area.Width() * scale) / 2;
     const double top = (size.height - area.Height() * scale) / 2;
     return {scale, 0, 0, scale, left - area.left * scale, top - area.top * scale};
 }
 
-// Whitens what lies beside the whole pixels that the area touches.
-void whitenBeside(AImage& image, const AFRect& area, const AAffine& toPixels) {
+// Empties what lies beside the whole pixels that the area touches.
+void emptyBeside(AImage& image, const AFRect& area, const AAffine& toPixels, std::uint32_t ground) {
     const AFPoint from = toPixels.apply({area.left, area.top});
     const AFPoint to = toPixels.apply({area.right, area.bottom});
     constexpr double kRounding = 1e-6;
@@ -95,8 +97,8 @@ void whitenBeside(AImage& image, const AFRect& area, const AAffine& toPixels) {
     for (int y = 0; y < image.height(); ++y) {
         std::uint32_t* const row = image.row(y);
         const bool beside = y < top || y >= bottom;
-        std::fill(row, row + (beside ? image.width() : left), kWhite);
-        std::fill(row + right, row + image.width(), kWhite);
+        std::fill(row, row + (beside ? image.width() : left), ground);
+        std::fill(row + right, row + image.width(), ground);
     }
 }
 
@@ -135,14 +137,26 @@ AFRect readPictureArea(const std::string& text) {
     return area;
 }
 
-std::string drawPng(const ADocView& view, PictureSize size, const std::optional<AFRect>& part) {
+std::uint32_t readGround(const std::string& text) {
+    if (text == "none") return 0;
+    std::string_view rest = text;
+    std::uint32_t rgb = 0;
+    std::uint8_t alpha = 255;
+    if (!svg::takeColor(rest, rgb, &alpha) || !rest.empty())
+        throw Failure{inQuotes(text) + " is no background: it is none or a color, as #ffffff or white"};
+    const auto premultiplied = [&](int shift) { return ((rgb >> shift & 255) * alpha + 127) / 255 << shift; };
+    return std::uint32_t{alpha} << 24 | premultiplied(16) | premultiplied(8) | premultiplied(0);
+}
+
+std::string drawPng(const ADocView& view, const PictureOptions& options) {
     ADocument& document = *view.getDocument();
-    const AFRect area = part ? *part : shownArea(document);
-    size = wholeSize(size, area, document.getPageScale());
-    const AAffine toPixels = fit(area, size);
+    const AFRect area = options.part ? *options.part : shownArea(document);
+    const PictureSize size = wholeSize(options.size, area, document.getPageScale());
+    const AAffine toPixels = fit(area, size, options.size.width != 0 && options.size.height == 0);
     AViewDisplay display(view);
-    AImage image = drawTiled(*display.list(), *display.shown(), toPixels, size.width, size.height, kTileSide);
-    whitenBeside(image, area, toPixels);
+    AImage image = drawTiled(*display.list(), *display.shown(), toPixels, size.width, size.height, kTileSide,
+                             0, options.ground);
+    emptyBeside(image, area, toPixels, options.ground);
     return encodePng(image);
 }
 

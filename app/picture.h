@@ -1,6 +1,7 @@
 // Pictures of a drawing as its view shows it.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -10,8 +11,9 @@
 namespace app {
 
 struct PictureSize {
-    int width = 0;   // 0: as large as the page was made, 96 to the inch, rounded
-    int height = 0;  // 0: as the page's proportions ask for
+    int width = 0;  // 0: as large as the page was made, 96 to the inch, rounded
+    int height =
+        0;  // 0: as the page's proportions ask for, rounded; the drawing is then as wide as the picture
 };
 
 constexpr int kLongestPictureSide = 32767;
@@ -22,8 +24,17 @@ PictureSize readPictureSize(const std::string& text);
 // Reads X,Y,WIDTH,HEIGHT in user units. Raises Failure.
 AFRect readPictureArea(const std::string& text);
 
-// The bytes of a PNG file: the page, or the part of the drawing that is given, fitted into the picture and centred,
-// on white; where the page has no extent, what the objects cover. Raises Failure, and bad_alloc.
-std::string drawPng(const ADocView& view, PictureSize size, const std::optional<AFRect>& part = std::nullopt);
+// Reads none or a colour as style sheets write it, into a pixel as in AImage. Raises Failure.
+std::uint32_t readGround(const std::string& text);
+
+struct PictureOptions {
+    PictureSize size;
+    std::optional<AFRect> part = std::nullopt;  // of the drawing; else the page
+    std::uint32_t ground = 0xffffffff;          // what the drawing stands on, a pixel as in AImage
+};
+
+// The bytes of a PNG file: the page, or the part of the drawing that is given, fitted into the picture and centred;
+// where the page has no extent, what the objects cover. Raises Failure, and bad_alloc.
+std::string drawPng(const ADocView& view, const PictureOptions& options);
 
 }  // namespace app

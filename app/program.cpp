@@ -44,6 +44,12 @@ CLI::Option* addSize(CLI::App* command, std::string& size) {
         ->type_name("SIZE");
 }
 
+CLI::Option* addBackground(CLI::App* command, std::string& background) {
+    return command
+        ->add_option("--background", background, "What the picture's ground is, none or a color; else white")
+        ->type_name("COLOR");
+}
+
 void addJson(CLI::App* command, bool& json) {
     command->add_flag("--json", json, "Print JSON, one line");
 }
@@ -106,10 +112,15 @@ std::string helpOf(const CLI::App& program) {
     return " (see " + command + "--help)";
 }
 
+// Of a command with its file.
+struct NotEnoughMemory {
+    std::string file;
+};
+
 // What the command line says, kept until its command runs.
 struct Given {
     int status = 0;  // what the command returned
-    std::string file, out, size, area;
+    std::string file, out, size, area, background;
     bool json = false, reset = false;
     std::string similar, colored;
     std::vector<std::string> where, within;
@@ -203,10 +214,12 @@ void addView(CLI::App& program, Given& given) {
                          "Write a picture, .png, or a drawing, .svg, without what is hidden")
             ->type_name("FILE");
     const CLI::Option* size = addSize(view, given.size);
+    const CLI::Option* background = addBackground(view, given.background);
     addJson(view, given.json);
-    view->final_callback([&given, view, out, size] {
-        given.status = runView(
-            {given.file, stepsOf(*view), valueOf(out, given.out), valueOf(size, given.size), given.json});
+    view->final_callback([&given, view, out, size, background] {
+        given.status =
+            runView({given.file, stepsOf(*view), valueOf(out, given.out), valueOf(size, given.size),
+                     valueOf(background, given.background), given.json});
     });
 }
 
@@ -219,8 +232,10 @@ void addRender(CLI::App& program, Given& given) {
     const CLI::Option* area =
         render->add_option("--area", given.area, "The part to draw, in user units; else the page")
             ->type_name("X,Y,WIDTH,HEIGHT");
-    render->final_callback([&given, size, area] {
-        given.status = runRender(given.file, given.out, valueOf(size, given.size), valueOf(area, given.area));
+    const CLI::Option* background = addBackground(render, given.background);
+    render->final_callback([&given, size, area, background] {
+        given.status = runRender({given.file, given.out, valueOf(size, given.size), valueOf(area, given.area),
+                                  valueOf(background, given.background)});
     });
 }
 
@@ -262,6 +277,8 @@ int parseAndRun(std::vector<std::string> arguments) {
         printLine(version.what());
     } catch (const CLI::ParseError& error) {
         throw Failure{error.what() + helpOf(program)};
+    } catch (const std::bad_alloc&) {
+        throw NotEnoughMemory{std::move(given.file)};
     }
     return given.status;
 }
@@ -269,19 +286,27 @@ int parseAndRun(std::vector<std::string> arguments) {
 }  // namespace
 
 int run(std::vector<std::string> arguments) {
+    namePreferenceFolder();
+    const int status = parseAndRun(std::move(arguments));
+    flushOutput();
+    return status;
+}
+
+int failed() noexcept {
     try {
-        namePreferenceFolder();
-        const int status = parseAndRun(std::move(arguments));
-        flushOutput();
-        return status;
+        throw;
     } catch (const Failure& failure) {
         printError(failure.reason);
     } catch (const OutputError& error) {
         printError(error.reason);
+    } catch (const NotEnoughMemory& shortage) {
+        printError(shortage.file, shortage.file.empty() ? "not enough memory" : ": not enough memory");
     } catch (const std::bad_alloc&) {
         printError("not enough memory");
     } catch (const std::exception& error) {
         printError(error.what());
+    } catch (...) {
+        printError("failed for an unknown reason");
     }
     return kFailed;
 }

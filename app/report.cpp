@@ -38,6 +38,26 @@ Json reportLayers(const ADatabase& database, bool master) {
     return layers;
 }
 
+struct State {
+    bool isHidden = false;
+    bool isLocked = false;
+};
+
+// By itself, by what it lies in or by its layer.
+State stateOf(const AObject& object) {
+    State state{object.getObjectFlags(kObjectHidden) != 0, object.isUnselectable() != 0};
+    for (const AParent* parent = object.getParent(); parent; parent = parent->getParent()) {
+        if (const auto* layer = dynamic_cast<const ALayer*>(parent)) {
+            state.isHidden |= layer->isHidden();
+            state.isLocked |= layer->isLocked();
+        } else if (const auto* around = dynamic_cast<const AObject*>(parent)) {
+            state.isHidden |= around->getObjectFlags(kObjectHidden) != 0;
+            state.isLocked |= around->isUnselectable() != 0;
+        }
+    }
+    return state;
+}
+
 }  // namespace
 
 AObList allObjects(ADocument& document) {
@@ -69,11 +89,13 @@ void printObjects(ADocument& document) {
     for (ARoot* entry : allObjects(document)) {
         const auto* object = static_cast<const AObject*>(entry);
         const AParent* parent = object->getParent();
-        const bool isInLayer = dynamic_cast<const ALayer*>(parent) != nullptr;
+        const State state = stateOf(*object);
+        const bool isInParent = parent && !dynamic_cast<const ALayer*>(parent);
         const Json row = {
             {"id", object->getNameUtf8()},  {"class", object->getClassName().toUtf8()},
-            {"layer", layerTitle(*object)}, {"parent", isInLayer ? Json() : Json(parent->getNameUtf8())},
-            {"fill", fillName(*object)},    {"stroke", strokeName(*object)}};
+            {"layer", layerTitle(*object)}, {"parent", isInParent ? Json(parent->getNameUtf8()) : Json()},
+            {"fill", fillName(*object)},    {"stroke", strokeName(*object)},
+            {"hidden", state.isHidden},     {"locked", state.isLocked}};
         if (!first) print(",");
         first = false;
         print(row.dump(-1, ' ', false, Json::error_handler_t::replace));

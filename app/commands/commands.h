@@ -35,14 +35,20 @@ struct ViewOptions {
     std::vector<ViewStep> steps;      // in their order
     std::optional<std::string> out;   // a picture or a drawing
     std::optional<std::string> size;  // of the picture
+    std::optional<std::string> background;
     bool json = false;
 };
 // Without a file to write, what is hidden is told.
 int runView(const ViewOptions& options);
 
-// `out` is a picture; without a size it is the page's, without an area it shows the page.
-int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size,
-              const std::optional<std::string>& area);
+struct RenderOptions {
+    std::string file;
+    std::string out;                        // a picture
+    std::optional<std::string> size;        // else the page's
+    std::optional<std::string> area;        // else the page
+    std::optional<std::string> background;  // else white
+};
+int runRender(const RenderOptions& options);
 
 // What the dialogs remember for the next run. `reset`: forget it, and then tell what is left.
 int runPrefs(bool reset, bool json);

@@ -5,14 +5,15 @@
 
 namespace app {
 
-int runRender(const std::string& file, const std::string& out, const std::optional<std::string>& size,
-              const std::optional<std::string>& area) {
-    const PictureSize pixels = size ? readPictureSize(*size) : PictureSize();
-    const std::optional<AFRect> part = area ? std::optional(readPictureArea(*area)) : std::nullopt;
-    checkPictureName(out);
+int runRender(const RenderOptions& options) {
+    PictureOptions picture;
+    if (options.size) picture.size = readPictureSize(*options.size);
+    if (options.area) picture.part = readPictureArea(*options.area);
+    if (options.background) picture.ground = readGround(*options.background);
+    checkPictureName(options.out);
     Session session;
-    session.open(file);
-    writeFile(out, onFile(file, [&] { return drawPng(session.view(), pixels, part); }));
+    session.open(options.file);
+    writeFile(options.out, onFile(options.file, [&] { return drawPng(session.view(), picture); }));
     return 0;
 }
 

@@ -35,19 +35,22 @@ void printShownForPeople(const ADocView& view) {
     }
 }
 
-std::string outputBytes(const ADocView& view, const std::string& extension, PictureSize size) {
-    if (extension == ".png") return drawPng(view, size);
+std::string outputBytes(const ADocView& view, const std::string& extension, const PictureOptions& picture) {
+    if (extension == ".png") return drawPng(view, picture);
     return drawingBytes(*view.getDocument(), view.m_viewFilter);
 }
 
 }  // namespace
 
 int runView(const ViewOptions& options) {
-    const PictureSize size = options.size ? readPictureSize(*options.size) : PictureSize();
+    PictureOptions picture;
+    if (options.size) picture.size = readPictureSize(*options.size);
+    if (options.background) picture.ground = readGround(*options.background);
     const std::string extension = options.out ? extensionOf(*options.out) : std::string();
     if (options.out && extension != ".png" && extension != ".svg")
         throw Failure{*options.out + ": it is neither a picture, .png, nor a drawing, .svg"};
     if (options.size && extension != ".png") throw Failure{"--size is for pictures: -o FILE.png"};
+    if (options.background && extension != ".png") throw Failure{"--background is for pictures: -o FILE.png"};
     Session session;
     session.open(options.file);
     const ADocView& view = session.view();
@@ -58,7 +61,7 @@ int runView(const ViewOptions& options) {
         }
     });
     if (options.out) {
-        writeFile(*options.out, onFile(options.file, [&] { return outputBytes(view, extension, size); }));
+        writeFile(*options.out, onFile(options.file, [&] { return outputBytes(view, extension, picture); }));
     }
     if (options.json)
         printJson(reportFilter(view));

@@ -68,7 +68,7 @@ void doSave(Interpreter& script, const Words& words) {
 void doRender(Interpreter& script, const Words& words) {
     const PictureSize size = words.size() == 3 ? readPictureSize(words[2]) : PictureSize();
     checkPictureName(words[1]);
-    writeFile(words[1], drawPng(script.session.view(), size));
+    writeFile(words[1], drawPng(script.session.view(), {.size = size}));
 }
 
 void doSelect(Interpreter& script, const Words& words) {

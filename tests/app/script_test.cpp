@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <map>
+#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "app/output.h"
@@ -57,13 +59,40 @@ TEST_F(Script, PrintsEveryObjectWithItsPlaceAndPaint) {
     EXPECT_EQ(
         runToItsEnd(openSea() + "print objects\n"),
         R"({"objects":[)"
-        R"({"id":"hull","class":"ARectangle","layer":"Sea","parent":null,"fill":"red","stroke":"black"},)"
-        R"({"id":"sail","class":"ARectangle","layer":"Sea","parent":null,"fill":null,"stroke":"blue"},)"
-        R"({"id":"sun","class":"AOval","layer":"Sea","parent":null,"fill":"glow","stroke":null},)"
-        R"({"id":"crew","class":"AGroup","layer":"Sea","parent":null,"fill":null,"stroke":null},)"
-        R"({"id":"cap","class":"ARectangle","layer":"Sea","parent":"crew","fill":"red","stroke":"glow"},)"
-        R"({"id":"cloud","class":"ARectangle","layer":"Sky","parent":null,"fill":"#123456","stroke":null})"
+        R"({"id":"hull","class":"ARectangle","layer":"Sea","parent":null,"fill":"red","stroke":"black","hidden":false,"locked":false},)"
+        R"({"id":"sail","class":"ARectangle","layer":"Sea","parent":null,"fill":null,"stroke":"blue","hidden":false,"locked":false},)"
+        R"({"id":"sun","class":"AOval","layer":"Sea","parent":null,"fill":"glow","stroke":null,"hidden":false,"locked":false},)"
+        R"({"id":"crew","class":"AGroup","layer":"Sea","parent":null,"fill":null,"stroke":null,"hidden":false,"locked":false},)"
+        R"({"id":"cap","class":"ARectangle","layer":"Sea","parent":"crew","fill":"red","stroke":"glow","hidden":false,"locked":false},)"
+        R"({"id":"cloud","class":"ARectangle","layer":"Sky","parent":null,"fill":"#123456","stroke":null,"hidden":false,"locked":true})"
         "]}\n");
+}
+
+TEST_F(Script, TellsWhichObjectsAreHiddenAndLockedByWhatever) {
+    const std::string file =
+        test::utf8(folder.write("states.svg", R"svg(<svg xmlns="http://www.w3.org/2000/svg"
+         xmlns:inkscape="http://www.inkscape.org/namespaces/inkscape"
+         xmlns:sodipodi="http://sodipodi.sourceforge.net/DTD/sodipodi-0.dtd">
+      <g inkscape:groupmode="layer" inkscape:label="Seen">
+        <rect id="plain"/><rect id="gone" display="none"/><rect id="fixed" sodipodi:insensitive="true"/>
+        <g id="out" display="none"><rect id="inner"/></g>
+        <g id="pinned" sodipodi:insensitive="true"><rect id="held"/></g>
+      </g>
+      <g inkscape:groupmode="layer" inkscape:label="Unseen" style="display:none"><rect id="under"/></g>
+      <g inkscape:groupmode="layer" inkscape:label="Fixed" sodipodi:insensitive="true"><rect id="kept"/></g>
+    </svg>)svg"));
+    const auto objects =
+        nlohmann::json::parse(runToItsEnd("open '" + file + "'\nprint objects\n")).at("objects");
+    std::map<std::string, std::string> states;
+    for (const auto& object : objects) {
+        states[object["id"]] = std::string(object["hidden"].get<bool>() ? "hidden " : "") +
+                               (object["locked"].get<bool>() ? "locked" : "");
+    }
+    const std::map<std::string, std::string> expected{
+        {"plain", ""},      {"gone", "hidden "},  {"fixed", "locked"},
+        {"out", ""},        {"inner", "hidden "}, {"pinned", "locked"},
+        {"held", "locked"}, {"under", "hidden "}, {"kept", "locked"}};
+    EXPECT_EQ(states, expected);
 }
 
 TEST_F(Script, RunsATool) {

@@ -228,6 +228,59 @@ TEST_F(ViewCommand, APageOfOtherProportionsShowsWhatIsBesideItsBox) {
     EXPECT_EQ(picture().at(31, 19), 0xffff0000);
 }
 
+// A height of 33.33 pixels is rounded; a drawing made smaller for that would leave white at both sides.
+TEST_F(ViewCommand, AWidthAloneIsTheDrawingsWidth) {
+    const std::string file = test::utf8(
+        folder.write("page.svg",
+                     "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 30 10' width='30' height='10'>"
+                     "<rect width='30' height='10' fill='red'/></svg>"));
+    EXPECT_EQ(runKzdraw({"render", file, "-o", png, "--size", "100"}), done);
+    const AImage image = picture();
+    ASSERT_EQ(image.width(), 100);
+    ASSERT_EQ(image.height(), 33);
+    for (const int y : {1, 16, 31}) {
+        EXPECT_EQ(image.at(0, y), 0xffff0000) << y;
+        EXPECT_EQ(image.at(99, y), 0xffff0000) << y;
+    }
+}
+
+TEST_F(ViewCommand, ABackgroundStandsBehindTheDrawing) {
+    const std::string file = test::utf8(
+        folder.write("page.svg",
+                     "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 20 20' width='20' height='20'>"
+                     "<rect width='10' height='10' fill='red'/>"
+                     "<rect y='10' width='10' height='10' fill='red' opacity='0.5'/></svg>"));
+    const struct {
+        const char* color;
+        std::uint32_t beside, through;
+    } table[] = {
+        {"none", 0x00000000, 0x80800000},      {"white", 0xffffffff, 0xffff7f7f},
+        {"#00f", 0xff0000ff, 0xff80007f},      {"rgb(0, 255, 0)", 0xff00ff00, 0xff807f00},
+        {"#0000ff00", 0x00000000, 0x80800000},
+    };
+    for (const auto& row : table) {
+        for (const std::string command : {"render", "view"}) {
+            EXPECT_EQ(runKzdraw({command, file, "-o", png, "--background", row.color}), done);
+            const AImage image = picture();
+            EXPECT_EQ(image.at(2, 2), 0xffff0000) << row.color;
+            EXPECT_EQ(image.at(15, 5), row.beside) << row.color;
+            EXPECT_EQ(image.at(2, 15), row.through) << row.color;
+            // Beside the page too.
+            EXPECT_EQ(runKzdraw({command, file, "-o", png, "--background", row.color, "--size", "60x20"}),
+                      done);
+            EXPECT_EQ(picture().at(1, 10), row.beside) << row.color;
+        }
+    }
+    for (const char* color : {"", "blueish", "none ", "red blue"}) {
+        EXPECT_EQ(runKzdraw({"render", file, "-o", png, "--background=" + std::string(color) + ""}).status, 2)
+            << color;
+    }
+    EXPECT_EQ(runKzdraw({"render", file, "-o", png, "--background", "blueish"}),
+              refused("\"blueish\" is no background: it is none or a color, as #ffffff or white"));
+    EXPECT_EQ(runKzdraw({"view", file, "-o", svg, "--background", "none"}),
+              refused("--background is for pictures: -o FILE.png"));
+}
+
 TEST_F(ViewCommand, PicturesShowThePageInTheirMiddleAndNothingBesideIt) {
     folder.write("wide.svg", R"svg(<svg xmlns="http://www.w3.org/2000/svg" viewBox="100 50 30 10">
         <rect x="90" y="0" width="1000" height="1000" fill="red"/></svg>)svg");

@@ -58,7 +58,7 @@ TEST_F(CheckTreePictures, DisabledFoldersAreTheEnabledOnesOnTheFaceColor) {
             << folder;
     const Pixels drop = pixelsOf(pictures(), 0);
     const Pixels empty = pixelsOf(pictures(), 1);
-    EXPECT_NE(empty, whiteReplaced(drop, kFace)) << "an empty frame instead of the drop, deliberately";
+    EXPECT_NE(empty, whiteReplaced(drop, kFace)) << "an empty frame instead of the drop, as users know it";
     EXPECT_EQ(empty.at(1, 2), test::kBlack);
     EXPECT_EQ(empty.at(7, 7), kFace);
 }

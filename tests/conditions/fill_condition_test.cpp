@@ -192,7 +192,7 @@ TEST_F(FillCondition, TwoFillsHaveAClassInCommonWhenTheirColorsAgree) {
         {"otherCase", {"otherCase"}},
         {"otherValue", {"otherValue"}},
         {"spot", {"spot"}},
-        // Not even with themselves, deliberately: only colours are compared.
+        // Not even with themselves: only colours are compared.
         {"colorless", {}},
         {"gradient", {}},
         {"gradientAgain", {}},

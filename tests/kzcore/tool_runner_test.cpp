@@ -97,7 +97,7 @@ TEST(ToolRunner, WhatRaisesLeavesTheViewAsItWas) {
     };
     std::string error;
     EXPECT_EQ(runTool(tool, nullptr, error), AToolOutcome::failed);
-    EXPECT_FALSE(error.empty());
+    EXPECT_EQ(error, "not enough memory");
     EXPECT_EQ(drawing.selected(), std::vector<AObject*>{a});
     EXPECT_FALSE(drawing.view().getHistory().undo());
     tool.start = [&](TestTool& self, void*) {

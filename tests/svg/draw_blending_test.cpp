@@ -11,7 +11,6 @@ namespace {
 
 using namespace svg_test;
 
-constexpr std::uint32_t kWhite = 0xffffff;
 constexpr std::uint32_t kOrange = 0xff8000;
 constexpr std::uint32_t kMint = 0x80ff80;
 // What multiplying those gives: only what both let through.

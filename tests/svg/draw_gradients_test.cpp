@@ -6,8 +6,6 @@ namespace {
 
 using namespace svg_test;
 
-constexpr std::uint32_t kWhite = 0xffffff;
-
 const std::string kStops = "<stop offset='0' stop-color='black'/><stop offset='1' stop-color='white'/>";
 
 // A rectangle over the picture's upper half painted with the gradient "g".

@@ -6,10 +6,6 @@ namespace {
 
 using namespace svg_test;
 
-constexpr std::uint32_t kWhite = 0xffffff;
-constexpr std::uint32_t kRed = 0xff0000;
-constexpr std::uint32_t kBlue = 0x0000ff;
-
 const std::string kRedPage = "<rect width='200' height='100' fill='red' ";
 
 TEST(DrawGroups, OpacityCoversTheGroupAsOnePicture) {

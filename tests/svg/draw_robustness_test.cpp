@@ -7,8 +7,6 @@ namespace {
 
 using namespace svg_test;
 
-constexpr std::uint32_t kRed = 0xff0000;
-
 std::string repeated(const std::string& text, int count) {
     std::string out;
     for (int i = 0; i < count; ++i) out += text;

@@ -6,9 +6,6 @@ namespace {
 
 using namespace svg_test;
 
-constexpr std::uint32_t kWhite = 0xffffff;
-constexpr std::uint32_t kRed = 0xff0000;
-
 // A page of 200 by 100 with these attributes on its root, red all over.
 Picture drawRoot(const std::string& attributes, const std::string& definitions = "",
                  const AAffine& toPixels = {}) {

@@ -6,9 +6,6 @@ namespace {
 
 using namespace svg_test;
 
-constexpr std::uint32_t kWhite = 0xffffff;
-constexpr std::uint32_t kRed = 0xff0000;
-
 TEST(DrawShapes, RectangleFillsItsPixelsExactly) {
     const Picture picture = drawBody("<rect x='10' y='20' width='30' height='40' fill='red'/>");
     EXPECT_EQ(picture.at(10, 20), kRed);

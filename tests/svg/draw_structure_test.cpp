@@ -8,11 +8,6 @@ namespace {
 
 using namespace svg_test;
 
-constexpr std::uint32_t kWhite = 0xffffff;
-constexpr std::uint32_t kRed = 0xff0000;
-constexpr std::uint32_t kBlue = 0x0000ff;
-constexpr std::uint32_t kLime = 0x00ff00;
-
 // Refuses one colour.
 class WithoutColor : public AViewFilter {
 public:

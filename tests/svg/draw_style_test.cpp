@@ -6,9 +6,6 @@ namespace {
 
 using namespace svg_test;
 
-constexpr std::uint32_t kWhite = 0xffffff;
-constexpr std::uint32_t kRed = 0xff0000;
-
 // The colour of a square of 20 by 20 with this markup.
 std::uint32_t squareColor(const std::string& attributes, const std::string& before = "") {
     return drawBody(before + "<rect id='a' class='c' width='20' height='20' " + attributes + "/>").at(10, 10);

@@ -17,6 +17,11 @@ class AViewFilter;
 
 namespace svg_test {
 
+constexpr std::uint32_t kWhite = 0xffffff;
+constexpr std::uint32_t kRed = 0xff0000;
+constexpr std::uint32_t kLime = 0x00ff00;
+constexpr std::uint32_t kBlue = 0x0000ff;
+
 class Picture {
 public:
     // What a view of the document draws on white, 200 by 100 pixels. Takes over the view's filter.

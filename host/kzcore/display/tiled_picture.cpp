@@ -11,20 +11,23 @@
 
 namespace {
 
-constexpr std::uint32_t kWhite = 0xffffffff;
+constexpr std::uint32_t kOpaque = 0xff000000;
 
 AImage drawPart(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, const RECT& area,
-                const std::function<bool()>& stops) {
+                std::uint32_t ground, const std::function<bool()>& stops) {
     AImage image(static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top));
-    std::fill(image.pixels().begin(), image.pixels().end(), kWhite);
+    std::fill(image.pixels().begin(), image.pixels().end(), ground);
     APixels pixels = pixelsOf(image);
-    pixels.hasAlpha = false;
+    const bool isOpaque = (ground & kOpaque) == kOpaque;
+    pixels.hasAlpha = !isOpaque;
     {
         ACanvas canvas(pixels);
         const AAffine toPart = AAffine::translation(-area.left, -area.top) * toPixels;
         if (!ADisplayDrawing(list, shown, toPart).draw(canvas, stops)) return {};
     }
-    for (std::uint32_t& pixel : image.pixels()) pixel |= 0xff000000;
+    if (isOpaque) {
+        for (std::uint32_t& pixel : image.pixels()) pixel |= kOpaque;
+    }
     return image;
 }
 
@@ -49,12 +52,13 @@ void copyInto(AImage& picture, const AImage& tile, int left, int top) {
 
 AImage drawTile(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int side, int x,
                 int y, const std::function<bool()>& stops) {
-    return drawPart(list, shown, toPixels, {x * side, y * side, (x + 1) * side, (y + 1) * side}, stops);
+    const RECT square{x * side, y * side, (x + 1) * side, (y + 1) * side};
+    return drawPart(list, shown, toPixels, square, kWhiteGround, stops);
 }
 
 AImage drawTiled(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int width,
-                 int height, int side, unsigned threads) {
-    if (isMostlyPictures(list)) return drawPart(list, shown, toPixels, {0, 0, width, height}, {});
+                 int height, int side, unsigned threads, std::uint32_t ground) {
+    if (isMostlyPictures(list)) return drawPart(list, shown, toPixels, {0, 0, width, height}, ground, {});
     AImage picture(width, height);
     const int columns = (width + side - 1) / side;
     const int rows = (height + side - 1) / side;
@@ -64,8 +68,10 @@ AImage drawTiled(const ADisplayList& list, const AShownPaint& shown, const AAffi
     const auto work = [&] {
         try {
             for (int i = next++; i < columns * rows; i = next++) {
-                const AImage tile = drawTile(list, shown, toPixels, side, i % columns, i / columns);
-                copyInto(picture, tile, i % columns * side, i / columns * side);
+                const int left = i % columns * side;
+                const int top = i / columns * side;
+                const RECT square{left, top, left + side, top + side};
+                copyInto(picture, drawPart(list, shown, toPixels, square, ground, {}), left, top);
             }
         } catch (...) {
             next = columns * rows;

@@ -8,12 +8,15 @@
 
 #include "kzcore/display/shown_paint.h"
 
-// The square (x, y), in squares, of a picture that starts at 0, 0: opaque on white, as in AImage. `stops`, asked now
-// and then, breaks off when it says so: then empty. Raises bad_alloc.
+constexpr std::uint32_t kWhiteGround = 0xffffffff;
+
+// The square (x, y), in squares, of a picture that starts at 0, 0, on white. `stops`, asked now and then, breaks off
+// when it says so: then empty. Raises bad_alloc.
 AImage drawTile(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int side, int x,
                 int y, const std::function<bool()>& stops = {});
 
-// A whole picture made of such squares by so many threads; 0: as many as there are cores. Where the format draws most
-// of it by itself, one square is the whole picture. Raises bad_alloc.
+// A whole picture made of such squares, on a ground of this pixel (see AImage), 0 for none, by so many threads; 0: as
+// many as there are cores. Where the format draws most of it by itself, one square is the whole picture. Raises
+// bad_alloc.
 AImage drawTiled(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int width,
-                 int height, int side, unsigned threads = 0);
+                 int height, int side, unsigned threads = 0, std::uint32_t ground = kWhiteGround);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 #include "kzcore/tool/module_code.h"
 #include "kzcore/tool/module_file.h"
@@ -110,6 +111,7 @@ std::unique_ptr<APlugIn> APlugIn::load(const AFilePath& path, std::string& error
     if (!error.empty()) return refused(error);
     std::unique_ptr<APlugIn> plugIn(new APlugIn);
     plugIn->m_module = LoadLibraryW(path);
+    if (!plugIn->m_module && GetLastError() == ERROR_NOT_ENOUGH_MEMORY) throw std::bad_alloc();
     if (!plugIn->m_module)
         return refused("cannot load the plug-in (error " + std::to_string(GetLastError()) + ")");
     // Through void* the compiler lets one function pointer become another.

@@ -32,7 +32,7 @@ std::vector<APlugInTool> readExportTable(const void* table, const AModuleMemory&
 class APlugIn {
 public:
     // Null, with an error that names the file, when the module is not whole, cannot be loaded, or has a malformed
-    // table or a tool of a class that archives know already.
+    // table or a tool of a class that archives know already. Raises bad_alloc.
     static std::unique_ptr<APlugIn> load(const AFilePath& path, std::string& error);
     ~APlugIn();
     APlugIn(const APlugIn&) = delete;

@@ -1,6 +1,7 @@
 #include "kzcore/tool/tool_runner.h"
 
 #include <exception>
+#include <new>
 
 #include "kzcore/document/refer_item.h"
 #include "kzcore/view/view.h"
@@ -17,6 +18,8 @@ AToolOutcome runTool(ATool& tool, AReferItem* item, std::string& error) {
         step.end();
         if (started == 0) return AToolOutcome::refused;
         return tool.hasEnded() ? AToolOutcome::done : AToolOutcome::notEnded;
+    } catch (const std::bad_alloc&) {
+        error = "not enough memory";
     } catch (const std::exception& raised) {
         error = raised.what();
     } catch (...) {
