@@ -22,7 +22,23 @@ Json rectOf(const RECT& rect) {
     return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
 
+// What a user would call it.
+const char* kindOf(const driver::ControlDescription& control) {
+    if (control.checked) return "check box";
+    if (control.className == "Button") return "button";
+    if (control.className == "SysTreeView32") return "tree";
+    if (control.className == "SysTabControl32") return "tabs";
+    return "other";
+}
+
 }  // namespace
+
+Json reportKinds(const driver::Dialog& dialog) {
+    Json kinds = Json::array();
+    for (const driver::ControlDescription& control : dialog.describe().controls)
+        kinds.push_back(kindOf(control));
+    return {{"kinds", std::move(kinds)}};
+}
 
 Json reportTree(const driver::Dialog& dialog) {
     return {{"tree", itemsOf(dialog.tree())}};

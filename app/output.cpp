@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 namespace app {
 
@@ -33,9 +34,21 @@ bool isPlain(char c) {
     return c >= 0x20 && c < 0x7f && c != '"' && c != '\\';
 }
 
+std::string* the_text = nullptr;  // that print() writes to; null: standard output
+
 }  // namespace
 
+PrintedText::PrintedText(std::string& text) : m_before(std::exchange(the_text, &text)) {}
+
+PrintedText::~PrintedText() {
+    the_text = m_before;
+}
+
 void print(std::string_view text) {
+    if (the_text) {
+        *the_text += text;
+        return;
+    }
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failed();
 }
 

@@ -17,6 +17,18 @@ void printJson(const nlohmann::ordered_json& value);
 // Hands what was printed to the system; to be called before the program ends.
 void flushOutput();
 
+// What is printed while it lives goes into the text, which outlives it, instead of standard output.
+class PrintedText {
+public:
+    explicit PrintedText(std::string& text);
+    ~PrintedText();
+    PrintedText(const PrintedText&) = delete;
+    PrintedText& operator=(const PrintedText&) = delete;
+
+private:
+    std::string* m_before;
+};
+
 // Appends a JSON string literal.
 void appendJsonString(std::string& out, std::string_view text);
 

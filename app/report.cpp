@@ -24,8 +24,7 @@ std::ptrdiff_t countOwnBrushes(ADocument& document) {
     });
 }
 
-Json reportLayers(const ADatabase& database, bool master) {
-    Json layers = Json::array();
+void appendLayers(Json& layers, const ADatabase& database, bool master) {
     for (ARoot* entry : database.children) {
         const auto* layer = static_cast<const ALayer*>(entry);
         layers.push_back({{"name", layer->getTitle().toUtf8()},
@@ -35,7 +34,6 @@ Json reportLayers(const ADatabase& database, bool master) {
                           {"hidden", layer->isHidden()},
                           {"objects", layer->children.GetCount()}});
     }
-    return layers;
 }
 
 struct State {
@@ -123,6 +121,13 @@ Json reportMessages() {
     return {{"messages", std::move(messages)}};
 }
 
+Json reportLayers(ADocument& document) {
+    Json layers = Json::array();
+    appendLayers(layers, *document.getSecondaryDatabase(), true);
+    appendLayers(layers, document.getDatabase(), false);
+    return layers;
+}
+
 Json reportInfo(const std::string& file, ADocument& document) {
     std::map<std::string, int> counts;
     for (ARoot* entry : allObjects(document))
@@ -132,15 +137,13 @@ Json reportInfo(const std::string& file, ADocument& document) {
         const auto found = counts.find(row.name.toUtf8());
         if (found != counts.end()) classes[found->first] = found->second;
     }
-    Json layers = reportLayers(*document.getSecondaryDatabase(), true);
-    for (Json& layer : reportLayers(document.getDatabase(), false)) layers.push_back(std::move(layer));
     const AFRect& page = document.getPage();
     return {{"file", file},
             {"page", {page.left, page.top, page.Width(), page.Height()}},
             {"objects", document.getObjectCount()},
             {"colors", document.getPaint().getColors().size()},
             {"brushes", countOwnBrushes(document)},
-            {"layers", std::move(layers)},
+            {"layers", reportLayers(document)},
             {"classes", std::move(classes)}};
 }
 

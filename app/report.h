@@ -19,6 +19,9 @@ void printObjects(ADocument& document);
 nlohmann::ordered_json reportTools(const Session& session);
 // {"messages":[…]} shown since the last call.
 nlohmann::ordered_json reportMessages();
+// [{"name":…,"class":…,"master":…,"locked":…,"hidden":…,"objects":…}]: the master layers, then the layers, each
+// bottom first.
+nlohmann::ordered_json reportLayers(ADocument& document);
 // The page, the layers, how many colors, brushes that are not solid, and objects of each class there are.
 nlohmann::ordered_json reportInfo(const std::string& file, ADocument& document);
 

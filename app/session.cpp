@@ -35,10 +35,27 @@ void Session::open(const std::string& file) {
     std::string error;
     std::unique_ptr<ADocument> document = svg::readDrawing(filePath(file), error);
     if (!document) throw Failure{error};
+    show(std::move(document), file);
+}
+
+void Session::openBytes(std::string bytes, const std::string& name) {
+    std::string error;
+    std::unique_ptr<ADocument> document = svg::readDrawingBytes(std::move(bytes), name, error);
+    if (!document) throw Failure{error};
+    show(std::move(document), name);
+}
+
+void Session::show(std::unique_ptr<ADocument> document, const std::string& name) {
+    std::string fileName = name;
+    auto shown = std::make_unique<ShownDrawing>();
     auto view = std::make_unique<ADocView>(*document);
+    shown->follow(*view);
     m_application.setActiveView(view.get());
+    m_shown = std::move(shown);
     m_view = std::move(view);
     m_document = std::move(document);
+    m_fileName = std::move(fileName);
+    ++m_openCount;
 }
 
 ADocument& Session::document() {
@@ -49,6 +66,11 @@ ADocument& Session::document() {
 ADocView& Session::view() {
     document();
     return *m_view;
+}
+
+ShownDrawing& Session::shown() {
+    document();
+    return *m_shown;
 }
 
 const APlugInTool& Session::toolEntry(const std::string& className) const {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/plug_ins.h"
+#include "app/shown_drawing.h"
 #include "kzcore/document/application.h"
 #include "kzcore/document/document.h"
 #include "kzcore/tool/tool.h"
@@ -31,6 +32,14 @@ public:
 
     // Opens a drawing in place of the one before. Raises Failure, and then the one before stays open.
     void open(const std::string& file);
+    // The same from memory; `name` stands for the file.
+    void openBytes(std::string bytes, const std::string& name);
+    // What the open drawing was opened as; empty when none is open.
+    const std::string& fileName() const { return m_fileName; }
+    // Grows with every drawing that is opened, so that two of one name can be told apart.
+    unsigned openCount() const { return m_openCount; }
+    // What the view shows of the open drawing. Raises Failure when none is open.
+    ShownDrawing& shown();
     bool hasDocument() const { return m_document != nullptr; }
     // Both raise Failure when no drawing is open.
     ADocument& document();
@@ -51,10 +60,15 @@ public:
     void select(const std::vector<std::string>& names);
 
 private:
+    void show(std::unique_ptr<ADocument> document, const std::string& name);
+
     AApplication m_application;
     std::shared_ptr<const PlugIns> m_plugIns;
     std::unique_ptr<ADocument> m_document;
     std::unique_ptr<ADocView> m_view;  // gone before the plug-ins are: its filter may be one's
+    std::unique_ptr<ShownDrawing> m_shown;
+    std::string m_fileName;
+    unsigned m_openCount = 0;
 };
 
 }  // namespace app

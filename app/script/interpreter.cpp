@@ -8,13 +8,11 @@
 #include <new>
 #include <utility>
 
-#include "app/dialog_report.h"
-#include "app/filter_report.h"
 #include "app/guarded_author.h"
-#include "app/report.h"
+#include "app/output.h"
+#include "app/script/printing.h"
 #include "app/script/refer_item_argument.h"
 #include "app/script/words.h"
-#include "app/stored_prefs.h"
 #include "app/written_drawing.h"
 #include "app/written_file.h"
 #include "kzcore/view/view.h"
@@ -31,8 +29,7 @@ constexpr std::size_t kLongestLine = std::size_t{64} << 20;
 // A script on its way. While a tool's dialog waits for input, the next lines are run on it.
 class Interpreter {
 public:
-    Interpreter(Session& runsIn, std::istream& script, const std::string& name)
-        : session(runsIn), m_script(script), m_name(name) {}
+    Interpreter(Session& runsIn, LineSource& runs) : session(runsIn), lines(runs) {}
 
     void run();
 
@@ -41,34 +38,34 @@ public:
         if (!m_dialog) throw Failure{"no dialog is open"};
         return *m_dialog;
     }
-    bool isInDialog() const { return m_dialog != nullptr; }
+    driver::Dialog* openDialog() const { return m_dialog; }
     // Runs the tool, with the lines behind this one for its dialog.
     bool runTool(const std::string& className, AReferItem* item);
 
     Session& session;
+    LineSource& lines;
+    RowReport rows;
 
 private:
+    bool runNextLine();
     bool readWords(Words& words);
     bool actOn(driver::Dialog& dialog);
 
-    std::istream& m_script;
-    const std::string& m_name;
-    int m_line = 0;  // the one that was read last
     driver::Dialog* m_dialog = nullptr;
 };
 
 void doOpen(Interpreter& script, const Words& words) {
-    script.session.open(words[1]);
+    script.lines.open(script.session, words[1]);
 }
 
 void doSave(Interpreter& script, const Words& words) {
-    writeFile(words[1], drawingBytes(script.session.document(), nullptr));
+    script.lines.write(words[1], drawingBytes(script.session.document(), nullptr));
 }
 
 void doRender(Interpreter& script, const Words& words) {
     const PictureSize size = words.size() == 3 ? readPictureSize(words[2]) : PictureSize();
     checkPictureName(words[1]);
-    writeFile(words[1], drawPng(script.session.view(), {.size = size}));
+    script.lines.write(words[1], drawPng(script.session.view(), {.size = size}));
 }
 
 void doSelect(Interpreter& script, const Words& words) {
@@ -94,32 +91,8 @@ void doTool(Interpreter& script, const Words& words) {
     if (!script.runTool(words[1], item)) printJson({{"tool", words[1]}, {"valid", false}});
 }
 
-constexpr std::string_view kPrintUsage =
-    "print selection | filter | visible | objects | tools | messages | prefs | tree | dialog";
-
 void doPrint(Interpreter& script, const Words& words) {
-    Session& session = script.session;
-    const std::string& what = words[1];
-    if (what == "selection")
-        printSelection(session.view());
-    else if (what == "objects")
-        printObjects(session.document());
-    else if (what == "filter")
-        printJson(reportFilter(session.view()));
-    else if (what == "visible")
-        printVisible(session.view());
-    else if (what == "tools")
-        printJson(reportTools(session));
-    else if (what == "messages")
-        printJson(reportMessages());
-    else if (what == "prefs")
-        printJson(reportPrefs());
-    else if (what == "tree")
-        printJson(reportTree(script.dialog()));
-    else if (what == "dialog")
-        printJson(reportDialog(script.dialog()));
-    else
-        throw Failure{"cannot print " + inQuotes(what) + ": usage: " + std::string(kPrintUsage)};
+    printWords(script.session, script.openDialog(), script.rows, words);
 }
 
 // A number of pixels on the screen.
@@ -162,7 +135,7 @@ constexpr std::array kCommands = {
     Command{"tool", 1, 2, "tool CLASS [color:NAME | fill:ID | stroke:ID]", doTool},
     Command{"undo", 0, 0, "undo", doUndo},
     Command{"redo", 0, 0, "redo", doRedo},
-    Command{"print", 1, 1, kPrintUsage, doPrint, Where::everywhere},
+    Command{"print", 0, kAny, "print WHAT", doPrint, Where::everywhere},
     Command{"page", 1, 1, "page NAME", onDialog<&driver::Dialog::page>, Where::inside},
     Command{"click", 1, 1, "click PATH", onDialog<&driver::Dialog::click>, Where::inside},
     Command{"check", 1, 1, "check PATH", onDialog<&driver::Dialog::check>, Where::inside},
@@ -181,35 +154,37 @@ void runWords(Interpreter& script, const Words& words) {
     if (count < command->leastWords || count > command->mostWords)
         throw Failure{"usage: " + std::string(command->usage)};
     if (command->where == Where::inside) script.dialog();
-    if (command->where == Where::outside && script.isInDialog())
+    if (command->where == Where::outside && script.openDialog())
         throw Failure{inQuotes(words[0]) + " has to wait until the dialog is closed"};
     command->run(script, words);
 }
 
-// False at the end of the script. The line comes without its line feed.
-bool readLine(std::istream& script, std::string& line) {
-    line.clear();
-    constexpr int kEnd = std::istream::traits_type::eof();
-    std::streambuf& source = *script.rdbuf();
-    int c = source.sbumpc();
-    if (c == kEnd) return false;
-    for (; c != kEnd && c != '\n'; c = source.sbumpc()) {
-        if (line.size() == kLongestLine) throw Failure{"the line is too long"};
-        line += static_cast<char>(c);
-    }
-    return true;
-}
-
-// The next line that says something; false at the end of the script.
+// The words of the next line that says something; false at the end of the script.
 bool Interpreter::readWords(Words& words) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // editors put it in front
     for (std::string line, error;;) {
-        ++m_line;
-        if (!readLine(m_script, line)) return false;
-        if (m_line == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
+        if (!lines.next(line, m_dialog)) return false;
         if (!splitWords(line, words, error)) throw Failure{error};
         if (!words.empty()) return true;
     }
+}
+
+// Runs one line; false at the end of the script. What does not work is raised unless the source goes on after it.
+bool Interpreter::runNextLine() {
+    std::string reason;
+    try {
+        Words words;
+        if (!readWords(words)) return false;
+        runWords(*this, words);
+        return true;
+    } catch (const Failure& failure) {
+        reason = failure.reason;
+    } catch (const driver::Error& error) {
+        reason = error.what();
+    } catch (const std::bad_alloc&) {
+        reason = "not enough memory";
+    }
+    if (!lines.goesOnAfter(reason)) throw Failure{reason};
+    return true;
 }
 
 // The dialog waits: it gets one line.
@@ -217,10 +192,8 @@ bool Interpreter::actOn(driver::Dialog& dialog) {
     driver::Dialog* const outer = std::exchange(m_dialog, &dialog);
     const auto restore = [this, outer](void*) { m_dialog = outer; };
     const std::unique_ptr<void, decltype(restore)> restored(this, restore);
-    Words words;
-    if (!readWords(words))
+    if (!runNextLine())
         throw Failure{"the script ends inside the dialog " + inQuotes(dialog.describe().title)};
-    runWords(*this, words);
     return true;
 }
 
@@ -233,32 +206,70 @@ bool Interpreter::runTool(const std::string& className, AReferItem* item) {
 }
 
 void Interpreter::run() {
+    while (runNextLine()) {
+    }
+}
+
+// The lines of a stream. They name files as the user does.
+class StreamLines : public LineSource {
+public:
+    StreamLines(std::istream& script) : m_script(script) {}
+
+    bool next(std::string& line, driver::Dialog*) override;
+    bool goesOnAfter(const std::string&) override { return false; }
+    void open(Session& session, const std::string& name) override { session.open(name); }
+    void write(const std::string& name, std::string_view bytes) override { writeFile(name, bytes); }
+
+    // The number of the line that was asked for last.
+    int number() const { return m_number; }
+
+private:
+    std::istream& m_script;
+    int m_number = 0;
+};
+
+bool StreamLines::next(std::string& line, driver::Dialog*) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // editors put it in front
+    constexpr int kEnd = std::istream::traits_type::eof();
+    ++m_number;
+    line.clear();
+    std::streambuf& source = *m_script.rdbuf();
+    int c = source.sbumpc();
+    if (c == kEnd) return false;
+    for (; c != kEnd && c != '\n'; c = source.sbumpc()) {
+        if (line.size() == kLongestLine) throw Failure{"the line is too long"};
+        line += static_cast<char>(c);
+    }
+    if (m_number == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
+    return true;
+}
+
+}  // namespace
+
+void interpret(Session& session, LineSource& lines) {
+    Interpreter(session, lines).run();
+}
+
+void interpret(Session& session, std::istream& script, const std::string& name) {
+    StreamLines lines(script);
     std::string reason;
     try {
-        for (Words words; readWords(words);) runWords(*this, words);
+        interpret(session, lines);
         return;
     } catch (const Failure& failure) {
         reason = failure.reason;
     } catch (const std::ios_base::failure&) {
         reason = "cannot be read any further";
-    } catch (const std::bad_alloc&) {
-        reason = "not enough memory";
     }
-    throw Failure{m_name + ':' + std::to_string(m_line) + ": " + reason};
-}
-
-}  // namespace
-
-void interpret(Session& session, std::istream& script, const std::string& name) {
-    Interpreter(session, script, name).run();
+    throw Failure{name + ':' + std::to_string(lines.number()) + ": " + reason};
 }
 
 std::string scriptHelp() {
     std::string help = "A line of a script is one of these commands:\n";
     for (const Command& command : kCommands) help += "  " + std::string(command.usage) + '\n';
-    return help +
+    return help + "What print prints, one line of JSON each:\n" + printHelp() +
            "While a tool's dialog is open, the lines from page on act on it, as a user would.\n"
-           "Words are split as a shell does, # starts a comment. Each print writes one line of JSON.\n"
+           "Words are split as a shell does, # starts a comment.\n"
            "The first line that fails ends the script.\n";
 }
 

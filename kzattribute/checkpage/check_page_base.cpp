@@ -59,28 +59,28 @@ ACondition* ACheckPageBase::fileCondition(ACondition* newCondition) {
 ACondition* ACheckPageBase::findCommonCondition(ACondition& newCondition) {
     if (combinesWithNone(newCondition)) return takeFreePath(newCondition), nullptr;
     const AString base = newCondition.path;
-    int place = m_paths.find(base);
+    int place = paths().find(base);
     for (int number = 1; place >= 0; ++number) {
         if (newCondition.hasCommonClass(*getCondition(place))) return getCondition(place);
         newCondition.path = checkpage::numberedPath(base, number);
-        place = m_paths.find(newCondition.path);
+        place = paths().find(newCondition.path);
     }
     return nullptr;
 }
 
 void ACheckPageBase::takeFreePath(ACondition& newCondition) {
     const AString base = newCondition.path;
-    if (m_paths.find(base) >= 0) newCondition.path = checkpage::numberedPath(base, m_paths.nextFree(base));
+    if (paths().find(base) >= 0) newCondition.path = checkpage::numberedPath(base, paths().nextFree(base));
 }
 
 ACondition* ACheckPageBase::findCondition(const AString& path) {
-    const int place = m_paths.find(path);
+    const int place = paths().find(path);
     return place < 0 ? nullptr : getCondition(place);
 }
 
 void ACheckPageBase::appendCondition(ACondition* newCondition) {
     std::unique_ptr<ACondition> added(newCondition);
-    m_paths.add(added->path, conditions.GetSize());
+    paths().add(added->path, conditions.GetSize());
     conditions.Add(added.get());
     added.release();
 }
@@ -88,6 +88,16 @@ void ACheckPageBase::appendCondition(ACondition* newCondition) {
 void ACheckPageBase::replaceCondition(int place, ACondition* replacement) {
     delete conditions[place];
     conditions[place] = replacement;
+}
+
+// A page that is only shown after it was sorted needs none.
+checkpage::PathIndex& ACheckPageBase::paths() {
+    if (m_arePathsKnown) return m_paths;
+    checkpage::PathIndex places;
+    for (int place = 0; place < conditions.GetSize(); ++place) places.add(getCondition(place)->path, place);
+    m_paths = std::move(places);
+    m_arePathsKnown = true;
+    return m_paths;
 }
 
 void ACheckPageBase::fillTree(int selectionOnly) {
@@ -145,10 +155,7 @@ void ACheckPageBase::getItemDispInfo(NMHDR*, TVITEMW* item, LRESULT*) {
 void ACheckPageBase::sortConditions() {
     AObArray sorted;
     for (ARoot* condition : checkpage::inClassOrder(conditions)) sorted.Add(condition);
-    checkpage::PathIndex places;
-    for (int place = 0; place < sorted.GetSize(); ++place)
-        places.add(static_cast<ACondition*>(sorted[place])->path, place);
     conditions = std::move(sorted);
-    m_paths = std::move(places);
+    m_arePathsKnown = false;
     ++m_revision;
 }

@@ -73,6 +73,7 @@ protected:
     int allTypes = 0;
 
 private:
+    checkpage::PathIndex& paths();
     void collect(ADWordArray& data, AObArray& out) const;
 
     AObArray conditions;
@@ -81,6 +82,7 @@ protected:
     ADWordArray checkedIds;  // serials of the entries that were checked when the tree was last asked
 
 private:
-    checkpage::PathIndex m_paths;
+    checkpage::PathIndex m_paths;  // through paths()
+    bool m_arePathsKnown = true;
     unsigned m_revision = 0;
 };

@@ -11,12 +11,12 @@ AItemPath numberedPath(const AString& base, int number) {
     return path;
 }
 
-std::size_t PathIndex::Hash::operator()(const kzutil::WideString& text) const {
+std::size_t PathIndex::Hash::operator()(kzutil::WideView text) const {
     return kzutil::hashText({reinterpret_cast<const char*>(text.data()), text.size() * sizeof(WCHAR)});
 }
 
 int PathIndex::find(const AString& path) const {
-    const auto found = m_places.find(kzutil::WideString(path.view()));
+    const auto found = m_places.find(path.view());
     return found == m_places.end() ? -1 : found->second;
 }
 

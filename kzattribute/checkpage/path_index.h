@@ -7,6 +7,7 @@
 // Paths are only ever added: the lists that it is about lose none.
 #pragma once
 
+#include <functional>
 #include <unordered_map>
 
 #include "base/item_path.h"
@@ -26,12 +27,15 @@ public:
     int nextFree(const AString& base);
 
 private:
+    // Of views, too, so that looking up copies no text.
     struct Hash {
-        std::size_t operator()(const kzutil::WideString& text) const;
+        using is_transparent = void;
+        std::size_t operator()(kzutil::WideView text) const;
     };
+    using Numbers = std::unordered_map<kzutil::WideString, int, Hash, std::equal_to<>>;
 
-    std::unordered_map<kzutil::WideString, int, Hash> m_places;
-    std::unordered_map<kzutil::WideString, int, Hash> m_free;  // numbers below are taken
+    Numbers m_places;
+    Numbers m_free;  // numbers below are taken
 };
 
 }  // namespace checkpage

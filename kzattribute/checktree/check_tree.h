@@ -12,8 +12,13 @@
 //
 // Item pictures come in pairs: even as drawn, odd for the disabled control. An item with children has the
 // picture -1: the tree asks its owner (TVN_GETDISPINFO), who answers 2 or 3 when it is collapsed, 4 or 5 when
-// it is expanded.
+// it is expanded. A pair is drawn when the tree is first painted with it, or asked for its list: of ten
+// thousand colours most are never seen.
 #pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
 
 #include "checktree/tree_index.h"
 #include "kzutil/arrays.h"
@@ -81,7 +86,7 @@ public:
     void setItemImage(HTREEITEM item, int image);
     // A bitmap resource. 0, with the built-in picture 0, when there is none of that id; 1 otherwise.
     int setItemBitmap(HTREEITEM item, UINT id);
-    // A sample that the brush or pen item draws; null: a plain one.
+    // A sample that the brush or pen item draws; null: a plain one. Holds a reference on it until then.
     void setItemSwatch(HTREEITEM item, const AReferItem* brushOrPen);
     void setItemColor(HTREEITEM item, COLORREF color);
 
@@ -102,6 +107,17 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    struct ReleaseReference {
+        void operator()(AReferItem* item) const;
+    };
+    // What a pair of pictures is to be drawn of.
+    struct Picture {
+        CBitmap* bitmap = nullptr;  // of m_bitmaps; null: a swatch
+        bool isColor = false;       // a swatch of the colour, or else of the item
+        COLORREF color = 0;
+        std::unique_ptr<AReferItem, ReleaseReference> item;
+    };
+
     HTREEITEM insertUnder(HTREEITEM parent, const WCHAR* text, int image, DWORD data);
     bool setItem(const TVITEMW& record);
     void setImages(HTREEITEM item, int image) { setImages(item, image, image); }
@@ -112,10 +128,19 @@ private:
     int collectData(ADWordArray& data, int wanted, int stop) const;
     bool loadBitmap(UINT id, CBitmap& bitmap) const;
     void buildList(CImageList& list, UINT bitmapId, const int (&disabledColumns)[3], int which);
-    void addPicture(HTREEITEM item, CBitmap& picture);
+    CBitmap* findBitmap(UINT id);
+    void addPicture(HTREEITEM item, Picture picture);
+    bool drawSwatch(const AReferItem* brushOrPen, CBitmap& picture);
+    bool drawColor(COLORREF color, CBitmap& picture);
+    void drawPicture(const Picture& picture);
+    void drawPictures(int last);
+    void drawVisiblePictures();
 
     CImageList m_stateImages;
     CImageList m_itemImages;
+    std::deque<Picture> m_undrawn;  // belong behind those of m_itemImages
+    int m_pictureCount = 0;         // with those
+    std::map<UINT, CBitmap> m_bitmaps;
     checktree::TreeIndex m_index;  // through index()
     HWND m_watched = nullptr;      // the window whose messages pass here
     bool m_ownChange = false;      // the message under way is the check tree's own

@@ -1,4 +1,6 @@
 // What the check tree does about window messages.
+#include <limits>
+
 #include "checktree/check_tree.h"
 #include "checktree/check_values.h"
 
@@ -19,6 +21,7 @@ constexpr UINT kEditLabelA = TV_FIRST + 14;
 constexpr UINT kSortChildrenByFunction = TV_FIRST + 21;
 constexpr UINT kEndEditLabelNow = TV_FIRST + 22;
 constexpr UINT kEditLabelW = TV_FIRST + 65;
+constexpr UINT kPrintClient = 0x318;
 
 // The narrow record differs in the text alone.
 bool changesRecord(LPARAM lParam) {
@@ -61,11 +64,13 @@ void ACheckTree::PreSubclassWindow() {
 }
 
 HWND ACheckTree::Detach() {
+    drawPictures(std::numeric_limits<int>::max());
     m_watched = nullptr;
     return CTreeCtrl::Detach();
 }
 
 HWND ACheckTree::UnsubclassWindow() {
+    drawPictures(std::numeric_limits<int>::max());
     m_watched = nullptr;
     return CTreeCtrl::UnsubclassWindow();
 }
@@ -82,6 +87,8 @@ LRESULT ACheckTree::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const bool own = m_ownChange;
     m_ownChange = false;  // what the message leads to is not the check tree's own
     if (message == WM_NCDESTROY) m_watched = nullptr;
+    if (message == WM_PAINT || message == kPrintClient) drawVisiblePictures();
+    if (message == TVM_GETIMAGELIST && wParam == TVSIL_NORMAL) drawPictures(std::numeric_limits<int>::max());
     const LRESULT result = CTreeCtrl::WindowProc(message, wParam, lParam);
     if (!own && changesItems(message, wParam, lParam)) m_index.forget();
     return result;

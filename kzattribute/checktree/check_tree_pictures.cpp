@@ -1,4 +1,7 @@
 // The check tree's pictures.
+#include <algorithm>
+#include <utility>
+
 #include "checktree/check_tree.h"
 #include "kzcore/device/device_mgr.h"
 #include "kzcore/document/refer_item.h"
@@ -58,17 +61,65 @@ void ACheckTree::buildList(CImageList& list, UINT bitmapId, const int (&disabled
 
 void ACheckTree::initImageLists() {
     DeleteAllItems();
+    m_undrawn.clear();
+    m_bitmaps.clear();  // in the colours of the system as they were
     buildList(m_stateImages, IDB_CHECK_BOXES, kStatePictures, TVSIL_STATE);
     buildList(m_itemImages, IDB_TREE_PICTURES, kItemPictures, TVSIL_NORMAL);
+    m_pictureCount = m_itemImages.GetImageCount();
 }
 
-// Adds the picture and its disabled form, and gives the item the one that the control's state calls for.
-void ACheckTree::addPicture(HTREEITEM item, CBitmap& picture) {
-    const int enabled = m_itemImages.Add(&picture, nullptr);
+void ACheckTree::ReleaseReference::operator()(AReferItem* item) const {
+    item->releaseReference();
+}
+
+// Gives the item the next picture, or its disabled form, as the control's state calls for.
+void ACheckTree::addPicture(HTREEITEM item, Picture picture) {
+    m_undrawn.push_back(std::move(picture));
+    setImages(item, m_pictureCount + (IsWindowEnabled() ? 0 : 1));
+    m_pictureCount += 2;
+}
+
+void ACheckTree::drawPicture(const Picture& picture) {
+    CBitmap swatch;
+    CBitmap* drawn = picture.bitmap;
+    if (!drawn) {
+        drawn = &swatch;
+        if (!(picture.isColor ? drawColor(picture.color, swatch) : drawSwatch(picture.item.get(), swatch)))
+            loadBitmap(IDB_BLANK, swatch);  // so that the pictures behind it keep their places
+    }
+    m_itemImages.Add(drawn, nullptr);
     CBitmap form;
-    makeDisabledBitmap(picture, form, 0, -1);
-    const int disabled = m_itemImages.Add(&form, nullptr);
-    setImages(item, IsWindowEnabled() ? enabled : disabled);
+    makeDisabledBitmap(*drawn, form, 0, -1);
+    m_itemImages.Add(&form, nullptr);
+}
+
+// Draws what is missing up to a picture, in the order in which they were given.
+void ACheckTree::drawPictures(int last) {
+    while (!m_undrawn.empty() && m_itemImages.GetImageCount() <= last) {
+        const Picture picture = std::move(m_undrawn.front());
+        m_undrawn.pop_front();
+        drawPicture(picture);
+    }
+}
+
+void ACheckTree::drawVisiblePictures() {
+    if (m_undrawn.empty()) return;
+    int last = -1;
+    HTREEITEM item = GetFirstVisibleItem();
+    for (UINT row = 0; item && row <= GetVisibleCount(); ++row, item = GetNextVisibleItem(item)) {
+        int image = 0;
+        int selectedImage = 0;
+        GetItemImage(item, image, selectedImage);
+        last = std::max({last, image, selectedImage});
+    }
+    drawPictures(last);
+}
+
+// Null when there is none of that id.
+CBitmap* ACheckTree::findBitmap(UINT id) {
+    const auto [place, isNew] = m_bitmaps.try_emplace(id);
+    if (isNew) loadBitmap(id, place->second);
+    return place->second.GetSafeHandle() ? &place->second : nullptr;
 }
 
 void ACheckTree::setItemImage(HTREEITEM item, int image) {
@@ -83,12 +134,12 @@ int ACheckTree::setItemBitmap(HTREEITEM item, UINT id) {
         setImages(item, I_IMAGECALLBACK);
         return 1;
     }
-    CBitmap picture;
-    if (id == 0 || !loadBitmap(id, picture)) {
+    CBitmap* bitmap = id == 0 ? nullptr : findBitmap(id);
+    if (!bitmap) {
         setItemImage(item, 0);
         return 0;
     }
-    addPicture(item, picture);
+    addPicture(item, Picture{bitmap, false, 0, nullptr});
     return 1;
 }
 
@@ -110,20 +161,33 @@ void drawSample(ADevice& device, const AReferItem* brushOrPen, const RECT& area)
 
 void ACheckTree::setItemSwatch(HTREEITEM item, const AReferItem* brushOrPen) {
     if (GetChildItem(item)) return setImages(item, I_IMAGECALLBACK);
+    Picture picture;
+    if (brushOrPen) {
+        picture.item.reset(const_cast<AReferItem*>(brushOrPen));
+        picture.item->addReference();
+    }
+    addPicture(item, std::move(picture));
+}
+
+void ACheckTree::setItemColor(HTREEITEM item, COLORREF color) {
+    if (GetChildItem(item)) return setImages(item, I_IMAGECALLBACK);
+    addPicture(item, Picture{nullptr, true, color, nullptr});
+}
+
+bool ACheckTree::drawSwatch(const AReferItem* brushOrPen, CBitmap& picture) {
     // The sample is drawn from (2, 2) and copied from (3, 3) on, as the pixel between
     // belongs to the frame.
     constexpr RECT kDrawn{2, 2, 16, 14};
     constexpr RECT kCopied{3, 3, 16, 14};
     CDC display;
     CDC memory;
-    CBitmap picture;
     if (!display.CreateDC(_T("DISPLAY"), nullptr, nullptr, nullptr) || !memory.CreateCompatibleDC(&display) ||
         !loadBitmap(IDB_SWATCH_FRAME, picture))
-        return;
+        return false;
     const AScreenInfo screen(1.0);
     const ADevice shown(display, screen);
     ADevice* offscreen = KzGetDeviceMgr()->GetOffscreenDevice(shown, screen.screenToDrawing(kDrawn), 0);
-    if (!offscreen) return;
+    if (!offscreen) return true;  // the frame alone
     {
         const CSelection selection(memory, picture);
         ADevice device(memory, screen);
@@ -135,26 +199,23 @@ void ACheckTree::setItemSwatch(HTREEITEM item, const AReferItem* brushOrPen) {
         device.DrawEnd();
     }
     KzGetDeviceMgr()->ReleaseDevice(offscreen);
-    addPicture(item, picture);
+    return true;
 }
 
-void ACheckTree::setItemColor(HTREEITEM item, COLORREF color) {
-    if (GetChildItem(item)) return setImages(item, I_IMAGECALLBACK);
+bool ACheckTree::drawColor(COLORREF color, CBitmap& picture) {
     CClientDC window(m_hWnd);
     CDC memory;
-    CBitmap picture;
-    if (!memory.CreateCompatibleDC(&window) || !picture.CreateCompatibleBitmap(&window, kSide, kSide)) return;
+    if (!memory.CreateCompatibleDC(&window) || !picture.CreateCompatibleBitmap(&window, kSide, kSide))
+        return false;
+    const CSelection selection(memory, picture);
+    const CBrush background(::GetSysColor(COLOR_WINDOW));
+    const CBrush foreground(color);
     {
-        const CSelection selection(memory, picture);
-        const CBrush background(::GetSysColor(COLOR_WINDOW));
-        const CBrush foreground(color);
-        {
-            const CSelection brush(memory, background);
-            memory.PatBlt(0, 0, kSide, kSide, PATCOPY);
-        }
-        const CSelection brush(memory, foreground);
-        // One column wider than the picture, so that the colour runs to the edge.
-        memory.PatBlt(3, 2, 14, 12, PATCOPY);
+        const CSelection brush(memory, background);
+        memory.PatBlt(0, 0, kSide, kSide, PATCOPY);
     }
-    addPicture(item, picture);
+    const CSelection brush(memory, foreground);
+    // One column wider than the picture, so that the colour runs to the edge.
+    memory.PatBlt(3, 2, 14, 12, PATCOPY);
+    return true;
 }

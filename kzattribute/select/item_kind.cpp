@@ -47,6 +47,7 @@ bool isEffectWithChildren(ARoot* item) {
 }
 
 ItemKind kindOf(AObject& object) {
+    if (!object.asParent()) return ItemKind::object;
     if (object.asLayer()) return ItemKind::layer;
     const AEffect* effect = asEffect(object);
     return effect && !effect->hasOption(kOptionClosed) ? ItemKind::effect : ItemKind::object;

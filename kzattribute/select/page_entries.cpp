@@ -93,14 +93,14 @@ bool PageEntries::takeFill(ClassEntries& of, ARoot& item, bool selected) {
     return fill.accepted;
 }
 
-bool PageEntries::isSettled(ARoot* item, ItemKind kind, bool selected) {
+const PageEntries::Places* PageEntries::findSettled(ARoot* item, ItemKind kind, bool selected) {
     ClassEntries* of = item ? entriesOf(*item) : nullptr;
     if (!of || of->alike.empty() || !of->always.empty() || !isPlain(*of, kind) ||
         of->asked.of(selected) < of->alike.size())
-        return false;
-    if (kind != ItemKind::fill) return true;
+        return nullptr;
+    if (kind != ItemKind::fill) return &of->all;
     FillState* fill = of->fills.find(item);
-    return fill && fill->asked.of(selected) == fill->entries->size();
+    return fill && fill->asked.of(selected) == fill->entries->size() ? &of->all : nullptr;
 }
 
 // The entry has the item's class.

@@ -22,24 +22,24 @@
 
 class PageEntries {
 public:
+    using Places = std::vector<int>;  // in the page's list
+
     explicit PageEntries(ACheckPageBase& page) : m_page(page) {}
 
     // True when some entry accepted the item. Null is accepted by none. The item, and its class's name, have
     // to stay where they are while the page is filled.
     bool take(ARoot* item, ItemKind kind, bool selected);
-    // True when taking the item would mark nothing that is not marked already, nor change any entry; it is
-    // then known to be accepted.
-    bool isSettled(ARoot* item, ItemKind kind, bool selected);
+    // The entries that have the item's class, when taking the item would mark nothing that is not marked
+    // already, nor change any entry; it is then known to be accepted. Null when that is not known. It stays
+    // so until the page's revision changes or there are more such entries.
+    const Places* findSettled(ARoot* item, ItemKind kind, bool selected);
 
-    // Whether any entry has the item's class, and how many classes entries have.
+    // Takes note of entries that the page got since.
+    void catchUp();
+    // Whether any entry has the item's class.
     bool hasClassOf(ARoot& item) { return entriesOf(item) != nullptr; }
-    std::size_t getClassCount() {
-        catchUp();
-        return m_classes.size();
-    }
 
 private:
-    using Places = std::vector<int>;
     // What has been asked on behalf of items that are not selected, and of selected ones: how many of a list.
     // Once an entry is marked as selected it is marked as used, too.
     struct Asked {
@@ -70,7 +70,6 @@ private:
         bool isMixed = false;            // for several: nothing is known then
     };
 
-    void catchUp();
     void file(int place);
     ClassEntries* entriesOf(ARoot& item);
     Places& fillEntries(ClassEntries& of, const ABrushItem& brush);

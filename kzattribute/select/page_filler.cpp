@@ -22,9 +22,26 @@ PageFiller::PageFiller(const std::vector<ACheckPageBase*>& pages) {
         m_pages.push_back(std::make_unique<Page>(Page{page, PageEntries(*page)}));
 }
 
-// Null: nobody took it.
-PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected) {
-    if (!item) return nullptr;
+bool PageFiller::isSettled(const Known& known, ItemKind kind, bool selected) const {
+    return known.isSettled[selected ? 1 : 0] && known.kind == kind &&
+           known.entries->size() == known.entryCount;
+}
+
+void PageFiller::settle(Known& known, Page& page, const PageEntries::Places& entries, ItemKind kind,
+                        bool selected) {
+    known.page = &page;
+    known.entries = &entries;
+    known.entryCount = entries.size();
+    known.kind = kind;
+    known.isSettled[0] = true;  // what is marked as selected is marked as used, too
+    known.isSettled[1] = selected;
+}
+
+// Null: nobody took it. What a page gets while it is filled has the class of what it took, so that the first
+// page with entries for a class stays the first.
+PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected, Known& known) {
+    if (isSettled(known, kind, selected)) return known.page;
+    known.isSettled[0] = known.isSettled[1] = false;  // another kind may change what the entries are
     std::size_t& first = m_first[&item->getClassName()];
     if (first == 0) {
         while (first < m_pages.size() && !m_pages[first]->entries.hasClassOf(*item)) ++first;
@@ -32,18 +49,21 @@ PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected) {
     }
     for (std::size_t i = first - 1; i < m_pages.size(); ++i) {
         PageEntries& entries = m_pages[i]->entries;
-        if (entries.isSettled(item, kind, selected) || entries.take(item, kind, selected))
+        if (const auto* settled = entries.findSettled(item, kind, selected)) {
+            settle(known, *m_pages[i], *settled, kind, selected);
             return m_pages[i].get();
+        }
+        if (entries.take(item, kind, selected)) return m_pages[i].get();
     }
     return nullptr;
 }
 
 void PageFiller::offerLayer(ALayer& layer, bool selected) {
-    offer(&layer, ItemKind::layer, selected);
+    offer(&layer, ItemKind::layer, selected, m_objects[&layer.getClassName()]);
 }
 
 void PageFiller::offerObject(AObject& object, bool selected) {
-    offer(&object, kindOf(object), selected);
+    offer(&object, kindOf(object), selected, m_objects[&object.getClassName()]);
     offerFill(object, selected);
     offerStroke(object, selected);
 }
@@ -55,37 +75,26 @@ void PageFiller::offerFill(const AObject& object, bool selected) {
         return;
     }
     ABrushItem* item = brush->getBrushItem();
-    if (Page* page = offer(item, ItemKind::fill, selected)) addFill(*page, *item, selected);
+    if (!item) return;
+    Known& known = m_fills[item];
+    if (Page* page = offer(item, ItemKind::fill, selected, known)) addFill(*page, *item, selected, known);
 }
 
 void PageFiller::offerStroke(const AObject& object, bool selected) {
     const APen* pen = object.getPen();
-    APenItem* item = pen ? pen->getPenItem() : nullptr;
-    Page* page = offer(item, ItemKind::stroke, selected);
-    if (page && item->getColorItem())
-        addStroke(*page, *item, selected);
-    else
-        markNoPaint<AStrokeCondition>(m_noStroke, selected);
+    if (APenItem* item = pen ? pen->getPenItem() : nullptr) {
+        Known& known = m_strokes[item];
+        Page* page = offer(item, ItemKind::stroke, selected, known);
+        if (page && item->getColorItem()) return addStroke(*page, *item, selected, known);
+    }
+    markNoPaint<AStrokeCondition>(m_noStroke, selected);
 }
 
-// The entry of a colour that was added before takes in another one of the same colour by its flags alone:
-// paths, classes and what it is about are the same, so that it would find its way to the same entry. The way
-// does not change: entries before it lack a common class for good.
-bool PageFiller::markColor(const Color* color, const Page& page, bool selected) {
-    if (!color || color->page != page.page) return false;
-    ACondition::consumeSerials();
-    color->entry->inDocument = 1;
-    if (selected) color->entry->inSelection = 1;
-    return true;
-}
-
-ACondition* PageFiller::add(Page& page, ACondition* entry, bool selected) {
+void PageFiller::add(Page& page, ACondition* entry, bool selected) {
     entry->inDocument = 1;
     entry->inSelection = selected;
-    const std::size_t classes = page.entries.getClassCount();
-    ACondition* filed = page.page->fileCondition(entry);
-    if (page.entries.getClassCount() != classes) m_first.clear();
-    return filed;
+    page.page->fileCondition(entry);
+    page.entries.catchUp();
 }
 
 const AString& PageFiller::structureOf(const AString& className) {
@@ -98,8 +107,10 @@ const AString& PageFiller::structureOf(const AString& className) {
     return *known;
 }
 
-void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected) {
-    if (markColor(m_fills.find(&brush), page, selected)) return;
+// Another entry of a colour that has one would find its way to that one, as paths, classes and what they are
+// about are the same, and mark what offering the item has marked already: it costs a serial, no more.
+void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected, Known& known) {
+    if (known.hasColor) return ACondition::consumeSerials();
     auto entry = std::make_unique<AFillCondition>(AString(), nullptr);
     AItemPath path = withoutCategory(structureOf(brush.getClassName()));
     const AColorItem* color = colorOf(&brush);
@@ -110,18 +121,19 @@ void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected) {
         path.appendSegment(conditions::nameForEntry(brush, *entry));
     }
     entry->reset(path, &brush);
-    ACondition* filed = add(page, entry.release(), selected);
-    if (color) m_fills[&brush] = {page.page, filed};
+    add(page, entry.release(), selected);
+    known.hasColor = color != nullptr;
 }
 
-void PageFiller::addStroke(Page& page, APenItem& pen, bool selected) {
-    if (markColor(m_strokes.find(&pen), page, selected)) return;
+void PageFiller::addStroke(Page& page, APenItem& pen, bool selected, Known& known) {
+    if (known.hasColor) return ACondition::consumeSerials();
     AColorItem* color = pen.getColorItem();
     AItemPath path = withoutCategory(structureOf(pen.getClassName()));
     path.appendSegment(structureOf(color->getClassName()));
     path.appendSegment(color->getName());
     auto entry = std::make_unique<AStrokeCondition>(path, pen.getClassName(), color);
-    m_strokes[&pen] = {page.page, add(page, entry.release(), selected)};
+    add(page, entry.release(), selected);
+    known.hasColor = true;
 }
 
 // The first entry of the kind without a class. Once it is found it stays the first: the lists only grow, and

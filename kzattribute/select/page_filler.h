@@ -30,10 +30,16 @@ private:
         ACheckPageBase* page;
         PageEntries entries;
     };
-    // The entry that stands for a colour, once it was made.
-    struct Color {
-        ACheckPageBase* page = nullptr;
-        ACondition* entry = nullptr;
+    // What is known of a class of objects, of a fill or of a stroke that was offered before.
+    struct Known {
+        // The page that takes it, and marks nothing by it any more, also when it is selected if
+        // `isSettled[1]`: as long as no more entries have its class and it is of this kind.
+        Page* page = nullptr;
+        const PageEntries::Places* entries = nullptr;
+        std::size_t entryCount = 0;
+        ItemKind kind = ItemKind::none;
+        bool isSettled[2] = {false, false};
+        bool hasColor = false;  // an entry stands for the colour
     };
     // The entry for objects without a fill, or without a stroke.
     struct NoPaint {
@@ -41,21 +47,23 @@ private:
         bool isKnown = false;
     };
 
-    Page* offer(ARoot* item, ItemKind kind, bool selected);
+    Page* offer(ARoot* item, ItemKind kind, bool selected, Known& known);
+    bool isSettled(const Known& known, ItemKind kind, bool selected) const;
+    void settle(Known& known, Page& page, const PageEntries::Places& entries, ItemKind kind, bool selected);
     void offerFill(const AObject& object, bool selected);
     void offerStroke(const AObject& object, bool selected);
-    void addFill(Page& page, ABrushItem& brush, bool selected);
-    void addStroke(Page& page, APenItem& pen, bool selected);
-    bool markColor(const Color* color, const Page& page, bool selected);
-    ACondition* add(Page& page, ACondition* entry, bool selected);
+    void addFill(Page& page, ABrushItem& brush, bool selected, Known& known);
+    void addStroke(Page& page, APenItem& pen, bool selected, Known& known);
+    static void add(Page& page, ACondition* entry, bool selected);
     const AString& structureOf(const AString& className);
     template <class Kind>
     void markNoPaint(NoPaint& none, bool selected);
 
     std::vector<std::unique_ptr<Page>> m_pages;
     PointerTable<std::size_t> m_first;  // by class name: one more than the first page with entries for it
-    PointerTable<Color> m_fills;        // by brush item
-    PointerTable<Color> m_strokes;      // by pen item
+    PointerTable<Known> m_objects;      // by class name
+    PointerTable<Known> m_fills;        // by brush item
+    PointerTable<Known> m_strokes;      // by pen item
     PointerTable<std::unique_ptr<AString>> m_structures;  // by class name
     NoPaint m_noFill;
     NoPaint m_noStroke;

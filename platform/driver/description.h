@@ -1,6 +1,7 @@
 // What a dialog shows, read from its controls. Texts are UTF-8.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,6 +33,12 @@ struct TreeItem {
     int image = 0;
     bool expanded = false;
     std::vector<TreeItem> children;
+};
+
+// The pictures of a tree's items, by their numbers.
+struct TreeImages {
+    int width = 0, height = 0;
+    std::vector<std::vector<std::uint32_t>> pictures;  // 0xffRRGGBB, top row first
 };
 
 }  // namespace driver

@@ -52,6 +52,8 @@ public:
     DialogDescription describe() const;
     // Empty without a tree.
     std::vector<TreeItem> tree() const;
+    // Empty without a tree, and for one without pictures. Raises bad_alloc.
+    TreeImages treeImages() const;
 
 private:
     HWND findButton(std::string_view caption) const;

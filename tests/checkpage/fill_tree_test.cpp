@@ -204,6 +204,7 @@ TEST_F(FillTree, GroupsAreAnsweredWithTheFolderThatFits) {
     item.iImage = item.iSelectedImage = 9;
     page.getItemDispInfo(&header, &item, &result);
     EXPECT_EQ(item.iImage, 9);
+    EXPECT_EQ(item.iSelectedImage, 9);
     item.mask = TVIF_SELECTEDIMAGE;
     page.getItemDispInfo(&header, &item, &result);
     EXPECT_EQ(item.iImage, 9);

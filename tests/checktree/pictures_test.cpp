@@ -1,8 +1,11 @@
 // Pictures, pixel by pixel.
+#include <memory>
+
 #include "checktree/fixture.h"
 #include "kzcore/device/device_mgr.h"
 #include "kzcore/document/config.h"
 #include "kzcore/document/refer_item.h"
+#include "res/resource.h"
 #include "support/pixels.h"
 
 using test::CheckTree;
@@ -233,6 +236,73 @@ TEST_F(CheckTreePictures, FillingAnewForgetsThePicturesOfBefore) {
     EXPECT_EQ(tree.GetCount(), 0U);
     EXPECT_EQ(ImageList_GetImageCount(pictures()), 6);
     EXPECT_EQ(tree.findItemByText(_T("A"), nullptr), nullptr);
+}
+
+namespace {
+
+// Brushes, each on an item of its own; the tree holds a reference on those that are not drawn yet.
+class ManySwatches : public CheckTreePictures {
+protected:
+    static constexpr int kCount = 100;
+    std::vector<std::unique_ptr<AGradientBrushItem, void (*)(AReferItem*)>> brushes;
+
+    ManySwatches() {
+        for (int i = 0; i < kCount; ++i)
+            brushes.emplace_back(new AGradientBrushItem(_T("")),
+                                 [](AReferItem* one) { one->releaseReference(); });
+    }
+    void fill() {
+        for (std::size_t i = 0; i < brushes.size(); ++i)
+            tree.setItemSwatch(insert(std::to_string(i).c_str()), brushes[i].get());
+    }
+    bool isDrawn(std::size_t place) { return brushes[place]->getReferenceCount() == 1; }
+};
+
+}  // namespace
+
+TEST_F(ManySwatches, AreDrawnWhenTheyAreSeen) {
+    fill();
+    ::SendMessageW(tree, WM_PAINT, 0, 0);
+    EXPECT_TRUE(isDrawn(0));
+    EXPECT_FALSE(isDrawn(kCount - 1));
+    tree.EnsureVisible(at("99"));
+    ::SendMessageW(tree, WM_PAINT, 0, 0);
+    EXPECT_TRUE(isDrawn(kCount - 1));
+}
+
+TEST_F(ManySwatches, AreAllThereForWhoeverAsksForTheList) {
+    fill();
+    EXPECT_EQ(ImageList_GetImageCount(pictures()), 6 + 2 * kCount);
+    EXPECT_TRUE(isDrawn(kCount - 1));
+    EXPECT_EQ(image("99"), 6 + 2 * (kCount - 1));
+}
+
+TEST_F(ManySwatches, AreAllThereWhenTheControlIsGivenAway) {
+    fill();
+    const HWND control = tree.UnsubclassWindow();
+    EXPECT_TRUE(isDrawn(kCount - 1));
+    tree.SubclassWindow(control);
+}
+
+TEST_F(ManySwatches, ThatWereNotDrawnAreForgottenWhenTheTreeIsFilledAnew) {
+    fill();
+    tree.initImageLists();
+    EXPECT_TRUE(isDrawn(kCount - 1)) << "nothing is held any more";
+    EXPECT_EQ(ImageList_GetImageCount(pictures()), 6);
+    fill();
+    EXPECT_EQ(image("0"), 6);
+}
+
+TEST_F(CheckTreePictures, FillingAnewTakesTheColorsOfTheSystemAnew) {
+    constexpr COLORREF kOther = RGB(1, 2, 3);
+    insert("A");
+    EXPECT_EQ(tree.setItemBitmap(at("A"), IDB_BLANK), 1);
+    EXPECT_EQ(shown("A").at(0, 0), test::kWhite);
+    const test::SystemColor other{COLOR_WINDOW, kOther};
+    tree.initImageLists();
+    insert("A");
+    EXPECT_EQ(tree.setItemBitmap(at("A"), IDB_BLANK), 1);
+    EXPECT_EQ(shown("A").at(0, 0), kOther);
 }
 
 TEST_F(CheckTreePictures, OnAWindowThatIsNotWhiteDisabledFormsEqualTheEnabledOnes) {

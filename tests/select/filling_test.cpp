@@ -1,4 +1,5 @@
 // What the tool gathers of a document and how its pages are filled.
+#include "conditions/object_condition.h"
 #include "plain_rules.h"
 #include "scene.h"
 #include "select/page_filler.h"
@@ -250,6 +251,74 @@ TEST(Filling, ASelectedPenMarksTheColorsOfAllPensBeforeIt) {
     EXPECT_EQ(run.flags(_T("Stroke"), "Pen/RGB Color/red"), "11");
     EXPECT_EQ(run.flags(_T("Stroke"), "Pen/RGB Color/blue"), "11");
     EXPECT_EQ(run.flags(_T("Stroke"), "Pen/RGB Color/lime"), "10");
+}
+
+// However often the pen was offered before.
+TEST(Filling, ASelectedPenMarksAlsoTheColorsAddedSinceItWasOffered) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    std::vector<AObject*> selected;
+    for (const std::uint32_t color : {0x0000ffu, 0x0000ffu, 0x0000ffu, 0x00ff00u, 0x0000ffu}) {
+        AObject* oval = scene.add(layer, _T("AOval"));
+        oval->setPen(scene.document.getPaint().rgbPen(color));
+        if (color == 0x0000ff) selected.push_back(oval);
+    }
+    scene.select(selected);
+    Filled run(scene);
+    EXPECT_EQ(run.flags(_T("Stroke"), "Pen/RGB Color/lime"), "11");
+}
+
+namespace {
+
+class SometimesClosed : public AEffect {
+public:
+    explicit SometimesClosed(bool isClosed) : AEffect(*findClass(_T("AShadow"))), m_isClosed(isClosed) {}
+    int hasOption(int option) const override { return m_isClosed ? option & kOptionClosed : 0; }
+
+private:
+    bool m_isClosed;
+};
+
+}  // namespace
+
+// An entry follows the kind of what was offered last.
+TEST(Filling, AClosedEffectIsAnObjectOfItsClass) {
+    SometimesClosed open(false), closed(true);
+    EXPECT_EQ(kindOf(&closed), ItemKind::object);
+    EXPECT_EQ(kindOf(&open), ItemKind::effect);
+    test::AnyPage page;
+    page.addCondition(new ACondition(_T("Shadow"), _T("AShadow")));
+    PageFiller filler({&page});
+    for (const bool isClosed : {false, false, false, true, false, true, true, true, false}) {
+        filler.offerObject(isClosed ? closed : open, false);
+        EXPECT_EQ(dynamic_cast<AObjectCondition*>(page.getCondition(0)) != nullptr, isClosed);
+    }
+}
+
+// The pages of the sheet do none of this between two offers; whoever fills others may.
+TEST(Filling, EntriesThatThePageGetsOrMovesMeanwhileAreAsked) {
+    test::AnyPage page;
+    const auto add = [&](const WCHAR* path, const WCHAR* className) {
+        page.addCondition(new ACondition(path, className));
+    };
+    const auto marked = [&](const WCHAR* path) { return page.findCondition(path)->inDocument != 0; };
+    add(_T("oval"), _T("AOval"));
+    PageEntries entries(page);
+    AObject oval(*findClass(_T("AOval"))), fan(*findClass(_T("AFan"))), text(*findClass(_T("AText")));
+    EXPECT_TRUE(entries.take(&oval, ItemKind::object, false));
+    EXPECT_FALSE(entries.take(&fan, ItemKind::object, false));
+    add(_T("fan"), _T("AFan"));
+    EXPECT_TRUE(entries.take(&fan, ItemKind::object, false));
+    EXPECT_TRUE(marked(_T("fan")));
+    auto both = test::ofClasses({"AOval", "AText"});
+    both->path = AItemPath(_T("oval"));
+    page.addCondition(both.release());
+    EXPECT_TRUE(entries.take(&text, ItemKind::object, false)) << "a merge gave it the class";
+    add(_T("rectangle"), _T("ARectangle"));
+    page.sortConditions();
+    AObject rectangle(*findClass(_T("ARectangle")));
+    EXPECT_TRUE(entries.take(&rectangle, ItemKind::object, false));
+    EXPECT_TRUE(marked(_T("rectangle")));
 }
 
 TEST(Filling, AnObjectWithoutAFillMarksNoFill) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "checkpage/check_page_base.h"
 #include "conditions/support.h"
 #include "kzcore/document/application.h"
 #include "kzcore/document/document.h"
@@ -54,6 +55,13 @@ struct Scene {
             names.push_back(std::string(object->getNameUtf8()));
         return names;
     }
+};
+
+// A page without a tree.
+class AnyPage final : public ACheckPageBase {
+public:
+    ACheckTree* getTree() override { return nullptr; }
+    using ACheckPageBase::findCondition;
 };
 
 // Layers of all classes and both databases, nested containers of every kind, every way to be painted or not,

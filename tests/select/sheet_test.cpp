@@ -134,6 +134,47 @@ TEST_F(Sheet, ItsCheckBoxSitsTwoPixelsLowerOnceTheSheetWasSized) {
     }});
 }
 
+TEST_F(Sheet, ItsCheckBoxHasTheSheetsFont) {
+    draw();
+    run({[](Dialog& sheet) {
+        const LRESULT font = ::SendMessageW(sheet.window(), WM_GETFONT, 0, 0);
+        EXPECT_NE(font, 0);
+        EXPECT_EQ(::SendMessageW(::GetDlgItem(sheet.window(), 1062), WM_GETFONT, 0, 0), font);
+        sheet.press("Cancel");
+    }});
+}
+
+// Whoever set it, and whether it was clicked or not.
+TEST_F(Sheet, OkReadsItsCheckBox) {
+    draw();
+    scene.select({object("blue")});
+    run({check("Object", "Rectangle"),
+         [](Dialog& sheet) {
+             ::SendMessageW(::GetDlgItem(sheet.window(), 1062), BM_SETCHECK, BST_CHECKED, 0);
+         },
+         ok()});
+    EXPECT_EQ(scene.selected(), Names{"blue"});
+}
+
+// The host's runner records a step of its own around a tool; here nobody does.
+TEST_F(Sheet, ItsChangeIsAStepWhoeverStartsTheTool) {
+    draw();
+    scene.select({object("text")});
+    const auto start = [&](std::initializer_list<driver::Step> steps) {
+        driver::Driver user(steps);
+        EXPECT_EQ(tool.onToolStart(), 1);
+    };
+    start({check("Object", "Oval"), ok()});
+    EXPECT_EQ(scene.selected(), Names{"oval"});
+    start({ok()});
+    EXPECT_EQ(scene.selected(), Names{});
+    EXPECT_EQ(messages(), Names{kNoMatch});
+    EXPECT_TRUE(scene.view.getHistory().undo());
+    EXPECT_EQ(scene.selected(), Names{"oval"});
+    EXPECT_TRUE(scene.view.getHistory().undo());
+    EXPECT_EQ(scene.selected(), Names{"text"});
+}
+
 TEST_F(Sheet, CancelChangesNothing) {
     draw();
     scene.select({object("text"), object("blue")});

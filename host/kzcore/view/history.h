@@ -42,6 +42,9 @@ public:
     // change nothing then.
     bool undo();
     bool redo();
+    // Whether undo, or redo, would do something.
+    bool canUndo() const { return m_depth == 0 && m_current > 0; }
+    bool canRedo() const { return m_depth == 0 && m_current + 1 < m_states.size(); }
 
 private:
     static constexpr std::size_t kMaxSteps = 100;

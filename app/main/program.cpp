@@ -1,4 +1,4 @@
-#include "app/program.h"
+#include "app/main/program.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -12,6 +12,7 @@
 #include "app/output.h"
 #include "app/script/interpreter.h"
 #include "app/session.h"
+#include "app/web/serve.h"
 #include "kzutil/preference_manager.h"
 #include "kzutil/user_folder.h"
 
@@ -102,6 +103,7 @@ void expectCommand(const CLI::App& program, const std::vector<std::string>& argu
     std::string names;
     for (const CLI::App* command : program.get_subcommands({})) {
         if (command->get_name() == first) return;
+        if (command->get_group().empty()) continue;
         names += (names.empty() ? "" : ", ") + command->get_name();
     }
     throw Failure{(arguments.empty() ? "a command is missing" : "there is no command " + inQuotes(first)) +
@@ -125,7 +127,9 @@ struct Given {
     std::string file, out, size, area, background;
     bool json = false, reset = false;
     std::string similar, colored;
-    std::vector<std::string> where, within;
+    std::vector<std::string> where, within, files;
+    int port = 0, socket = -1;
+    bool noOpen = false;
     std::vector<std::string> colors;  // of the tool options, in no order: see stepsOf
 };
 
@@ -256,6 +260,28 @@ void addScript(CLI::App& program, Given& given) {
     script->final_callback([&given] { given.status = runScript(given.file); });
 }
 
+void addServe(CLI::App& program, Given& given) {
+    CLI::App* serve =
+        addCommand(program, "serve", "Show drawings, the tools and their dialogs in a browser",
+                   "It prints the address of the page, for this machine only, and serves it until "
+                   "it is interrupted.\n\n"
+                   "Example:\n  kzdraw serve harbour.svg");
+    serve
+        ->add_option("FILE", given.files,
+                     "SVG drawings that the page may open; others can be dropped onto it")
+        ->type_name("");
+    serve->add_option("--port", given.port, "The port; else any that is free")
+        ->type_name("PORT")
+        ->check(CLI::Range(1, 65535));
+    serve->add_flag("--no-open", given.noOpen, "Do not open the page in the user's browser");
+    serve->final_callback([&given] { given.status = runServe({given.files, given.port, !given.noOpen}); });
+    // What serve starts for each tab.
+    CLI::App* session = program.add_subcommand("session", "A session of a page")->group("");
+    session->add_option("SOCKET", given.socket, "")->required();
+    session->add_option("FILE", given.files, "");
+    session->final_callback([&given] { given.status = runServedSession(given.socket, given.files); });
+}
+
 // Without a folder of the user's, nothing is remembered.
 void namePreferenceFolder() {
     const std::filesystem::path folder = kzutil::userConfigurationFolder();
@@ -267,7 +293,7 @@ int parseAndRun(std::vector<std::string> arguments) {
     setUp(program);
     Given given;
     for (const auto add :
-         {addInfo, addTools, addAttributes, addSelect, addView, addRender, addPrefs, addScript})
+         {addInfo, addTools, addAttributes, addSelect, addView, addRender, addPrefs, addScript, addServe})
         add(program, given);
     try {
         expectCommand(program, arguments);

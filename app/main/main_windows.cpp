@@ -1,4 +1,4 @@
-#include "app/program.h"
+#include "app/main/program.h"
 #include "kzutil/utf.h"
 
 // The wide command line, so that file names of every language arrive.

@@ -1,4 +1,4 @@
-#include "app/program.h"
+#include "app/main/program.h"
 
 int main(int argc, char** argv) {
     try {
