@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "kzcore/tool/module_file.h"
+#include "kzutil/folder_names.h"
 
 namespace app {
 
@@ -30,9 +31,8 @@ std::string stemOf(const std::string& name) {
 
 std::vector<std::string> moduleNames(const fs::path& folder) {
     std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
-        const std::u8string text = file->path().filename().u8string();
+    for (const fs::path& file : kzutil::folderNames(folder)) {
+        const std::u8string text = file.u8string();
         std::string name(text.begin(), text.end());
         if (name.ends_with(KZ_PLUGIN_SUFFIX) && !name.ends_with("loc" KZ_PLUGIN_SUFFIX))
             names.push_back(std::move(name));

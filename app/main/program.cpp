@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdlib>
+#include <exception>
 #include <map>
 #include <new>
 #include <optional>
@@ -309,9 +311,21 @@ int parseAndRun(std::vector<std::string> arguments) {
     return given.status;
 }
 
+// Without memory the JSON library raises out of its destructors; files are whole or as they were at any time.
+[[noreturn]] void endWithoutMemory() {
+    try {
+        if (std::current_exception()) throw;
+    } catch (const std::bad_alloc&) {
+        std::_Exit(failed());
+    } catch (...) {
+    }
+    std::abort();
+}
+
 }  // namespace
 
 int run(std::vector<std::string> arguments) {
+    std::set_terminate(endWithoutMemory);
     namePreferenceFolder();
     const int status = parseAndRun(std::move(arguments));
     flushOutput();

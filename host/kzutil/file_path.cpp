@@ -1,5 +1,7 @@
 #include "kzutil/file_path.h"
 
+#include <new>
+
 namespace {
 
 constexpr WCHAR kSlash = WCHAR('/');
@@ -11,6 +13,7 @@ kzutil::WideString programPath() {
     for (std::size_t size = 260; size <= kLongestPath * 2; size *= 2) {
         kzutil::WideString path(size, WCHAR());
         const std::size_t length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(size));
+        if (length == 0 && GetLastError() == ERROR_NOT_ENOUGH_MEMORY) throw std::bad_alloc();
         // A path that fills the buffer has been cut.
         if (length + 1 < size) return path.substr(0, length);
     }

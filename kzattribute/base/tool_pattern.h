@@ -6,7 +6,7 @@
 //
 //     class AShowAllTool : public TToolPattern<AShowAllTool> {
 //     public:
-//         static const AString className;
+//         static constexpr const WCHAR* className = _T("AShowAllTool");
 //         static constexpr ToolConstants constants{IDS_SHOW_ALL, IDS_TIP_SHOW_ALL, ToolChanges::view};
 //         AShowAllTool() { setUp(); }
 //         int isValid() override { return viewHasObjects(*this); }
@@ -37,7 +37,12 @@ int viewHasObjects(ATool& tool);
 template <class Tool>
 class TToolPattern : public ATool {
 public:
-    const AString& getClassName() const override { return Tool::className; }
+    // Made when it is first asked for: where memory fails, an exception out of a module's static objects would end
+    // the host.
+    const AString& getClassName() const override {
+        static const AString name(Tool::className);
+        return name;
+    }
     UINT getDisplayNameID() const override { return 0; }
     UINT getDisplayIconID() const override { return 0; }
     // Null when there is no memory for the object.

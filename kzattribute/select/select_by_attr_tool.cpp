@@ -5,8 +5,6 @@
 #include "select/select_by_attr_sheet.h"
 #include "select/select_page.h"
 
-const AString ASelectByAttrTool::className(_T("ASelectByAttrTool"));
-
 namespace {
 
 // The data of a run goes whatever ends the run.

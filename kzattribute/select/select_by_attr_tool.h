@@ -15,7 +15,7 @@ class ASelectByAttrSheet;
 
 class ASelectByAttrTool : public TToolPattern<ASelectByAttrTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("ASelectByAttrTool");
     static constexpr ToolConstants constants{IDS_SELECT_BY_ATTRIBUTES, IDS_TIP_SELECT_BY_ATTRIBUTES,
                                              ToolChanges::selection};
 

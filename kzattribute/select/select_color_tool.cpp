@@ -5,8 +5,6 @@
 #include "kzcore/document/refer_item.h"
 #include "select/object_walk.h"
 
-const AString ASelectColorTool::className(_T("ASelectColorTool"));
-
 namespace {
 
 // The object as a group, null when it is none. Composites and effects hold children but are no groups.

@@ -5,7 +5,7 @@
 
 class ASelectColorTool : public TToolPattern<ASelectColorTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("ASelectColorTool");
     static constexpr ToolConstants constants{IDS_SELECT_SIMILAR_COLOR, IDS_TIP_SELECT_SIMILAR_COLOR,
                                              ToolChanges::selection};
 

@@ -2,8 +2,6 @@
 
 #include "select/object_walk.h"
 
-const AString ASelectSimilarTool::className(_T("ASelectSimilarTool"));
-
 int ASelectSimilarTool::isValid() {
     const int valid = ATool::isValid();
     if (valid == 0) return valid;

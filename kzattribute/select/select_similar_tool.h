@@ -5,7 +5,7 @@
 
 class ASelectSimilarTool : public TToolPattern<ASelectSimilarTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("ASelectSimilarTool");
     static constexpr ToolConstants constants{IDS_SELECT_SIMILAR_OBJECTS, IDS_TIP_SELECT_SIMILAR_OBJECTS,
                                              ToolChanges::selection};
 

@@ -6,12 +6,6 @@
 #include "conditions/refer_condition.h"
 #include "viewfilter/tool_steps.h"
 
-const AString AShowAllTool::className(_T("AShowAllTool"));
-const AString AShowAllExceptTool::className(_T("AShowAllExceptTool"));
-const AString AShowThisTool::className(_T("AShowThisTool"));
-const AString AHideThisTool::className(_T("AHideThisTool"));
-const AString AHideAllExceptTool::className(_T("AHideAllExceptTool"));
-
 using viewfilter::attributeFilterOf;
 using viewfilter::end;
 using viewfilter::endAndRedraw;

@@ -20,7 +20,7 @@
 // Shows everything again, whatever class the filter is of.
 class AShowAllTool : public TToolPattern<AShowAllTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("AShowAllTool");
     static constexpr ToolConstants constants{IDS_SHOW_ALL, IDS_TIP_SHOW_ALL, ToolChanges::view};
 
     AShowAllTool() { setUp(); }
@@ -33,7 +33,7 @@ public:
 // Shows everything but one colour. Returns 0 when there is no memory for a filter.
 class AShowAllExceptTool : public TToolPattern<AShowAllExceptTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("AShowAllExceptTool");
     static constexpr ToolConstants constants{IDS_SHOW_ALL_EXCEPT, IDS_TIP_SHOW_ALL_EXCEPT, ToolChanges::view};
 
     AShowAllExceptTool() { setUp(); }
@@ -45,7 +45,7 @@ public:
 // Shows one colour. Returns 0 when there is no memory for a filter.
 class AShowThisTool : public TToolPattern<AShowThisTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("AShowThisTool");
     static constexpr ToolConstants constants{IDS_SHOW_THIS, IDS_TIP_SHOW_THIS, ToolChanges::view};
 
     AShowThisTool() { setUp(); }
@@ -57,7 +57,7 @@ public:
 // Hides one colour. The only one that returns 0 when there is no view.
 class AHideThisTool : public TToolPattern<AHideThisTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("AHideThisTool");
     static constexpr ToolConstants constants{IDS_HIDE_THIS, IDS_TIP_HIDE_THIS, ToolChanges::view};
 
     AHideThisTool() { setUp(); }
@@ -69,7 +69,7 @@ public:
 // Hides everything but one colour.
 class AHideAllExceptTool : public TToolPattern<AHideAllExceptTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("AHideAllExceptTool");
     static constexpr ToolConstants constants{IDS_HIDE_ALL_EXCEPT, IDS_TIP_HIDE_ALL_EXCEPT, ToolChanges::view};
 
     AHideAllExceptTool() { setUp(); }

@@ -26,7 +26,10 @@ void exchange(AArchive& archive, BYTE tag, int& first, int& second) {
 
 }  // namespace
 
-const AString AViewFilterPrefs::className(_T("AViewFilterPrefs"));
+const AString& AViewFilterPrefs::getClassName() const {
+    static const AString name(className);
+    return name;
+}
 
 AViewFilterPrefs::AViewFilterPrefs(AViewFilterDialog* dialog) : m_dialog(dialog) {
     m_dialog->m_width = m_dialog->m_height = -1;

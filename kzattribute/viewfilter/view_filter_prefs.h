@@ -11,7 +11,7 @@ class AViewFilterDialog;
 
 class AViewFilterPrefs : public ARoot {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("AViewFilterPrefs");
 
     // Gives the dialog the geometry of its first use, and then what is stored.
     explicit AViewFilterPrefs(AViewFilterDialog* dialog);
@@ -20,7 +20,7 @@ public:
     // Stores the dialog's geometry, unless the host keeps no settings.
     ~AViewFilterPrefs() override;
 
-    const AString& getClassName() const override { return className; }
+    const AString& getClassName() const override;
     // 1; 0 as soon as the base's part fails, the record then left open: the archive closes it.
     int orbiSerialize(AArchive& archive) override;
 

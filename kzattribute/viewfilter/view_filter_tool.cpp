@@ -7,8 +7,6 @@
 
 using viewfilter::attributeFilterOf;
 
-const AString AViewFilterTool::className(_T("AViewFilterTool"));
-
 int AViewFilterTool::onToolStart() {
     const ADocView* view = ADocView::GetActiveView();
     AViewFilterDialog dialog(this, view ? attributeFilterOf(*view) : nullptr, nullptr);

@@ -8,7 +8,7 @@ class AViewFilter;
 
 class AViewFilterTool : public TToolPattern<AViewFilterTool> {
 public:
-    static const AString className;
+    static constexpr const WCHAR* className = _T("AViewFilterTool");
     static constexpr ToolConstants constants{IDS_VIEW_FILTER, IDS_TIP_VIEW_FILTER, ToolChanges::view};
 
     AViewFilterTool() { setUp(); }

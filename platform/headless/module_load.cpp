@@ -44,6 +44,7 @@ DWORD load_error(const std::string& path) {
         return front.error == ERROR_FILE_NOT_FOUND ? ERROR_MOD_NOT_FOUND : front.error;
     if (front.bytes.size() < 4 || std::memcmp(front.bytes.data(), "\177ELF", 4) != 0)
         return ERROR_BAD_EXE_FORMAT;
+    if (text == nullptr || std::strstr(text, "memory") != nullptr) return ERROR_NOT_ENOUGH_MEMORY;
     if (text != nullptr && std::strstr(text, "undefined symbol") != nullptr) return ERROR_PROC_NOT_FOUND;
     if (text != nullptr && std::strstr(text, "cannot open shared object file") != nullptr)
         return ERROR_MOD_NOT_FOUND;

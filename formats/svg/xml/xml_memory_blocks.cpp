@@ -17,20 +17,13 @@ struct alignas(16) Block {
     std::size_t used;
 };
 
-// The block that this thread cuts.
-struct Current {
-    Block* block = nullptr;
-    ~Current();
-};
-thread_local Current current;
+// The block that this thread cuts. It outlives the thread: to register a destructor takes memory, and without it the
+// process would be ended.
+thread_local Block* current = nullptr;
 
 void release(Block* block) {
     if (block != nullptr && block->live.fetch_sub(1, std::memory_order_acq_rel) == 1)
         kzutil::freeLarge(block);
-}
-
-Current::~Current() {
-    release(block);
 }
 
 Block* makeBlock(std::size_t size) {
@@ -44,13 +37,13 @@ void* allocate(std::size_t size) {
         return own != nullptr ? own + 1 : nullptr;
     }
     const std::size_t rounded = (size + alignof(Block) - 1) / alignof(Block) * alignof(Block);
-    if (current.block == nullptr || rounded > kzutil::kLargePage - current.block->used) {
+    if (current == nullptr || rounded > kzutil::kLargePage - current->used) {
         Block* const next = makeBlock(kzutil::kLargePage);
         if (next == nullptr) return nullptr;
-        release(current.block);
-        current.block = next;
+        release(current);
+        current = next;
     }
-    Block* const block = current.block;
+    Block* const block = current;
     void* const piece = reinterpret_cast<char*>(block) + block->used;
     block->used += rounded;
     block->live.fetch_add(1, std::memory_order_relaxed);

@@ -1,9 +1,11 @@
 #include "kzcore/tool/module_file.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <new>
 #include <system_error>
 
 namespace {
@@ -87,7 +89,9 @@ const char* libraryProblem(ModuleReader& file) {
 std::string moduleFileProblem(const std::filesystem::path& file) {
     std::error_code ignored;
     if (!std::filesystem::exists(file, ignored)) return "there is no such file";
+    errno = 0;
     ModuleReader reader(file);
+    if (!reader.isOpen() && errno == ENOMEM) throw std::bad_alloc();
     if (!reader.isOpen()) return "cannot be read";
     std::array<char, 4> magic;
     if (!reader.read(0, magic)) return kNoModule;

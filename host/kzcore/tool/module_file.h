@@ -6,5 +6,6 @@
 #include <string>
 
 // Empty for a shared object (ELF, 64 bits) or a library (PE) whose parts all lie within the file; else what is wrong,
-// to be told behind the file's name. The file may be of the other system.
+// to be told behind the file's name. The file may be of the other system. Raises
+// bad_alloc.
 std::string moduleFileProblem(const std::filesystem::path& file);

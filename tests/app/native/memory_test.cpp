@@ -1,0 +1,109 @@
+// Memory that runs out anywhere between main's first line and its last: an orderly end, never another result.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "app/process.h"
+#include "app/sea.h"
+#include "support/program_folder.h"
+#include "support/temp_folder.h"
+
+using test::Outcome;
+
+namespace {
+
+// A variable of the environment, for the programs that are run meanwhile.
+class Variable {
+public:
+    Variable(const char* name, const std::string& value) : m_name(name) { setenv(name, value.c_str(), 1); }
+    ~Variable() { unsetenv(m_name); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* m_name;
+};
+
+bool isIn(const char* part, const std::string& text) {
+    return text.find(part) != text.npos;
+}
+
+class Memory : public testing::Test {
+protected:
+    test::TempFolder folder;
+    std::string sea = test::utf8(folder.write("sea.svg", test::kSea));
+
+    struct Result {
+        Outcome outcome;
+        std::string written;
+        bool operator==(const Result&) const = default;
+    };
+    Result run(const std::vector<std::string>& arguments, const std::filesystem::path& out) {
+        const Variable preload("LD_PRELOAD", test::utf8(test::programFolder() / "failing_malloc.so"));
+        std::filesystem::remove(out);
+        Result result{test::runKzdraw(arguments), {}};
+        if (std::filesystem::exists(out)) result.written = test::readText(out);
+        return result;
+    }
+    long requestsOf(const std::vector<std::string>& arguments) {
+        const std::filesystem::path file = folder.path() / "count";
+        const Variable told("KZ_COUNT_TO", file.string());
+        run(arguments, {});
+        long count = 0;
+        std::ifstream(file) >> count;
+        return count;
+    }
+
+    // Some hundred requests, spread over all of them; KZ_EVERY_REQUEST in the environment: each.
+    void expectAnOrderlyEnd(const std::vector<std::string>& arguments,
+                            const std::filesystem::path& out = {}) {
+        const long requests = requestsOf(arguments);
+        ASSERT_GT(requests, 500);
+        const long step = std::getenv("KZ_EVERY_REQUEST") ? 1 : requests / 60 + 1;
+        const Result whole = run(arguments, out);
+        ASSERT_EQ(whole.outcome.status, 0) << whole.outcome;
+        for (const bool once : {true, false}) {
+            for (long at = once ? 1 : 2; at <= requests; at += step)
+                expectOrderlyAt(at, once, arguments, whole, out);
+        }
+    }
+    void expectOrderlyAt(long at, bool once, const std::vector<std::string>& arguments, const Result& whole,
+                         const std::filesystem::path& out) {
+        SCOPED_TRACE((once ? "request " : "requests from ") + std::to_string(at));
+        const Variable failing("KZ_FAIL_AT", std::to_string(at));
+        const std::unique_ptr<Variable> alone(once ? new Variable("KZ_FAIL_ONCE", "1") : nullptr);
+        const Result result = run(arguments, out);
+        if (result.outcome.status == 0) {
+            EXPECT_EQ(result, whole);
+            return;
+        }
+        EXPECT_EQ(result.outcome.status, 2) << result.outcome;
+        EXPECT_TRUE(result.outcome.err.starts_with("kzdraw: ")) << result.outcome;
+        // The system's loader does not say that memory was what it lacked.
+        EXPECT_TRUE(isIn("memory", result.outcome.err) || isIn("cannot load the plug-in", result.outcome.err))
+            << result.outcome;
+        EXPECT_EQ(result.written, "");
+    }
+};
+
+}  // namespace
+
+TEST_F(Memory, SelectsOrEndsInOrder) {
+    expectAnOrderlyEnd({"select", sea, "--same-color-as", "hull", "--json"});
+}
+
+TEST_F(Memory, WritesTheSameDrawingOrNone) {
+    const std::filesystem::path out = folder.path() / "out.svg";
+    expectAnOrderlyEnd({"view", sea, "--hide", "red", "-o", test::utf8(out)}, out);
+}
+
+TEST_F(Memory, RunsAScriptOrEndsInOrder) {
+    const std::filesystem::path out = folder.path() / "out.svg";
+    const std::string script = test::utf8(folder.write(
+        "steps.kzs", "open '" + sea +
+                         "'\nselect hull\ntool ASelectSimilarTool\ntool AHideThisTool color:red\nundo\n"
+                         "print selection\nprint filter\nsave '" +
+                         test::utf8(out) + "'\n"));
+    expectAnOrderlyEnd({"script", script}, out);
+}
