@@ -10,7 +10,7 @@ namespace app {
 
 namespace {
 
-[[noreturn]] void failed() {
+[[noreturn]] void failToWrite() {
     throw OutputError{std::string("cannot write the output: ") + std::strerror(errno)};
 }
 
@@ -49,7 +49,7 @@ void print(std::string_view text) {
         *the_text += text;
         return;
     }
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failed();
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failToWrite();
 }
 
 void printLine(std::string_view text) {
@@ -66,7 +66,7 @@ void printJson(const nlohmann::ordered_json& value) {
 }
 
 void flushOutput() {
-    if (std::fflush(stdout) != 0 || std::ferror(stdout)) failed();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) failToWrite();
 }
 
 void appendJsonString(std::string& out, std::string_view text) {
