@@ -162,6 +162,8 @@ inTab("a session that has ended is told, and a new one starts", async tab => {
   await tab.page.evaluate(() => sessionStorage.setItem("kzdraw-session", JSON.stringify({ name: "0123456789abcdef", files: ["sea.svg"] })));
   await tab.load();
   await tab.counts("6 objects");
+  // The server answers for the old session with 410, which the browser logs.
+  tab.errors.splice(0, tab.errors.length, ...tab.errors.filter(text => !text.includes("status of 410")));
 });
 
 const axe = fs.readFileSync(path.join(root, "build/browser/node_modules/axe-core/axe.min.js"), "utf8");
