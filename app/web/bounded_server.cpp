@@ -14,13 +14,13 @@ namespace app::web {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 // False when the socket is not ready in time.
-bool waitFor(int socket, short events, Clock::time_point deadline) {
+bool waitFor(int socket, short events, std::chrono::steady_clock::time_point deadline) {
     for (;;) {
-        const auto left = std::chrono::duration_cast<milliseconds>(deadline - Clock::now()).count();
+        const auto left =
+            std::chrono::duration_cast<milliseconds>(deadline - std::chrono::steady_clock::now()).count();
         pollfd waiting{socket, events, 0};
         const int ready = ::poll(&waiting, 1, static_cast<int>(std::max<long>(left, 0)));
         if (ready > 0) return true;
@@ -35,23 +35,25 @@ public:
         : m_waiting(waiting), m_number(number), m_socket(socket), m_response(response) {}
 
     void expect(milliseconds time, std::size_t bytes) {
-        m_deadline = Clock::now() + time;
+        m_deadline = std::chrono::steady_clock::now() + time;
         m_bytes = bytes;
     }
     // Bytes that may still come.
     std::size_t expected() const { return m_bytes; }
     // Waits for the first byte of a request.
     bool waitForMore(milliseconds time) {
-        return m_begin < m_end || (waitForBytes(Clock::now() + time) && fill());
+        return m_begin < m_end || (waitForBytes(std::chrono::steady_clock::now() + time) && fill());
     }
 
-    bool is_readable() const override { return m_begin < m_end || waitFor(m_socket, POLLIN, Clock::now()); }
+    bool is_readable() const override {
+        return m_begin < m_end || waitFor(m_socket, POLLIN, std::chrono::steady_clock::now());
+    }
     // False, too, when the other side has closed the connection.
     bool is_writable() const override {
         char byte = 0;
         const ssize_t peeked = ::recv(m_socket, &byte, 1, MSG_PEEK | MSG_DONTWAIT);
         const bool isOpen = peeked > 0 || (peeked < 0 && (errno == EAGAIN || errno == EWOULDBLOCK));
-        return isOpen && waitFor(m_socket, POLLOUT, Clock::now() + m_response);
+        return isOpen && waitFor(m_socket, POLLOUT, std::chrono::steady_clock::now() + m_response);
     }
     ssize_t read(char* bytes, std::size_t size) override {
         if (m_bytes == 0) return -1;
@@ -63,7 +65,7 @@ public:
         return static_cast<ssize_t>(count);
     }
     ssize_t write(const char* bytes, std::size_t size) override {
-        if (!waitFor(m_socket, POLLOUT, Clock::now() + m_response)) return -1;
+        if (!waitFor(m_socket, POLLOUT, std::chrono::steady_clock::now() + m_response)) return -1;
         return ::send(m_socket, bytes, size, MSG_NOSIGNAL | MSG_DONTWAIT);
     }
     void get_remote_ip_and_port(std::string& ip, int& port) const override { local(ip, port); }
@@ -76,8 +78,8 @@ private:
         ip = "127.0.0.1";
         port = 0;
     }
-    bool waitForBytes(Clock::time_point deadline) {
-        if (waitFor(m_socket, POLLIN, Clock::now())) return true;
+    bool waitForBytes(std::chrono::steady_clock::time_point deadline) {
+        if (waitFor(m_socket, POLLIN, std::chrono::steady_clock::now())) return true;
         m_waiting.add(m_number, m_socket);
         const bool came = waitFor(m_socket, POLLIN, deadline);
         m_waiting.remove(m_number);
@@ -94,7 +96,7 @@ private:
     const std::uint64_t m_number;
     const int m_socket;
     const milliseconds m_response;
-    Clock::time_point m_deadline;
+    std::chrono::steady_clock::time_point m_deadline;
     std::size_t m_bytes = 0;
     std::array<char, 16384> m_buffer;
     std::size_t m_begin = 0, m_end = 0;
