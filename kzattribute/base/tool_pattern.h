@@ -52,6 +52,7 @@ public:
 protected:
     // Called last in a tool's constructor, when its members stand.
     void setUp() {
+        getClassName();  // made here, so that no run fails for it
         setStackable(1);
         if (Tool::constants.changes == ToolChanges::view)
             setDirtyView(1);

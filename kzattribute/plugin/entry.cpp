@@ -1,6 +1,9 @@
 // The module's entry point: attach and detach.
+#include <exception>
+#include <filesystem>
 #include <new>
 
+#include "kzcore/tool/module_file.h"
 #include "kzutil/file_path.h"
 #include "platform/afx/extension_module.h"
 #include "platform/winapi.h"
@@ -20,8 +23,10 @@ HMODULE loadLocalizedModule() {
         AFilePath path;
         path += _T("Plugins");
         path += _T("kzattributeloc.dll");
+        // Not every loader looks at the file's size before it maps the file.
+        if (!moduleFileProblem(std::filesystem::path(path.getPath().view())).empty()) return nullptr;
         return LoadLibraryExW(path, nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    } catch (const std::bad_alloc&) {
+    } catch (const std::exception&) {
         return nullptr;
     }
 }
