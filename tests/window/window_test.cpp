@@ -9,6 +9,7 @@
 #include "app/output.h"
 #include "app/picture.h"
 #include "app/script/interpreter.h"
+#include "app/window/window.h"
 #include "canvas/image.h"
 #include "kzutil/utf.h"
 
@@ -287,6 +288,16 @@ TEST_F(Window, ColorToolsWorkOnTheChosenColorByKeysToo) {
     EXPECT_EQ(::GetFocus(), window.canvas().m_hWnd);
 }
 
+TEST_F(Window, ATipTellsOfTheColorUnderThePointer) {
+    const RECT gold = window.strip().rectOf(indexOf(window.strip(), "gold"));
+    window.strip().SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(gold.left + 3, gold.top + 3));
+    NMTTDISPINFOW asked = {};
+    asked.hdr = {window.strip().tips(), 0, static_cast<UINT>(TTN_GETDISPINFOW)};
+    window.SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&asked));
+    ASSERT_TRUE(asked.lpszText);
+    EXPECT_EQ(kzutil::narrow(asked.lpszText), "gold \xC2\xB7 RGB Color \xC2\xB7 1 object");
+}
+
 TEST_F(Window, LayersHaveAnEyeAndALock) {
     LayerList& layers = window.layers();
     ASSERT_EQ(layers.rows().size(), 2U);
@@ -437,14 +448,60 @@ TEST_F(Window, FollowsAScreenOfAnotherDensity) {
     rect.right += 300;
     rect.bottom += 200;
     const int before = window.strip().height();
-    window.SendMessage(WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&rect));
+    window.SendMessage(WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&rect));
     settle();
-    EXPECT_EQ(window.strip().height(), 2 * before);
+    EXPECT_EQ(2 * window.strip().height(), 3 * before);
     window.perform(kFullSize);
-    EXPECT_DOUBLE_EQ(window.canvas().place().zoom(), 2);
-    keepPicture("window-192-dpi");
+    EXPECT_DOUBLE_EQ(window.canvas().place().zoom(), 1.5);
+    paint();
+    keepPicture("window-144-dpi");
     const RECT button = window.commandBar().buttonRect(kOpen);
-    EXPECT_GE(button.right - button.left, 40);
+    EXPECT_GE(button.right - button.left, 30);
+}
+
+// The pictures of the user guide.
+TEST_F(Window, TheHarbourBeforeAndAfterAColorIsHidden) {
+    window.MoveWindow(0, 0, 1080, 760);
+    ASSERT_TRUE(window.open(std::string(KZ_SAMPLES) + "/harbour.svg"));
+    paint();
+    keepPicture("window-before");
+    const AImage before = grabCanvas();
+    window.runLine({"select", "house-1-roof"});
+    window.perform(toolCommand(window, "ASelectSimilarTool"));
+    paint();
+    keepPicture("window");
+    {
+        driver::Driver acts({[](driver::Dialog& sheet) { sheet.move(330, 120); },
+                             [](driver::Dialog& sheet) { sheet.page("Fill"); },
+                             [](driver::Dialog& sheet) { sheet.check("Solid/Spot Color/Signal Red"); },
+                             [&](driver::Dialog& sheet) {
+                                 keepPicture("window-sheet");
+                                 sheet.press("OK");
+                             }});
+        window.perform(toolCommand(window, "ASelectByAttrTool"));
+    }
+    EXPECT_GT(selected().size(), 0U);
+    EXPECT_TRUE(user.told.empty()) << user.told.back();
+    window.perform(kSelectNone);
+    window.strip().choose(indexOf(window.strip(), "Signal Red"));
+    window.perform(toolCommand(window, "AHideThisTool"));
+    paint();
+    keepPicture("window-filtered");
+    EXPECT_GT(hidden(), 0);
+    EXPECT_GT(difference(grabCanvas(), before), 100);
+    driver::Driver acts({[](driver::Dialog& dialog) { dialog.move(330, 120); },
+                         [&](driver::Dialog& dialog) {
+                             keepPicture("window-view-filter");
+                             dialog.press("Cancel");
+                         }});
+    window.perform(toolCommand(window, "AViewFilterTool"));
+    EXPECT_TRUE(acts.finished());
+}
+
+TEST(WindowArguments, OneDrawingWithoutACommandIsForTheWindow) {
+    EXPECT_TRUE(app::isForWindow({"C:\\drawings\\Harbour.SVG"}));
+    for (const Names& others : {Names{"info"}, Names{"-x.svg"}, Names{"a.svg", "b.svg"}, Names{"--help"}})
+        EXPECT_FALSE(app::isForWindow(others)) << others[0];
 }
 
 class EmptyWindow : public WindowTest {

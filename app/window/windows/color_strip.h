@@ -34,6 +34,7 @@ public:
     RECT rectOf(int index) const;
     // Answers the tip's request for its text.
     bool giveTip(NMTTDISPINFOW& asked);
+    HWND tips() const { return m_tips; }
 
 protected:
     void paint(PaintBuffer& buffer) override;

@@ -1,4 +1,6 @@
 // MainWindow: its panes, where they stand, and what the two bars hold.
+#include <utility>
+
 #include "app/report.h"
 #include "app/window/icons.h"
 #include "app/window/windows/main_window.h"
@@ -41,6 +43,13 @@ APath pill(const RECT& rect) {
 
 }  // namespace
 
+void MainWindow::showIcon() {
+    const HICON before = std::exchange(m_icon, makeProgramIcon(m_screen.scaled(32)));
+    for (const WPARAM kind : {ICON_BIG, ICON_SMALL})
+        SendMessage(WM_SETICON, kind, reinterpret_cast<LPARAM>(m_icon));
+    if (before) DestroyIcon(before);
+}
+
 bool MainWindow::createPanes() {
     const INITCOMMONCONTROLSEX classes = {sizeof classes,
                                           ICC_BAR_CLASSES | ICC_PROGRESS_CLASS | ICC_WIN95_CLASSES};
@@ -67,6 +76,7 @@ bool MainWindow::createPanes() {
 
 // Again on every screen of another density.
 void MainWindow::showBars() {
+    showIcon();
     ::SendMessageW(m_status, WM_SETFONT, reinterpret_cast<WPARAM>(m_screen.font()), FALSE);
     const std::vector<Menu> all = menus({});
     std::vector<BarButton> buttons;

@@ -141,7 +141,10 @@ void MainWindow::showHead() {
         parts[3] = grouped(m_seen["hidden"]) + " hidden";
         parts[4] = std::to_string(std::lround(m_canvas.place().percent())) + " %";
     }
+    m_statusTexts.resize(parts.size());
     for (std::size_t i = 0; i < parts.size(); ++i) {
+        if (m_statusTexts[i] == parts[i]) continue;  // else it would flicker
+        m_statusTexts[i] = parts[i];
         ::SendMessageW(m_status, SB_SETTEXTW, i, reinterpret_cast<LPARAM>(kzutil::widen(parts[i]).c_str()));
     }
 }

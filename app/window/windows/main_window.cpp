@@ -70,6 +70,7 @@ MainWindow::MainWindow(User& user)
 MainWindow::~MainWindow() {
     DestroyWindow();
     m_canvas.picture().showNothing();
+    if (m_icon) DestroyIcon(m_icon);
     setMessagePresenter(nullptr);
     theWindow = nullptr;
 }

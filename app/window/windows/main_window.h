@@ -103,6 +103,7 @@ private:
     MenuState menuState() const;
 
     // main_layout.cpp
+    void showIcon();
     bool createPanes();
     void showBars();
     void layOut();
@@ -121,9 +122,11 @@ private:
     CanvasWindow m_canvas;
     ColorStrip m_strip;
     LayerList m_layers;
+    HICON m_icon = nullptr;
     HWND m_badge = nullptr;
     HWND m_status = nullptr;
     bool m_showsLayers = true;
+    std::vector<std::string> m_statusTexts;
     std::string m_hint;  // of the entry that a menu is at
 
     nlohmann::ordered_json m_seen;                    // the state when it was last followed

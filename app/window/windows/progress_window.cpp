@@ -17,6 +17,7 @@ constexpr int kWidth = 380, kHeight = 104;
 BEGIN_MESSAGE_MAP(ProgressWindow, CWnd)
 ON_WM_CLOSE()
 ON_MESSAGE(WM_TIMER, onTimer)
+ON_MESSAGE(WM_ERASEBKGND, onEraseBackground)
 ON_BN_CLICKED(IDCANCEL, onCancel)
 END_MESSAGE_MAP()
 
@@ -45,7 +46,6 @@ bool ProgressWindow::create(HWND owner) {
     if (!CreateEx(WS_EX_DLGMODALFRAME, nullptr, L"Opening a drawing", style, rect, CWnd::FromHandle(owner),
                   0))
         return false;
-    ::SetClassLongPtrW(m_hWnd, GCLP_HBRBACKGROUND, COLOR_BTNFACE + 1);
     addControl(L"Static", kzutil::widen(m_file).c_str(), SS_PATHELLIPSIS | SS_NOPREFIX,
                CRect(14, 12, 366, 30), -1);
     m_bar = addControl(PROGRESS_CLASSW, L"", 0, CRect(14, 36, 366, 54), 1);
@@ -59,6 +59,13 @@ bool ProgressWindow::create(HWND owner) {
 LRESULT ProgressWindow::onTimer(WPARAM, LPARAM) {
     ::SendMessageW(m_bar, PBM_SETPOS, static_cast<WPARAM>(kSteps * m_opening.progress()), 0);
     return 0;
+}
+
+LRESULT ProgressWindow::onEraseBackground(WPARAM context, LPARAM) {
+    RECT client;
+    GetClientRect(&client);
+    ::FillRect(reinterpret_cast<HDC>(context), &client, GetSysColorBrush(COLOR_BTNFACE));
+    return 1;
 }
 
 void ProgressWindow::onCancel() {

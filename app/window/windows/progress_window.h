@@ -23,6 +23,7 @@ protected:
     void onCancel();
     void OnClose() { onCancel(); }
     LRESULT onTimer(WPARAM, LPARAM);
+    LRESULT onEraseBackground(WPARAM context, LPARAM);
     DECLARE_MESSAGE_MAP()
 
 private:

@@ -28,6 +28,9 @@ private:
     std::unique_ptr<CGdiObject> m_font, m_bold;
 };
 
+// The program's icon in this size. The caller destroys it; null when it cannot be made.
+HICON makeProgramIcon(int side);
+
 // What the window's own panes are painted with.
 namespace color {
 inline constexpr COLORREF kMark = RGB(0x1f, 0x5f, 0xbf);
