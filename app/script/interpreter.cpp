@@ -62,7 +62,7 @@ void doSave(Interpreter& script, const Words& words) {
     const bool asShown = words.size() == 3;
     if (asShown && words[2] != "shown") throw Failure{"usage: save FILE [shown]"};
     AViewFilter* const filter = asShown ? script.session.view().m_viewFilter : nullptr;
-    script.lines.write(words[1], drawingBytes(script.session.document(), filter));
+    script.lines.write(words[1], drawingBytesFor(words[1], script.session.document(), filter));
 }
 
 void doRender(Interpreter& script, const Words& words) {

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kLongestName = 32768;
 
 // Patterns as the dialogs take them: pairs that end with NUL.
-constexpr WCHAR kDrawings[] = L"Drawings (*.svg)\0*.svg\0All files\0*.*\0";
+constexpr WCHAR kDrawings[] = L"Drawings (*.svg, *.svgz)\0*.svg;*.svgz\0All files\0*.*\0";
 constexpr WCHAR kPictures[] = L"Pictures (*.png)\0*.png\0";
 
 using Ask = BOOL(WINAPI*)(OPENFILENAMEW*);
