@@ -160,11 +160,11 @@ TEST(ScriptRecord, KeepsTheNewestLinesButThoseThatPrint) {
 }
 
 TEST_F(WindowParts, LinesRunAndAreRecordedAndTheRecordDoesTheSameAgain) {
-    lines.run({"select", "wall"});
     lines.run({"tool", "AHideThisTool", "color:gold"});
+    lines.run({"select", "wall"});
     EXPECT_EQ(lines.run({"print", "selection"}), "{\"selection\":[\"wall\"]}\n");
     const std::string record = lines.record().text();
-    EXPECT_EQ(record, "select wall\ntool AHideThisTool color:gold\n");
+    EXPECT_EQ(record, "tool AHideThisTool color:gold\nselect wall\n");
 
     std::string before, after;
     {
