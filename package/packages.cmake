@@ -5,8 +5,6 @@ set(CPACK_PACKAGE_CONTACT "the kzattribute authors <maintainers@kzattribute.inva
 set(CPACK_RESOURCE_FILE_LICENSE ${CMAKE_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL runtime development)
-set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_VERBATIM_VARIABLES ON)
 
 if(WIN32)
@@ -23,6 +21,8 @@ if(WIN32)
   set(CPACK_NSIS_DEFINES "  Target amd64-unicode") # the installer itself for 64 bits, as the program
 else()
   set(CPACK_GENERATOR DEB)
+  set(CPACK_COMPONENTS_ALL runtime development)
+  set(CPACK_COMPONENTS_GROUPING IGNORE)
   set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
   set(CPACK_DEB_COMPONENT_INSTALL ON)
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
