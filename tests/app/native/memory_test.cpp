@@ -40,7 +40,6 @@ protected:
     struct Result {
         Outcome outcome;
         std::string written;
-        bool operator==(const Result&) const = default;
     };
     Result run(const std::vector<std::string>& arguments, const std::filesystem::path& out) {
         const Variable preload("LD_PRELOAD", test::utf8(test::programFolder() / "failing_malloc.so"));
@@ -78,7 +77,11 @@ protected:
         const std::unique_ptr<Variable> alone(once ? new Variable("KZ_FAIL_ONCE", "1") : nullptr);
         const Result result = run(arguments, out);
         if (result.outcome.status == 0) {
-            EXPECT_EQ(result, whole);
+            EXPECT_EQ(result.written, whole.written);
+            EXPECT_EQ(result.outcome.out, whole.outcome.out);
+            // A plug-in that a picture does not need may be told to be left out.
+            EXPECT_TRUE(result.outcome.err == whole.outcome.err || isIn("plug-in", result.outcome.err))
+                << result.outcome;
             return;
         }
         if (result.outcome.status == -SIGSEGV && ++crashes <= mostCrashes) return;
