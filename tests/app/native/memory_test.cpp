@@ -100,6 +100,10 @@ TEST_F(Memory, SelectsOrEndsInOrder) {
     expectAnOrderlyEnd({"select", sea, "--same-color-as", "hull", "--json"});
 }
 
+TEST_F(Memory, SelectsInSeveralDrawingsOrTellsWhichFailed) {
+    expectAnOrderlyEnd({"select", sea, sea, "--same-color-as", "hull", "--json"});
+}
+
 TEST_F(Memory, WritesTheSameDrawingOrNone) {
     const std::filesystem::path out = folder.path() / "out.svg";
     expectAnOrderlyEnd({"view", sea, "--hide", "red", "-o", test::utf8(out)}, out);
