@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "formats/svg/values/color.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 
@@ -25,6 +26,7 @@ struct ReadGradient {
     // x1, y1, x2, y2, or cx, cy, r, fx, fy, fr.
     std::array<Coordinate, 6> coordinates;
     bool hasFocusX = false, hasFocusY = false;
+    Style style;  // for its transform-origin
     AGradient gradient;
 };
 
@@ -58,6 +60,13 @@ AColor stopColor(const Style& style) {
     return AColor(RGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff), opacity);
 }
 
+// A number or a percentage; 0 for anything else.
+double stopOffset(std::string_view text) {
+    double offset = 0;
+    if (!takeNumber(text, offset)) return 0;
+    return text.empty() ? offset : text == "%" ? offset / 100 : 0;
+}
+
 void readStops(DrawContext& context, pugi::xml_node owner, std::vector<AGradientStop>& stops) {
     constexpr std::size_t kMostStops = 1024;
     const Style around = context.styleAt(owner);
@@ -68,9 +77,7 @@ void readStops(DrawContext& context, pugi::xml_node owner, std::vector<AGradient
         if (kindOf(child) != Element::stop || stops.size() == kMostStops) continue;
         attributes.read(child);
         const Style& style = context.styleOf(child, attributes, around, context.rootSpace(), room);
-        double offset = 0;
-        parseLength(textOf(child, "offset"), Axis::horizontal, {kUsualFontSize, 1, 1}, offset);
-        last = std::clamp(offset, last, 1.0);
+        last = std::clamp(stopOffset(trim(textOf(child, "offset"))), last, 1.0);
         stops.push_back({last, stopColor(style)});
     }
 }
@@ -114,6 +121,7 @@ void read(DrawContext& context, pugi::xml_node node, ReadGradient& result) {
     result.radial = result.gradient.radial = kindOf(node) == Element::radialGradient;
     result.inBox = chain.get("gradientUnits") != "userSpaceOnUse";
     result.transform = parseTransform(chain.get("gradientTransform"));
+    result.style = context.styleAt(node);
     const std::string_view spread = chain.get("spreadMethod");
     result.gradient.spread = spread == "reflect"  ? ESpread::reflect
                              : spread == "repeat" ? ESpread::repeat
@@ -137,14 +145,14 @@ void read(DrawContext& context, pugi::xml_node node, ReadGradient& result) {
     }
 }
 
-// A focus outside the end circle lies on its edge.
-void placeFocus(AGradient& gradient) {
-    const double dx = gradient.from.x - gradient.to.x;
-    const double dy = gradient.from.y - gradient.to.y;
-    const double distance = std::hypot(dx, dy);
-    const double most = std::max(0.0, gradient.radius - gradient.fromRadius) * 0.999;
-    if (distance <= most || distance == 0) return;
-    gradient.from = {gradient.to.x + dx * most / distance, gradient.to.y + dy * most / distance};
+// Two equal circles have no colours between them: the first one's fill the circle, the last one's surround it.
+void separateCircles(AGradient& gradient) {
+    constexpr double kApart = 1e-5;
+    const double least = gradient.radius * kApart;
+    if (std::hypot(gradient.from.x - gradient.to.x, gradient.from.y - gradient.to.y) < least &&
+        std::fabs(gradient.fromRadius - gradient.radius) < least) {
+        gradient.fromRadius = gradient.radius * (1 - kApart);
+    }
 }
 
 void place(ReadGradient& read, double width, double height) {
@@ -168,8 +176,8 @@ void place(ReadGradient& read, double width, double height) {
     gradient.radius = std::max(0.0, at(2, Axis::both));
     gradient.from = {read.hasFocusX ? at(3, Axis::horizontal) : gradient.to.x,
                      read.hasFocusY ? at(4, Axis::vertical) : gradient.to.y};
-    gradient.fromRadius = std::clamp(at(5, Axis::both), 0.0, gradient.radius);
-    placeFocus(gradient);
+    gradient.fromRadius = std::max(0.0, at(5, Axis::both));
+    separateCircles(gradient);
 }
 
 ReadGradient& readOnce(DrawContext& context, pugi::xml_node gradient) {
@@ -188,7 +196,9 @@ const AGradient* gradientFor(DrawContext& context, pugi::xml_node node, Bounding
     AAffine units;
     if (read.inBox && !boxUnits(box.get(), units)) return nullptr;
     place(read, read.inBox ? 1 : space.width, read.inBox ? 1 : space.height);
-    read.gradient.toPixels = space.toDrawing * units * read.transform;
+    read.gradient.toPixels =
+        space.toDrawing * units *
+        aboutOrigin(read.transform, read.style, read.inBox ? UserSpace{{}, 1, 1} : space);
     return &read.gradient;
 }
 
