@@ -480,7 +480,7 @@ constexpr Row kProperties[] = {
     row<&Own::decoration, textDecoration>("text-decoration"),
     row<&Own::decoration, textDecoration>("text-decoration-line"),
     row<&Own::opacity, opacity>("opacity"),
-    row<&Own::stopOpacity, opacity>("stop-opacity"),
+    row<&Own::stopOpacity, opacity>("stop-opacity").forModel(),
     row<&Own::floodColor, plainColor>("flood-color"),
     row<&Own::floodOpacity, opacity>("flood-opacity"),
     row<&Own::lightingColor, plainColor>("lighting-color"),
