@@ -256,8 +256,8 @@ TEST(DrawMasks, MayBeReadInLinearColours) {
 
 TEST(DrawClips, UsesInThemMayBeCutThemselves) {
     const Picture picture = drawBody(
-        "<clipPath id='half'><rect width='60' height='100'/></clipPath><circle id='k' cx='60' cy='50' "
-        "r='40'/>"
+        "<clipPath id='half'><rect width='60' height='100'/></clipPath>"
+        "<defs><circle id='k' cx='60' cy='50' r='40'/></defs>"
         "<clipPath id='c'><use href='#k' clip-path='url(#half)'/></clipPath>"
         "<rect width='200' height='100' fill='red' clip-path='url(#c)'/>");
     EXPECT_COLOR(picture, 40, 50, kRed);
