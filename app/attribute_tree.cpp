@@ -44,6 +44,7 @@ std::vector<AttributePage> readAttributes(Session& session) {
     author.rethrow();
     const AttributeCounts counts = countAttributes(session.view());
     std::vector<AttributePage> pages;
+    pages.reserve(shown.size());
     for (const auto& [name, tree] : shown) pages.push_back({name, withCounts(tree, name, {}, counts)});
     return pages;
 }

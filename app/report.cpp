@@ -65,9 +65,14 @@ AObList allObjects(ADocument& document) {
     return objects;
 }
 
-void printSelection(const ADocView& view) {
+void printSelection(const ADocView& view, const Json& head) {
     const ANameTable& names = view.getDocument()->getNames();
-    std::string line = "{\"selection\":[";
+    std::string line = "{";
+    for (const auto& [name, value] : head.items()) {
+        line += Json(name).dump() + ':';
+        line += value.dump(-1, ' ', false, Json::error_handler_t::replace) + ',';
+    }
+    line += "\"selection\":[";
     bool first = true;
     for (const AObject* object : view.m_selection->getObjects()) {
         if (!first) line += ',';

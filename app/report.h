@@ -9,9 +9,9 @@ namespace app {
 // Every object in drawing order, master layers first.
 AObList allObjects(ADocument& document);
 
-// {"selection":["a","b"]}, in the selection's order. Printed as it is made: a selection may hold a million
-// objects.
-void printSelection(const ADocView& view);
+// {"selection":["a","b"]}, in the selection's order, behind the members of `head`. Printed as it is made: a selection may
+// hold a million objects.
+void printSelection(const ADocView& view, const nlohmann::ordered_json& head = {});
 // {"objects":[{"id":…,"class":…,"layer":…,"parent":…,"fill":…,"stroke":…}]}, in drawing order, master layers
 // first.
 void printObjects(ADocument& document);

@@ -3,6 +3,7 @@
 #include "app/session.h"
 #include "app/written_file.h"
 #include "formats/svg/writer.h"
+#include "formats/svg/xml/gzip.h"
 
 namespace app {
 
@@ -11,6 +12,11 @@ std::string drawingBytes(ADocument& document, AViewFilter* filter) {
     std::optional<std::string> bytes = svg::writeDrawing(document, filter, error);
     if (!bytes) throw Failure{"the drawing cannot be written: " + error};
     return std::move(*bytes);
+}
+
+std::string drawingBytesFor(const std::string& name, ADocument& document, AViewFilter* filter) {
+    std::string bytes = drawingBytes(document, filter);
+    return extensionOf(name) == ".svgz" ? svg::gzip(bytes) : bytes;
 }
 
 void checkPictureName(const std::string& name) {

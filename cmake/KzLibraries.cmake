@@ -1,9 +1,10 @@
-# The libraries of others: kz_xml (pugixml), kz_cairo and kz_codecs (libpng, libjpeg).
+# The libraries of others: kz_xml (pugixml), kz_zlib, kz_cairo and kz_codecs (libpng, libjpeg).
 #
 # Natively they are Debian's packages. There are none for Windows: tools/windows-libraries builds the same versions
 # from Debian's source packages, once for a machine.
 
 add_library(kz_xml INTERFACE)
+add_library(kz_zlib INTERFACE)
 add_library(kz_cairo INTERFACE)
 add_library(kz_codecs INTERFACE)
 
@@ -27,8 +28,8 @@ if(WIN32)
   target_link_libraries(kz_cairo INTERFACE ${built}/lib/libcairo.a ${built}/lib/libpixman-1.a gdi32 msimg32 user32
     ${checked_strings})
   # Not the import library beside it: zlib would be one more DLL.
-  target_link_libraries(kz_codecs INTERFACE
-    ${built}/lib/libpng16.a ${built}/lib/libjpeg.a ${CMAKE_FIND_ROOT_PATH}/lib/libz.a)
+  target_link_libraries(kz_zlib INTERFACE ${CMAKE_FIND_ROOT_PATH}/lib/libz.a)
+  target_link_libraries(kz_codecs INTERFACE ${built}/lib/libpng16.a ${built}/lib/libjpeg.a kz_zlib)
 else()
   find_package(pugixml REQUIRED)
   # The package's static library: reading a drawing makes dozens of its small calls for each object.
@@ -40,6 +41,8 @@ else()
   find_package(PkgConfig REQUIRED)
   pkg_check_modules(cairo REQUIRED IMPORTED_TARGET pangocairo)
   target_link_libraries(kz_cairo INTERFACE PkgConfig::cairo)
-  pkg_check_modules(codecs REQUIRED IMPORTED_TARGET libpng zlib libjpeg)
-  target_link_libraries(kz_codecs INTERFACE PkgConfig::codecs)
+  pkg_check_modules(zlib REQUIRED IMPORTED_TARGET zlib)
+  target_link_libraries(kz_zlib INTERFACE PkgConfig::zlib)
+  pkg_check_modules(codecs REQUIRED IMPORTED_TARGET libpng libjpeg)
+  target_link_libraries(kz_codecs INTERFACE PkgConfig::codecs kz_zlib)
 endif()

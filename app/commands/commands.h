@@ -1,5 +1,5 @@
 // The program's commands. Each returns the exit status: 0 done, 1 nothing matched; what goes wrong raises
-// Failure.
+// Failure. Those that take several drawings: see drawings.h.
 #pragma once
 
 #include <optional>
@@ -8,7 +8,11 @@
 
 namespace app {
 
-int runInfo(const std::string& file, bool json);
+struct InfoOptions {
+    std::vector<std::string> files;
+    bool json = false;
+};
+int runInfo(const InfoOptions& options);
 // Without a file no drawing is open, and no tool that needs one is valid.
 int runTools(const std::optional<std::string>& file, bool json);
 
@@ -17,7 +21,7 @@ int runAttributes(const std::string& file, bool json);
 
 enum class SelectBy { similarObjects, color, attributes };
 struct SelectOptions {
-    std::string file;
+    std::vector<std::string> files;
     SelectBy by = SelectBy::similarObjects;
     std::string reference;            // the object to go by
     std::vector<std::string> where;   // PAGE/PATH of the entries to tick
@@ -31,9 +35,9 @@ struct ViewStep {
     std::string item;  // NAME or #rrggbb of a colour, color:NAME, fill:ID or stroke:ID
 };
 struct ViewOptions {
-    std::string file;
+    std::vector<std::string> files;
     std::vector<ViewStep> steps;      // in their order
-    std::optional<std::string> out;   // a picture or a drawing
+    std::optional<std::string> out;   // pattern of the names of pictures or drawings: see outputNames()
     std::optional<std::string> size;  // of the picture
     std::optional<std::string> background;
     bool json = false;
@@ -42,11 +46,12 @@ struct ViewOptions {
 int runView(const ViewOptions& options);
 
 struct RenderOptions {
-    std::string file;
-    std::string out;                        // a picture
+    std::vector<std::string> files;
+    std::string out;                        // pattern of the pictures' names
     std::optional<std::string> size;        // else the page's
     std::optional<std::string> area;        // else the page
     std::optional<std::string> background;  // else white
+    bool json = false;
 };
 int runRender(const RenderOptions& options);
 

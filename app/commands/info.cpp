@@ -1,4 +1,5 @@
 #include "app/commands/commands.h"
+#include "app/commands/drawings.h"
 #include "app/report.h"
 
 namespace app {
@@ -15,9 +16,7 @@ std::string number(double value) {
     return text;
 }
 
-}  // namespace
-
-int runInfo(const std::string& file, bool json) {
+int tellInfo(const std::string& file, bool json) {
     Session session;
     session.open(file);
     const nlohmann::ordered_json info = reportInfo(file, session.document());
@@ -42,6 +41,13 @@ int runInfo(const std::string& file, bool json) {
         printText("  " + counted(count, displayName(*row), displayName(*row)));
     }
     return 0;
+}
+
+}  // namespace
+
+int runInfo(const InfoOptions& options) {
+    return onEachDrawing(options.files, options.json,
+                         [&](std::size_t i) { return tellInfo(options.files[i], options.json); });
 }
 
 }  // namespace app

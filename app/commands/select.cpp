@@ -1,4 +1,5 @@
 #include "app/commands/commands.h"
+#include "app/commands/drawings.h"
 #include "app/commands/on_file.h"
 #include "app/guarded_author.h"
 #include "app/report.h"
@@ -8,10 +9,10 @@ namespace app {
 
 namespace {
 
-void printForPeople(const ADocView& view) {
+void printForPeople(const ADocView& view, const std::string& lead) {
     const ADocument& document = *view.getDocument();
     const auto& selected = view.m_selection->getObjects();
-    printLine(std::to_string(selected.size()) + " of " + std::to_string(document.getObjectCount()) +
+    printText(lead + std::to_string(selected.size()) + " of " + std::to_string(document.getObjectCount()) +
               (document.getObjectCount() == 1 ? " object selected" : " objects selected"));
     for (const AObject* object : selected) {
         std::string line = "  " + std::string(object->getNameUtf8());
@@ -57,22 +58,27 @@ void selectByObject(Session& session, const SelectOptions& options) {
     }
 }
 
-}  // namespace
-
-int runSelect(const SelectOptions& options) {
+int select(const SelectOptions& options, const std::string& file) {
     Session session;
-    session.open(options.file);
-    onFile(options.file, [&] {
+    session.open(file);
+    onFile(file, [&] {
         if (options.by == SelectBy::attributes)
             selectByAttributes(session, options);
         else
             selectByObject(session, options);
     });
     if (options.json)
-        printSelection(session.view());
+        printSelection(session.view(), headOf(options.files, file));
     else
-        printForPeople(session.view());
+        printForPeople(session.view(), leadOf(options.files, file));
     return session.view().m_selection->getCount() == 0 ? 1 : 0;
+}
+
+}  // namespace
+
+int runSelect(const SelectOptions& options) {
+    return onEachDrawing(options.files, options.json,
+                         [&](std::size_t i) { return select(options, options.files[i]); });
 }
 
 }  // namespace app

@@ -31,7 +31,8 @@ constexpr char kFooter[] =
     "  kzdraw select harbour.svg --same-color-as trawler-hull\n"
     "  kzdraw view harbour.svg --hide crimson -o without.png";
 
-CLI::App* addCommand(CLI::App& program, const char* name, const char* description, const char* footer) {
+CLI::App* addCommand(CLI::App& program, const char* name, const char* description,
+                     const std::string& footer) {
     CLI::App* command = program.add_subcommand(name, description);
     command->footer(footer)->group("Commands");
     return command;
@@ -40,6 +41,8 @@ CLI::App* addCommand(CLI::App& program, const char* name, const char* descriptio
 CLI::Option* addFile(CLI::App* command, std::string& file, const char* description) {
     return command->add_option("FILE", file, description)->type_name("");
 }
+
+constexpr char kPattern[] = "{name} stands for the drawing's name, {folder} for its folder";
 
 CLI::Option* addSize(CLI::App* command, std::string& size) {
     return command
@@ -51,6 +54,18 @@ CLI::Option* addBackground(CLI::App* command, std::string& background) {
     return command
         ->add_option("--background", background, "What the picture's ground is, none or a color; else white")
         ->type_name("COLOR");
+}
+
+void addFiles(CLI::App* command, std::vector<std::string>& files) {
+    command->add_option("FILE", files, "SVG drawings, also compressed, .svgz")->type_name("")->required();
+}
+
+// A footer of the commands that take several drawings.
+std::string several(const std::string& example) {
+    return "Of several drawings, those that fail are told, and the others are done nevertheless; the exit "
+           "status "
+           "is then 2.\n\n" +
+           example;
 }
 
 void addJson(CLI::App* command, bool& json) {
@@ -127,7 +142,7 @@ struct Given {
     std::string file, out, size, area, background;
     bool json = false, reset = false;
     std::string similar, colored;
-    std::vector<std::string> where, within, files;
+    std::vector<std::string> where, within, files;  // of `file` and `files` a command has one
     int port = 0, socket = -1;
     bool noOpen = false;
     std::vector<std::string> colors;  // of the tool options, in no order: see stepsOf
@@ -139,10 +154,10 @@ std::optional<std::string> valueOf(const CLI::Option* option, const std::string&
 
 void addInfo(CLI::App& program, Given& given) {
     CLI::App* info = addCommand(program, "info", "Tell what a drawing holds: page, layers, objects, colors",
-                                "Example:\n  kzdraw info harbour.svg");
-    addFile(info, given.file, "An SVG drawing")->required();
+                                several("Example:\n  kzdraw info harbour.svg\n  kzdraw info --json *.svg"));
+    addFiles(info, given.files);
     addJson(info, given.json);
-    info->final_callback([&given] { given.status = runInfo(given.file, given.json); });
+    info->final_callback([&given] { given.status = runInfo({given.files, given.json}); });
 }
 
 void addTools(CLI::App& program, Given& given) {
@@ -165,14 +180,15 @@ void addAttributes(CLI::App& program, Given& given) {
 }
 
 void addSelect(CLI::App& program, Given& given) {
-    CLI::App* select =
-        addCommand(program, "select", "Select objects and tell which",
-                   "Entries of one page are alternatives; what is ticked on several pages has to hold "
-                   "together. kzdraw attributes lists them.\n\n"
-                   "Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
-                   "  kzdraw select harbour.svg --same-color-as trawler-hull\n"
-                   "  kzdraw select harbour.svg --where Object/Rectangle --where 'Stroke/No stroke'");
-    addFile(select, given.file, "An SVG drawing")->required();
+    CLI::App* select = addCommand(
+        program, "select", "Select objects and tell which",
+        "Entries of one page are alternatives; what is ticked on several pages has to hold "
+        "together. kzdraw attributes lists them.\n\n" +
+            several("Example:\n  kzdraw select harbour.svg --similar-to house-1-roof\n"
+                    "  kzdraw select harbour.svg --same-color-as trawler-hull\n"
+                    "  kzdraw select harbour.svg --where Object/Rectangle --where 'Stroke/No stroke'\n"
+                    "  kzdraw select --json --where 'Effect/Shadow' plans/*.svg"));
+    addFiles(select, given.files);
     const CLI::Option* similar =
         select->add_option("--similar-to", given.similar, "Every object of the class of the object ID")
             ->type_name("ID");
@@ -194,7 +210,7 @@ void addSelect(CLI::App& program, Given& given) {
         if (within->count() > 0 && !byAttributes) throw Failure{"--within needs --where" + helpOf(program)};
         const bool byColor = color->count() == 1;
         given.status =
-            runSelect({given.file,
+            runSelect({given.files,
                        byAttributes ? SelectBy::attributes
                        : byColor    ? SelectBy::color
                                     : SelectBy::similarObjects,
@@ -206,10 +222,11 @@ void addView(CLI::App& program, Given& given) {
     CLI::App* view =
         addCommand(program, "view", "Show and hide colors; write what is left, or tell",
                    "A COLOR is the name of a color or #rrggbb; fill:ID and stroke:ID are what the "
-                   "object ID has.\n\n"
-                   "Example:\n  kzdraw view harbour.svg --hide crimson -o without.png\n"
-                   "  kzdraw view harbour.svg --only fill:trawler-hull -o hull.svg");
-    addFile(view, given.file, "An SVG drawing")->required();
+                   "object ID has.\n\n" +
+                       several("Example:\n  kzdraw view harbour.svg --hide crimson -o without.png\n"
+                               "  kzdraw view harbour.svg --only fill:trawler-hull -o hull.svg\n"
+                               "  kzdraw view --hide crimson -o 'out/{name}.svgz' plans/*.svg"));
+    addFiles(view, given.files);
     for (const ToolOption& one : kToolOptions) {
         view->add_option(one.name, given.colors, one.description)
             ->type_name("COLOR")
@@ -217,31 +234,38 @@ void addView(CLI::App& program, Given& given) {
     }
     const CLI::Option* out =
         view->add_option("-o,--output", given.out,
-                         "Write a picture, .png, or a drawing, .svg, without what is hidden")
+                         "Write a picture, .png, or a drawing, .svg or .svgz, without what is hidden; " +
+                             std::string(kPattern))
             ->type_name("FILE");
     const CLI::Option* size = addSize(view, given.size);
     const CLI::Option* background = addBackground(view, given.background);
     addJson(view, given.json);
     view->final_callback([&given, view, out, size, background] {
         given.status =
-            runView({given.file, stepsOf(*view), valueOf(out, given.out), valueOf(size, given.size),
+            runView({given.files, stepsOf(*view), valueOf(out, given.out), valueOf(size, given.size),
                      valueOf(background, given.background), given.json});
     });
 }
 
 void addRender(CLI::App& program, Given& given) {
-    CLI::App* render = addCommand(program, "render", "Draw a picture of a drawing",
-                                  "Example:\n  kzdraw render harbour.svg -o harbour.png --size 1600x1200");
-    addFile(render, given.file, "An SVG drawing")->required();
-    render->add_option("-o,--output", given.out, "The picture, a PNG file")->type_name("FILE")->required();
+    CLI::App* render =
+        addCommand(program, "render", "Draw a picture of a drawing",
+                   several("Example:\n  kzdraw render harbour.svg -o harbour.png --size 1600x1200\n"
+                           "  kzdraw render plans/*.svg -o 'out/{name}.png'"));
+    addFiles(render, given.files);
+    render->add_option("-o,--output", given.out, "The picture, a PNG file; " + std::string(kPattern))
+        ->type_name("FILE")
+        ->required();
     const CLI::Option* size = addSize(render, given.size);
     const CLI::Option* area =
         render->add_option("--area", given.area, "The part to draw, in user units; else the page")
             ->type_name("X,Y,WIDTH,HEIGHT");
     const CLI::Option* background = addBackground(render, given.background);
+    addJson(render, given.json);
     render->final_callback([&given, size, area, background] {
-        given.status = runRender({given.file, given.out, valueOf(size, given.size), valueOf(area, given.area),
-                                  valueOf(background, given.background)});
+        given.status =
+            runRender({given.files, given.out, valueOf(size, given.size), valueOf(area, given.area),
+                       valueOf(background, given.background), given.json});
     });
 }
 
@@ -306,7 +330,7 @@ int parseAndRun(std::vector<std::string> arguments) {
     } catch (const CLI::ParseError& error) {
         throw Failure{error.what() + helpOf(program)};
     } catch (const std::bad_alloc&) {
-        throw NotEnoughMemory{std::move(given.file)};
+        throw NotEnoughMemory{std::move(given.files.size() == 1 ? given.files[0] : given.file)};
     }
     return given.status;
 }

@@ -59,7 +59,7 @@ void doOpen(Interpreter& script, const Words& words) {
 }
 
 void doSave(Interpreter& script, const Words& words) {
-    script.lines.write(words[1], drawingBytes(script.session.document(), nullptr));
+    script.lines.write(words[1], drawingBytesFor(words[1], script.session.document(), nullptr));
 }
 
 void doRender(Interpreter& script, const Words& words) {

@@ -1,5 +1,7 @@
 #include "app/web/tile_drawer.h"
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <cmath>
 #include <new>
@@ -13,6 +15,7 @@ namespace {
 
 constexpr unsigned kMostThreads = 4;
 constexpr std::size_t kMostWaiting = 256;
+constexpr int kNiceness = 10;  // the browser, which moves what it has, goes first
 constexpr int kLongestSide = 1024;
 constexpr int kFarthest = 1 << 20;  // in squares: pixels have to stay within an int
 
@@ -71,13 +74,18 @@ void TileDrawer::want(std::uint32_t call, const std::string& tile) {
     m_answer(call, std::nullopt);
 }
 
-// Those of pictures that are gone are taken, too, to be answered.
+// Those of pictures that are gone are taken, too, to be answered. Of the others those of the scale that was asked for
+// last go first, in their order: who zooms on has left the scales before.
 bool TileDrawer::takeJob(std::unique_lock<std::mutex>& lock, Job& job) {
     auto next = m_jobs.end();
     m_changed.wait(lock, [&] {
-        next = std::ranges::find_if(m_jobs, [this](const Job& waiting) {
+        const auto canBeTaken = [this](const Job& waiting) {
             return waiting.number < m_number || (m_list && waiting.number == m_number);
+        };
+        next = std::ranges::find_if(m_jobs, [&](const Job& waiting) {
+            return waiting.scale == m_jobs.back().scale && canBeTaken(waiting);
         });
+        if (next == m_jobs.end()) next = std::ranges::find_if(m_jobs, canBeTaken);
         return m_ends || next != m_jobs.end();
     });
     if (m_ends) return false;
@@ -116,6 +124,7 @@ void TileDrawer::draw(std::unique_lock<std::mutex>& lock, const Job& job) {
 }
 
 void TileDrawer::work() {
+    setpriority(PRIO_PROCESS, 0, kNiceness);  // of this thread alone, on Linux
     std::unique_lock lock(m_mutex);
     for (Job job; takeJob(lock, job);) draw(lock, job);
 }

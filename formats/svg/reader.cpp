@@ -15,6 +15,7 @@
 #include "formats/svg/values/text_scan.h"
 #include "formats/svg/xml/encoding.h"
 #include "formats/svg/xml/entities.h"
+#include "formats/svg/xml/gzip.h"
 #include "formats/svg/xml/xml_memory.h"
 #include "kzutil/large_memory.h"
 
@@ -148,8 +149,15 @@ std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> cop
                                     std::string& error) {
     if (bytes.empty()) return fail(error, name, "the file is empty");
     if (bytes.size() > kLargestFile) return fail(error, name, kTooLarge);
-    if (bytes.starts_with("\x1F\x8B"))
-        return fail(error, name, "compressed drawings are not supported, unpack it first");
+    if (isGzip(bytes)) {
+        std::string reason;
+        std::optional<std::string> unpacked = gunzip(bytes, reason);
+        if (!unpacked) return fail(error, name, reason);
+        bytes = std::move(*unpacked);
+        copy.reset();
+        if (bytes.empty()) return fail(error, name, "the file is empty");
+        if (bytes.size() > kLargestFile) return fail(error, name, kTooLarge);
+    }
     const void* const original = bytes.data();
     const bool hadMark = bytes.starts_with("\xEF\xBB\xBF");
     convertToUtf8(bytes);
@@ -225,7 +233,8 @@ std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::s
     }
     // A pipe, or a file that grows while it is read. A device may never end: its first bytes tell.
     char piece[1 << 16];
-    while (stream && bytes.size() <= kLargestFile && (bytes.empty() || startsLikeXml(bytes))) {
+    while (stream && bytes.size() <= kLargestFile &&
+           (bytes.empty() || startsLikeXml(bytes) || isGzip(bytes))) {
         stream.read(piece, sizeof piece);
         bytes.append(piece, static_cast<std::size_t>(stream.gcount()));
     }

@@ -5,7 +5,7 @@
 //     if (!document) std::cerr << error << '\n';   // harbour.svg:12: an end tag does not match its start tag
 //
 // Drawings are untrusted: nesting, entities and repetition are bounded, nothing outside the file is opened.
-// Compressed drawings (.svgz) are refused with an error that says so.
+// Compressed drawings (.svgz) are unpacked, whatever their name.
 #pragma once
 
 #include <filesystem>

@@ -45,9 +45,8 @@ DWORD load_error(const std::string& path) {
     if (front.bytes.size() < 4 || std::memcmp(front.bytes.data(), "\177ELF", 4) != 0)
         return ERROR_BAD_EXE_FORMAT;
     if (text == nullptr || std::strstr(text, "memory") != nullptr) return ERROR_NOT_ENOUGH_MEMORY;
-    if (text != nullptr && std::strstr(text, "undefined symbol") != nullptr) return ERROR_PROC_NOT_FOUND;
-    if (text != nullptr && std::strstr(text, "cannot open shared object file") != nullptr)
-        return ERROR_MOD_NOT_FOUND;
+    if (std::strstr(text, "undefined symbol") != nullptr) return ERROR_PROC_NOT_FOUND;
+    if (std::strstr(text, "cannot open shared object file") != nullptr) return ERROR_MOD_NOT_FOUND;
     return ERROR_BAD_EXE_FORMAT;
 }
 

@@ -166,7 +166,7 @@ TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
         {{"info", ""}, "the name of a file is empty"},
         {{"tools", ""}, "the name of a file is empty"},
         {{"script", ""}, "the name of a file is empty"},
-        {{"info", sea, "more"}, "The following argument was not expected: more (see kzdraw info --help)"},
+        {{"tools", sea, "more"}, "The following argument was not expected: more (see kzdraw tools --help)"},
         {{"info", "--wrong", sea},
          "The following argument was not expected: --wrong (see kzdraw info --help)"},
         {{"script"}, "FILE is required (see kzdraw script --help)"},

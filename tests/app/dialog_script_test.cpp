@@ -1,51 +1,11 @@
 // Scripts that act on the dialogs of tools.
-#include <gtest/gtest.h>
-
-#include <sstream>
-
-#include "app/output.h"
-#include "app/script/interpreter.h"
-#include "kzutil/message_box.h"
-#include "process.h"
-#include "sea.h"
-#include "support/temp_folder.h"
+#include "script_session.h"
 
 namespace {
 
-class DialogScript : public testing::Test {
+class DialogScript : public test::ScriptSession {
 protected:
-    test::TempFolder folder;
-    app::Session session;
-    std::string failure;  // of the last run
-
-    void SetUp() override {
-        takeKeptMessages();
-        folder.write("sea.svg", test::kSea);
-    }
-    // Opens the drawing and the sheet, and runs these lines.
-    std::string run(const std::string& lines) {
-        std::istringstream script("open '" + test::utf8(folder.path() / "sea.svg") +
-                                  "'\ntool ASelectByAttrTool\n" + lines);
-        failure.clear();
-        testing::internal::CaptureStdout();
-        try {
-            app::interpret(session, script, "S");
-        } catch (const app::Failure& raised) {
-            failure = raised.reason;
-        }
-        std::string out = testing::internal::GetCapturedStdout();
-        std::erase(out, '\r');
-        return out;
-    }
-    std::string runToItsEnd(const std::string& lines) {
-        const std::string out = run(lines);
-        EXPECT_EQ(failure, "");
-        return out;
-    }
-    std::string failureOf(const std::string& lines) {
-        run(lines);
-        return failure;
-    }
+    std::string beginning() const override { return openSea() + "tool ASelectByAttrTool\n"; }
 };
 
 }  // namespace

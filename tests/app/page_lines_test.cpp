@@ -139,7 +139,8 @@ TEST_F(PageLines, TellEachColorWithWhatAToolTakesForIt) {
     EXPECT_EQ(colors["colors"][0], green) << "the field, and the blade that is used";
     EXPECT_EQ(colors["colors"][1]["name"], "red");
     EXPECT_EQ(colors["colors"][1]["visible"], false);
-    const Json dawn{{"name", "dawn"},      {"class", "Gradient"}, {"stops", Json::array()},
+    const Json stops = Json::array({Json::array({"#ffffff", 0.0}), Json::array({"#ffd700", 1.0})});
+    const Json dawn{{"name", "dawn"},      {"class", "Gradient"}, {"stops", stops},
                     {"item", "fill:door"}, {"objects", 1},        {"visible", true}};
     EXPECT_EQ(colors["brushes"], Json{dawn});
     for (const Json& color : colors["colors"])

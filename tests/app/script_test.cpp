@@ -2,56 +2,15 @@
 
 #include <map>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "app/output.h"
-#include "app/script/interpreter.h"
 #include "canvas/image.h"
-#include "kzutil/message_box.h"
-#include "process.h"
-#include "sea.h"
-#include "support/temp_folder.h"
+#include "script_session.h"
 
 namespace {
 
 constexpr char kEveryRectangle[] = "{\"selection\":[\"hull\",\"sail\",\"cap\"]}\n";
 
-class Script : public testing::Test {
-protected:
-    test::TempFolder folder;
-    app::Session session;
-    std::string failure;  // of the last run
-
-    void SetUp() override {
-        takeKeptMessages();
-        folder.write("sea.svg", test::kSea);
-    }
-    // A line that opens the drawing.
-    std::string openSea() { return "open '" + test::utf8(folder.path() / "sea.svg") + "'\n"; }
-    // What the script, called S, prints.
-    std::string run(const std::string& text) {
-        std::istringstream script(text);
-        failure.clear();
-        testing::internal::CaptureStdout();
-        try {
-            app::interpret(session, script, "S");
-        } catch (const app::Failure& raised) {
-            failure = raised.reason;
-        }
-        std::string out = testing::internal::GetCapturedStdout();
-        std::erase(out, '\r');
-        return out;
-    }
-    std::string runToItsEnd(const std::string& text) {
-        const std::string out = run(text);
-        EXPECT_EQ(failure, "");
-        return out;
-    }
-    std::string failureOf(const std::string& text) {
-        run(text);
-        return failure;
-    }
-};
+class Script : public test::ScriptSession {};
 
 }  // namespace
 

@@ -348,7 +348,7 @@ TEST_F(ViewCommand, WrongUsageIsToldInOneLine) {
         {{"view", squares, "--hide", ""}, squares + ": the drawing has no color \"\""},
         {{"view", squares, "--except", "fill:z"}, squares + ": there is no object \"z\""},
         {{"view", squares, "--show", "stroke:a"}, squares + ": \"a\" has no stroke"},
-        {{"view", squares, "-o", jpg}, jpg + ": it is neither a picture, .png, nor a drawing, .svg"},
+        {{"view", squares, "-o", jpg}, jpg + ": it is neither a picture, .png, nor a drawing, .svg or .svgz"},
         {{"view", squares, "-o", ""}, "the name of a file is empty"},
         {{"view", squares, "--size", "9"}, "--size is for pictures: -o FILE.png"},
         {{"view", squares, "--size", "9", "-o", svg}, "--size is for pictures: -o FILE.png"},

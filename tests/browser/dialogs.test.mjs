@@ -1,22 +1,13 @@
 // Both dialogs, by mouse and by keyboard alone, and what a screen reader gets of them.
 import assert from "node:assert/strict";
-import { after, afterEach, before, beforeEach, test } from "node:test";
-import { SEA, Server, stopBrowser } from "./support.mjs";
+import { test } from "node:test";
+import { eachInItsTab, SEA } from "./support.mjs";
 
 const MANY = `<svg xmlns="http://www.w3.org/2000/svg" width="200" height="100">${Array.from({ length: 10000 }, (_, i) =>
   `<rect id="r${i}" x="${i % 200}" y="${Math.floor(i / 200) * 2}" width="1" height="1" fill="#${(0x100000 + i * 37).toString(16)}"/>`).join("")}</svg>`;
 
-let server, tab;
-before(async () => { server = await Server.start({ "sea.svg": SEA, "many.svg": MANY }); });
-after(async () => {
-  await stopBrowser();
-  await server.stop();
-});
-beforeEach(async () => { tab = await server.open(); });
-afterEach(async () => {
-  assert.deepEqual(tab.errors, []);
-  await tab.close();
-});
+let tab;
+eachInItsTab({ "sea.svg": SEA, "many.svg": MANY }, opened => { tab = opened; });
 
 const focus = () => tab.page.evaluate(() => {
   const active = document.activeElement;

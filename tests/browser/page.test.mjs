@@ -3,7 +3,7 @@ import assert from "node:assert/strict";
 import fs from "node:fs";
 import path from "node:path";
 import { after, before, test } from "node:test";
-import { root, SEA, Server, stopBrowser, tempFolder } from "./support.mjs";
+import { difference, root, SEA, Server, stopBrowser, tempFolder } from "./support.mjs";
 
 const EVIL = "<script>window.pwned=1</script>";
 const MARKUP = `<svg xmlns="http://www.w3.org/2000/svg" width="200" height="100" onload="window.pwned=2"
@@ -166,6 +166,20 @@ inTab("a session that has ended is told, and a new one starts", async tab => {
   tab.errors.splice(0, tab.errors.length, ...tab.errors.filter(text => !text.includes("status of 410")));
 });
 
+const kKept = path.join(root, "tests/browser/kept");
+const kKeptWidths = [320, 1280, 2560];
+
+// Some lines of text may be drawn otherwise; a panel that is gone or a color is more. With KZ_KEEP set the picture is kept.
+async function looksAsKept(picture, name) {
+  const file = path.join(kKept, name);
+  if (process.env.KZ_KEEP) {
+    fs.mkdirSync(kKept, { recursive: true });
+    fs.writeFileSync(file, picture);
+  }
+  const part = await difference(picture, fs.readFileSync(file));
+  assert.ok(part < 0.01, `${(100 * part).toFixed(2)} % of ${name} differ: build/browser/shots has it as it is now`);
+}
+
 const axe = fs.readFileSync(path.join(root, "build/browser/node_modules/axe-core/axe.min.js"), "utf8");
 
 for (const colorScheme of ["light", "dark"]) {
@@ -176,7 +190,8 @@ for (const colorScheme of ["light", "dark"]) {
       const shot = async name => {
         const file = path.join(root, "build/browser/shots", `${width}-${colorScheme}-${name}.png`);
         fs.mkdirSync(path.dirname(file), { recursive: true });
-        return tab.page.screenshot({ path: file });
+        const picture = await tab.page.screenshot({ path: file });
+        if (kKeptWidths.includes(width) && name === "dialog") await looksAsKept(picture, path.basename(file));
       };
       const check = async name => {
         assert.equal(await tab.page.evaluate(() => document.documentElement.scrollWidth), width);
@@ -220,4 +235,22 @@ test("light and dark are not the same", async () => {
   assert.notEqual(colors[0], colors[2]);
   assert.equal(colors[0], colors[3]);
   assert.equal(colors[1], colors[2]);
+});
+
+test("nothing moves for those who want no motion", async () => {
+  const moving = async reducedMotion => {
+    const tab = await server.open({ reducedMotion });
+    await tab.tiles();
+    const count = await tab.page.evaluate(() => [...document.querySelectorAll("*")].filter(element => {
+      const style = getComputedStyle(element);
+      return /[1-9]/.test(style.transitionDuration) || style.animationName !== "none";
+    }).length);
+    // What the map moves while it zooms on the way.
+    const animated = await tab.page.locator(".leaflet-proxy").count() > 0;
+    await tab.close();
+    return { count, animated };
+  };
+  assert.deepEqual(await moving("reduce"), { count: 0, animated: false });
+  const usual = await moving("no-preference");
+  assert.ok(usual.count > 0 && usual.animated, JSON.stringify(usual));
 });

@@ -1,19 +1,10 @@
 // Pointing at the drawing: clicks, the rubber band, keys.
 import assert from "node:assert/strict";
-import { after, afterEach, before, beforeEach, test } from "node:test";
-import { Server, stopBrowser } from "./support.mjs";
+import { test } from "node:test";
+import { eachInItsTab } from "./support.mjs";
 
-let server, tab;
-before(async () => { server = await Server.start(); });
-after(async () => {
-  await stopBrowser();
-  await server.stop();
-});
-beforeEach(async () => { tab = await server.open(); });
-afterEach(async () => {
-  assert.deepEqual(tab.errors, []);
-  await tab.close();
-});
+let tab;
+eachInItsTab(undefined, opened => { tab = opened; });
 
 test("a click takes what is topmost, another one on the same place what lies below", async () => {
   await tab.clickAt(30, 65);

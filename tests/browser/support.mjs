@@ -1,8 +1,10 @@
 // A browser with pages of a server of its own, for tests that act as a user does and wait for what the page shows.
+import assert from "node:assert/strict";
 import { spawn } from "node:child_process";
 import fs from "node:fs";
 import os from "node:os";
 import path from "node:path";
+import { after, afterEach, before, beforeEach } from "node:test";
 import { chromium } from "playwright-core";
 
 export const root = process.env.KZ_ROOT;
@@ -153,4 +155,42 @@ export class Tab {
     await this.page.locator("#script-dialog").getByRole("button", { name: "Close" }).click();
     return text;
   }
+}
+
+// For the tests of a file: a server for all, and for each a tab, handed to `take`, which ends without an error of the page.
+export function eachInItsTab(drawings, take) {
+  let server, tab;
+  before(async () => { server = await Server.start(drawings); });
+  after(async () => {
+    await stopBrowser();
+    assert.equal(await server.stop(), 0);
+  });
+  beforeEach(async () => take(tab = await server.open()));
+  afterEach(async () => {
+    assert.deepEqual(tab.errors, []);
+    await tab.close();
+  });
+}
+
+// How much of two pictures differs by more than what another version of the browser may draw otherwise: the part of all
+// pixels of which a channel differs by over 48. Both are PNG files' bytes; 1 when they are not of one size.
+export async function difference(picture, kept) {
+  const page = await (await startBrowser()).newPage();
+  const part = await page.evaluate(async files => {
+    const pixels = await Promise.all(files.map(async file => {
+      const bitmap = await createImageBitmap(await (await fetch(`data:image/png;base64,${file}`)).blob());
+      const context = new OffscreenCanvas(bitmap.width, bitmap.height).getContext("2d");
+      context.drawImage(bitmap, 0, 0);
+      return context.getImageData(0, 0, bitmap.width, bitmap.height);
+    }));
+    if (pixels[0].width !== pixels[1].width || pixels[0].height !== pixels[1].height) return 1;
+    const [one, other] = pixels.map(found => found.data);
+    let differing = 0;
+    for (let i = 0; i < one.length; i += 4) {
+      if (Math.max(...[0, 1, 2].map(channel => Math.abs(one[i + channel] - other[i + channel]))) > 48) differing++;
+    }
+    return differing / (one.length / 4);
+  }, [picture.toString("base64"), kept.toString("base64")]);
+  await page.close();
+  return part;
 }

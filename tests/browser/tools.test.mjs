@@ -1,19 +1,10 @@
 // Each tool's whole way: from the button to what the page shows.
 import assert from "node:assert/strict";
-import { after, before, beforeEach, afterEach, test } from "node:test";
-import { Server, stopBrowser } from "./support.mjs";
+import { test } from "node:test";
+import { eachInItsTab } from "./support.mjs";
 
-let server, tab;
-before(async () => { server = await Server.start(); });
-after(async () => {
-  await stopBrowser();
-  assert.equal(await server.stop(), 0);
-});
-beforeEach(async () => { tab = await server.open(); });
-afterEach(async () => {
-  assert.deepEqual(tab.errors, []);
-  await tab.close();
-});
+let tab;
+eachInItsTab(undefined, opened => { tab = opened; });
 
 test("a click selects, and Select Similar Objects selects what is like it", async () => {
   assert.equal(await tab.tool("Select Similar Objects").isDisabled(), true);

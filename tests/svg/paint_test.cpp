@@ -1,4 +1,6 @@
 // Computed fill and stroke.
+#include <sstream>
+
 #include "support.h"
 
 using namespace svg_test;
@@ -217,6 +219,29 @@ TEST(Swatch, IsSharedByTheGradientsThatUseIt) {
         "<linearGradient id='s'><stop stop-color='red'/></linearGradient><linearGradient id='g' href='#s'/>"
         "<linearGradient id='h' href='#s'/><rect id='a' fill='url(#g)'/><rect id='b' fill='url(#h)'/>");
     EXPECT_EQ(document->findObject("a")->getBrush(), document->findObject("b")->getBrush());
+}
+
+TEST(GradientBrush, HasTheStopsThatItsSampleShows) {
+    const auto stops = [](const std::string& gradients) {
+        const auto document = readBody("<style>.w{stop-color:lime;stop-opacity:.5}</style>" + gradients +
+                                       "<rect id='a' fill='url(#g)'/>");
+        const auto* item =
+            dynamic_cast<const AGradientBrushItem*>(document->findObject("a")->getBrush()->getBrushItem());
+        std::ostringstream told;
+        for (const AGradientStop& stop : item->getStops())
+            told << stop.offset << ' ' << std::hex << stop.color.getColorRef() << std::dec << ' '
+                 << stop.color.getOpacity() << "; ";
+        return told.str();
+    };
+    EXPECT_EQ(
+        stops("<linearGradient id='g' color='blue'><stop stop-color='red'/><stop offset='50%' class='w'/>"
+              "<stop offset='.25' stop-color='currentColor'/></linearGradient>"),
+        "0 ff 1; 0.5 ff00 0.5; 0.5 ff0000 1; ");
+    EXPECT_EQ(stops("<radialGradient id='g' href='#s'/><linearGradient id='s'><stop stop-color='red'/>"
+                    "<stop offset='7' stop-color='white'/></linearGradient>"),
+              "0 ff 1; 1 ffffff 1; ")
+        << "another gradient's, which end at 1";
+    EXPECT_EQ(stops("<linearGradient id='g'/>"), "") << "none at all";
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "formats/svg/import/paint_resolver.h"
 
 #include "formats/svg/import/names.h"
+#include "formats/svg/style/gradient_stop.h"
 #include "formats/svg/values/color.h"
 #include "formats/svg/values/text_scan.h"
 
@@ -29,14 +30,11 @@ std::string_view labelOf(pugi::xml_node node) {
     return node.attribute("id").value();
 }
 
-// The stops of a gradient: how many, up to two, and the first.
-int countStops(pugi::xml_node gradient, pugi::xml_node& first) {
-    int count = 0;
-    for (pugi::xml_node child = gradient.first_child(); child && count < 2; child = child.next_sibling()) {
-        if (kindOf(child) != Element::stop) continue;
-        if (count++ == 0) first = child;
+bool hasStops(pugi::xml_node gradient) {
+    for (const pugi::xml_node child : gradient.children()) {
+        if (kindOf(child) == Element::stop) return true;
     }
-    return count;
+    return false;
 }
 
 }  // namespace
@@ -102,48 +100,51 @@ PaintResolver::Resolved PaintResolver::resolveReference(std::string_view id) {
     return entry->second;
 }
 
+// The first of a chain of gradients that has stops.
+pugi::xml_node PaintResolver::stopsOwner(pugi::xml_node gradient) {
+    for (int step = 0; step < kLongestChain && gradient; ++step) {
+        if (hasStops(gradient)) return gradient;
+        const std::string_view next = hrefOf(gradient);
+        gradient = next.empty() ? pugi::xml_node() : m_index.findResource(next);
+    }
+    return {};
+}
+
+const std::vector<AGradientStop>& PaintResolver::stopsOf(pugi::xml_node owner) {
+    const auto [entry, isNew] = m_stops.try_emplace(owner.hash_value());
+    std::vector<AGradientStop>& stops = entry->second;
+    if (!isNew || !owner) return stops;
+    Namespaces namespaces;
+    AttributeSet attributes;
+    attributes.read(owner, namespaces);
+    const Style around = m_styles.compute(owner, attributes, {Style()});
+    double last = 0;
+    for (const pugi::xml_node child : owner.children()) {
+        if (kindOf(child) != Element::stop || stops.size() == kMostStops) continue;
+        attributes.read(child, namespaces);
+        stops.push_back(gradientStop(child, m_styles.compute(child, attributes, {around}), last));
+        last = stops.back().offset;
+    }
+    return stops;
+}
+
 // A gradient with a single stop is how drawing programs keep a swatch: a spot colour named by whatever holds
 // the stop, which is also where its label stands.
 PaintResolver::Resolved PaintResolver::resolveGradient(pugi::xml_node gradient, std::string_view id) {
-    pugi::xml_node owner = gradient;
-    pugi::xml_node stop;
-    int count = 0;
-    for (int step = 0; step < kLongestChain && owner; ++step) {
-        count = countStops(owner, stop);
-        if (count != 0) break;
-        const std::string_view next = hrefOf(owner);
-        owner = next.empty() ? pugi::xml_node() : m_index.findResource(next);
-    }
-    if (count != 1 || kindOf(gradient) == Element::meshGradient) {
-        return {nullptr, m_table.gradientBrush(cleanName(id, m_buffer))};
+    const pugi::xml_node owner = stopsOwner(gradient);
+    const std::vector<AGradientStop>& stops = stopsOf(owner);
+    if (stops.size() != 1 || kindOf(gradient) == Element::meshGradient) {
+        ABrush* brush = m_table.gradientBrush(cleanName(id, m_buffer));
+        auto* item = static_cast<AGradientBrushItem*>(brush->getBrushItem());
+        if (item->getStops().empty()) item->setStops(stops);
+        return {nullptr, brush};
     }
     static const AClassInfo& spotClass = *findClass(_T("ASpotColorItem"));
     constexpr AColorItem::Components kFullTint = {1, 0, 0, 0};
+    const COLORREF color = stops[0].color.getColorRef();
+    const std::uint32_t rgb = GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
     const std::string_view name = cleanName(labelOf(owner), m_buffer);
-    return ofColor(m_table.color(spotClass, name, kFullTint, stopColor(stop, owner)));
-}
-
-std::uint32_t PaintResolver::stopColor(pugi::xml_node stop, pugi::xml_node gradient) {
-    Namespaces namespaces;
-    AttributeSet attributes;
-    attributes.read(gradient, namespaces);
-    const Style around = m_styles.compute(gradient, attributes, {Style()});
-    attributes.read(stop, namespaces);
-    const Style style = m_styles.compute(stop, attributes, {around});
-    switch (style.own.stopColor.kind) {
-        case PaintKind::rgb:
-            return style.own.stopColor.rgb;
-        case PaintKind::currentColor:
-            return style.color;
-        case PaintKind::cmyk: {
-            std::array<float, 4> cmyk{};
-            std::string_view text = style.own.stopColor.text;
-            takeCmyk(text, cmyk);
-            return cmykToRgb(cmyk);
-        }
-        default:
-            return 0;
-    }
+    return ofColor(m_table.color(spotClass, name, kFullTint, rgb));
 }
 
 }  // namespace svg

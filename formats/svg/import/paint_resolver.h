@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 
 #include "formats/svg/style/style_resolver.h"
 #include "formats/svg/tree/drawing_index.h"
@@ -34,13 +35,15 @@ private:
     Resolved resolveCmyk(std::string_view text);
     Resolved resolveReference(std::string_view id);
     Resolved resolveGradient(pugi::xml_node gradient, std::string_view id);
-    std::uint32_t stopColor(pugi::xml_node stop, pugi::xml_node gradient);
+    pugi::xml_node stopsOwner(pugi::xml_node gradient);
+    const std::vector<AGradientStop>& stopsOf(pugi::xml_node owner);
 
     APaintTable& m_table;
     DrawingIndex& m_index;
     StyleResolver& m_styles;
     TextMap<Resolved> m_references;
     TextMap<Resolved> m_cmyk;
+    std::unordered_map<std::size_t, std::vector<AGradientStop>> m_stops;  // by the node that has them
     std::string m_buffer;
 };
 

@@ -6,6 +6,7 @@
 
 namespace svg {
 
+// Apart from addPlain, so that it is inlined below: what other libraries could replace is not.
 inline bool AttributeSet::take(const char* name, const char* value) {
     const std::uint8_t slot = findSlot(name);
     if (slot == 0) return false;

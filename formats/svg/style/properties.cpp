@@ -372,7 +372,7 @@ constexpr Row kProperties[] = {
     row<&Own::decoration, textDecoration>("text-decoration"),
     row<&Own::decoration, textDecoration>("text-decoration-line"),
     row<&Own::opacity, opacity>("opacity"),
-    row<&Own::stopOpacity, opacity>("stop-opacity"),
+    row<&Own::stopOpacity, opacity>("stop-opacity").forModel(),
     row<&Own::floodColor, paint>("flood-color"),
     row<&Own::floodOpacity, opacity>("flood-opacity"),
     row<&Own::lightingColor, paint>("lighting-color"),

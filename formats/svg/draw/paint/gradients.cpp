@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "formats/svg/values/color.h"
+#include "formats/svg/style/gradient_stop.h"
 
 namespace svg {
 
@@ -32,34 +32,7 @@ struct Gradients : DrawCache {
     std::unordered_map<std::size_t, ReadGradient> byNode;
 };
 
-AColor stopColor(const Style& style) {
-    const Paint& paint = style.own.stopColor;
-    std::uint32_t rgb = 0;
-    double opacity = style.own.stopOpacity;
-    switch (paint.kind) {
-        case PaintKind::rgb:
-            rgb = paint.rgb;
-            opacity *= paint.alpha / 255.0;
-            break;
-        case PaintKind::currentColor:
-            rgb = style.color;
-            break;
-        case PaintKind::cmyk: {
-            std::array<float, 4> cmyk{};
-            std::string_view text = paint.text;
-            takeCmyk(text, cmyk);
-            rgb = cmykToRgb(cmyk);
-            break;
-        }
-        default:
-            opacity = 0;  // transparent
-            break;
-    }
-    return AColor(RGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff), opacity);
-}
-
 void readStops(DrawContext& context, pugi::xml_node owner, std::vector<AGradientStop>& stops) {
-    constexpr std::size_t kMostStops = 1024;
     const Style around = context.styleAt(owner);
     AttributeSet attributes;
     Style room;
@@ -68,10 +41,8 @@ void readStops(DrawContext& context, pugi::xml_node owner, std::vector<AGradient
         if (kindOf(child) != Element::stop || stops.size() == kMostStops) continue;
         attributes.read(child);
         const Style& style = context.styleOf(child, attributes, around, context.rootSpace(), room);
-        double offset = 0;
-        parseLength(textOf(child, "offset"), Axis::horizontal, {kUsualFontSize, 1, 1}, offset);
-        last = std::clamp(offset, last, 1.0);
-        stops.push_back({last, stopColor(style)});
+        stops.push_back(gradientStop(child, style, last));
+        last = stops.back().offset;
     }
 }
 
