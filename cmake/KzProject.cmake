@@ -51,7 +51,7 @@ if(KZ_FUZZ) # every library counts its branches; the fuzzers' own main comes wit
   target_compile_options(kz_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fsanitize=fuzzer-no-link>)
 endif()
 
-link_libraries(kz_options)
+link_libraries($<BUILD_INTERFACE:kz_options>) # what is installed is linked without it
 
 if(WIN32)
   include(KzWindows)

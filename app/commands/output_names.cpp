@@ -49,6 +49,7 @@ std::string placeOf(const std::string& file) {
 
 std::vector<std::string> outputNames(const std::vector<std::string>& files, const std::string& pattern) {
     std::vector<std::string> names;
+    names.reserve(files.size());
     for (const std::string& file : files) names.push_back(fill(pattern, file));
     if (files.size() == 1) return names;
     if (pattern.find("{name}") == pattern.npos)
