@@ -41,13 +41,17 @@ private:
         std::size_t namespaces;
         bool single;  // only `next` itself, not what follows it
         bool repeating;
+        bool moved;  // by a style, its own or one around
     };
 
     void read(pugi::xml_node node);
     void readLayer(pugi::xml_node node);
     void readObject(pugi::xml_node node, Element element);
-    void setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style);
-    void enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style);
+    bool moves(const Style& style, Element element);
+    void setPaint(AObject& object, const Style& style);
+    void setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style, bool moved);
+    void enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style,
+                        bool moved);
     void enterUse(Frame frame);
     AObject* createObject(const AClassInfo& row, pugi::xml_node node, Element element);
     AParent& looseLayer();

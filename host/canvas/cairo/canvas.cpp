@@ -53,7 +53,7 @@ void ACanvas::fill(const APath& path, const AAffine& toPixels, const APaint& pai
     const std::optional<AFRect> box = library.place(path, toPixels);
     if (!box || !library.isVisible(*box, 1)) return;
     const ASource source = sourceOf(paint, library.bounds());
-    if (!source) return;
+    if (!source) return library.settle();
     library.setSource(source);
     library.traceArea(path, toPixels, *box);
     cairo_set_fill_rule(library.cairo(), ruleOf(rule));
@@ -69,7 +69,7 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
     const std::optional<AFRect> box = library.place(path, toPixels);
     if (!box || !library.isVisible(*box, pen->reach)) return;
     const ASource source = sourceOf(paint, library.bounds());
-    if (!source) return;
+    if (!source) return library.settle();
     cairo_t* cairo = library.cairo();
     library.setSource(source);
     setPen(cairo, *pen);
@@ -92,7 +92,7 @@ void ACanvas::drawImage(const AImage& image, const AAffine& toPixels, double opa
     if (!box || !library.isVisible(*box, 1)) return;
     // Clamped and cut by its frame: else an enlarged image would fade out towards its edges.
     const ASource source = sourceOf(image, toPixels, opacity, smooth);
-    if (!source) return;
+    if (!source) return library.settle();
     library.setSource(source);
     library.traceArea(frame, toPixels, *box);
     cairo_set_fill_rule(library.cairo(), CAIRO_FILL_RULE_WINDING);

@@ -1,7 +1,9 @@
 #include "canvas/cairo/library.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <new>
 
 #include "canvas/cairo/limits.h"
 #include "canvas/cairo/path_cutting.h"
@@ -40,9 +42,11 @@ void ACanvas::Library::start() {
                                             m_pixels.hasAlpha ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_RGB24,
                                             m_pixels.width, m_pixels.height, m_pixels.width * 4));
     m_cairo.reset(cairo_create(m_surface.get()));
+    if (cairo_status(m_cairo.get()) == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
 }
 
 std::optional<AFRect> ACanvas::Library::place(const APath& path, const AAffine& toPixels) {
+    errno = 0;  // for settle()
     m_points.resize(path.points().size());
     if (m_points.empty()) return std::nullopt;
     AFRect box{kLargest, kLargest, -kLargest, -kLargest};
@@ -80,14 +84,18 @@ void ACanvas::Library::setSource(const ASource& source) {
 }
 
 void ACanvas::Library::settle() {
+    // Not every part of cairo tells that it had no memory, and what it tells so may be a number too large.
+    const bool lackedMemory = errno == ENOMEM;
     if (m_borrows) cairo_set_source_rgb(cairo(), 0, 0, 0);
     m_borrows = false;
-    if (cairo_status(cairo()) == CAIRO_STATUS_SUCCESS) return;
-    start();
-    for (const Clip& clip : m_clips) {
-        cairo_save(cairo());
-        applyClip(clip);
+    if (cairo_status(cairo()) != CAIRO_STATUS_SUCCESS) {
+        start();
+        for (const Clip& clip : m_clips) {
+            cairo_save(cairo());
+            applyClip(clip);
+        }
     }
+    if (lackedMemory) throw std::bad_alloc();
 }
 
 void ACanvas::Library::pushClip(const APath& path, const AAffine& toPixels, EFillRule rule) {

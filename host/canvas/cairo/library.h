@@ -34,7 +34,8 @@ public:
 
     // The source outlives the settling.
     void setSource(const ASource& source);
-    // Behind everything that was drawn: gives back what is the caller's, and starts anew after an error.
+    // Behind everything that was drawn since the last place(): gives back what is the caller's, and starts anew after
+    // an error. Raises bad_alloc when memory has run out meanwhile: something is missing then.
     void settle();
 
     void pushClip(const APath& path, const AAffine& toPixels, EFillRule rule);
