@@ -25,6 +25,7 @@ namespace app::web {
 struct PictureNumber {
     unsigned drawing = 0;
     unsigned shown = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): a default comparison is taken for a 0.
     friend auto operator<=>(const PictureNumber&, const PictureNumber&) = default;
 };
 

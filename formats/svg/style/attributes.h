@@ -55,7 +55,7 @@ private:
     static constexpr std::uint64_t kHasTransform = std::uint64_t{1} << static_cast<int>(Attribute::unknown);
 
     std::array<std::uint64_t, 2> m_present{};  // a bit for each slot: the attributes, the properties
-    std::array<const char*, 2 * kPropertySlot> m_values;  // valid where present
+    std::array<const char*, std::size_t{2} * kPropertySlot> m_values;  // valid where present
     Affine m_transform;
 };
 

@@ -73,7 +73,8 @@ private:
 
     private:
         static std::uint64_t bit(std::string_view key) {
-            return std::uint64_t{1} << ((key.size() * 5 + static_cast<unsigned char>(key.front()) * 3U +
+            return std::uint64_t{1} << ((key.size() * 5 +
+                                         static_cast<unsigned char>(key.front()) * std::size_t{3} +
                                          static_cast<unsigned char>(key.back())) %
                                         64);
         }
