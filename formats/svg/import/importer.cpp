@@ -50,19 +50,14 @@ bool Importer::run(pugi::xml_node root, UserSpace& space, const std::function<bo
     space = rootSpace(m_attributes, page);
     m_document.setPage(page.area, page.scale);
     const Style style = m_styles.compute(root, m_attributes, {Style()});
-<<<<<<< HEAD
-    m_frames.push_back({root, root.first_child(), nullptr, style, space, m_namespaces.size(), false, false});
-    for (std::size_t count = 0; !m_frames.empty() && !m_styles.sheet().isSpent(); ++count) {
-        if (count % kElementsBetweenAsking == 0 && goesOn && !goesOn(count)) return false;
-=======
     if (hasOwnTransform(style)) {
         readTransform(m_attributes, style, space, [&] { return page.area; });
         space = rootSpace(m_attributes, page);
     }
     m_frames.push_back({root, root.first_child(), nullptr, style, space, m_namespaces.size(), false, false,
                         hasOwnTransform(style)});
-    while (!m_frames.empty() && !m_styles.sheet().isSpent()) {
->>>>>>> main
+    for (std::size_t count = 0; !m_frames.empty() && !m_styles.sheet().isSpent(); ++count) {
+        if (count % kElementsBetweenAsking == 0 && goesOn && !goesOn(count)) return false;
         Frame& frame = m_frames.back();
         const pugi::xml_node node = frame.next;
         if (!node) {
