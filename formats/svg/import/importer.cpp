@@ -16,6 +16,8 @@ constexpr std::size_t kRepeatableAtLeast = 100'000;
 constexpr std::size_t kRepeatablePerElement = 100;
 constexpr std::size_t kRepeatableAtMost = 2'000'000;
 
+constexpr std::size_t kElementsBetweenAsking = 4096;
+
 bool isTrue(std::string_view text) {
     return trim(text) == "true";
 }
@@ -38,7 +40,7 @@ Importer::Importer(ADocument& document, DrawingIndex& index)
       m_repeatable(
           std::min(kRepeatableAtLeast + kRepeatablePerElement * index.elementCount(), kRepeatableAtMost)) {}
 
-bool Importer::run(pugi::xml_node root, UserSpace& space) {
+bool Importer::run(pugi::xml_node root, UserSpace& space, const std::function<bool(std::size_t)>& goesOn) {
     m_root = root;
     for (const pugi::xml_node style : m_index.styles()) m_styles.sheet().add(styleText(style));
     m_document.reserve(m_index.elementCount());
@@ -54,7 +56,8 @@ bool Importer::run(pugi::xml_node root, UserSpace& space) {
     }
     m_frames.push_back({root, root.first_child(), nullptr, style, space, m_namespaces.size(), false, false,
                         hasOwnTransform(style)});
-    while (!m_frames.empty() && !m_styles.sheet().isSpent()) {
+    for (std::size_t count = 0; !m_frames.empty() && !m_styles.sheet().isSpent(); ++count) {
+        if (count % kElementsBetweenAsking == 0 && goesOn && !goesOn(count)) return false;
         Frame& frame = m_frames.back();
         const pugi::xml_node node = frame.next;
         if (!node) {

@@ -11,6 +11,7 @@
 //   is bounded; a "use" that contains itself is empty.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,8 +28,9 @@ public:
     Importer(ADocument& document, DrawingIndex& index);
 
     // `root`: the drawing's svg element; `space`: the user space of its content. False when the style sheets
-    // cost too much: the document is not whole then.
-    bool run(pugi::xml_node root, UserSpace& space);
+    // cost too much, or when `goesOn`, asked now and then with the number of elements read, says so: the document is
+    // not whole then.
+    bool run(pugi::xml_node root, UserSpace& space, const std::function<bool(std::size_t)>& goesOn = {});
 
 private:
     // A container whose children are being read.
