@@ -107,7 +107,7 @@ public:
             }
         }
         TextSpan span;
-        addLinesAround(text.node, span);
+        addLinesAround(text, span);
         span.style = text.style;
         enter(text.node, text.attributes, std::move(span), nullptr, preserve, kUsualFontSize);
         if (m_endsWithLooseSpace) {
@@ -123,10 +123,10 @@ public:
 
 private:
     // Lines under the text that elements around it ask for are painted like those.
-    void addLinesAround(pugi::xml_node text, TextSpan& span) {
+    void addLinesAround(const DrawnElement& text, TextSpan& span) {
         if (!m_context.hasDecorations()) return;
         std::vector<pugi::xml_node> chain;
-        for (pugi::xml_node at = text.parent(); at.type() == pugi::node_element; at = at.parent())
+        for (pugi::xml_node at = text.node.parent(); at.type() == pugi::node_element; at = at.parent())
             chain.push_back(at);
         if (!m_context.spend(chain.size() / 16)) return;
         Style style;
@@ -138,7 +138,11 @@ private:
             if (&own != &style) style = own;
             if (!noteLines(style.own.decoration, span)) continue;
             TextSpan around;
-            around.style = style;
+            // As high and as thick as the text's own font says.
+            around.style = text.style;
+            around.style.fill = style.fill;
+            around.style.stroke = style.stroke;
+            around.style.color = style.color;
             m_out.spans.push_back(std::move(around));
         }
     }
