@@ -41,18 +41,6 @@ bool hasExtent(const AFRect& rect) {
            rect.Height() > 0;
 }
 
-// What the picture shows, in user units.
-AFRect shownArea(ADocument& document) {
-    if (hasExtent(document.getPage())) return document.getPage();
-    AFRect area, master;
-    document.getDatabase().getBoundingRect(area);
-    document.getSecondaryDatabase()->getBoundingRect(master);
-    if (!hasExtent(area)) area = master;
-    if (hasExtent(master)) area = unionOf(area, master);
-    if (!hasExtent(area)) throw Failure{"there is nothing to make a picture of: the page has no extent"};
-    return area;
-}
-
 // Both sides, of what was asked for and of the area's proportions; else the area, with so many pixels to a
 // unit.
 PictureSize wholeSize(PictureSize size, const AFRect& area, double scale) {
@@ -112,6 +100,17 @@ double takeNumber(const std::string& text, std::string_view& rest) {
 }
 
 }  // namespace
+
+AFRect shownArea(ADocument& document) {
+    if (hasExtent(document.getPage())) return document.getPage();
+    AFRect area, master;
+    document.getDatabase().getBoundingRect(area);
+    document.getSecondaryDatabase()->getBoundingRect(master);
+    if (!hasExtent(area)) area = master;
+    if (hasExtent(master)) area = unionOf(area, master);
+    if (!hasExtent(area)) throw Failure{"there is nothing to make a picture of: the page has no extent"};
+    return area;
+}
 
 PictureSize readPictureSize(const std::string& text) {
     const std::string_view whole = text;

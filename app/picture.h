@@ -33,6 +33,10 @@ struct PictureOptions {
     std::uint32_t ground = 0xffffffff;          // what the drawing stands on, a pixel as in AImage
 };
 
+// What a picture shows unless a part is given: the page, or what the objects cover where that has no extent, in user
+// units. Raises Failure when there is neither.
+AFRect shownArea(ADocument& document);
+
 // The bytes of a PNG file: the page, or the part of the drawing that is given, fitted into the picture and centred;
 // where the page has no extent, what the objects cover. Raises Failure, and bad_alloc.
 std::string drawPng(const ADocView& view, const PictureOptions& options);

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "app/output.h"
+#include "app/report.h"
 #include "kzcore/display/hits.h"
 #include "kzcore/view/view.h"
 #include "kzutil/rect_math.h"
@@ -21,22 +22,13 @@ constexpr double kPixelsOfUnit = 16;
 // A rectangle is drawn so large.
 constexpr double kPixelsOfSide = 256;
 
-const AObject& outermostClosed(const AObject& object) {
-    const AObject* found = &object;
-    for (const AParent* parent = object.getParent(); parent; parent = parent->getParent()) {
+template <class Object>
+Object& outermostClosed(Object& object) {
+    Object* found = &object;
+    for (AParent* parent = object.getParent(); parent; parent = parent->getParent()) {
         if (parent->hasOption(kOptionClosed) != 0) found = parent;
     }
     return *found;
-}
-
-bool canBeSelected(const AObject& object) {
-    const AObject* outer = &object;
-    for (AParent* parent = object.getParent(); parent; parent = parent->getParent()) {
-        if (outer->isUnselectable()) return false;
-        if (const ALayer* layer = parent->asLayer()) return layer->IsLayerEditable() != 0;
-        outer = parent;
-    }
-    return false;
 }
 
 Json namesOf(const std::vector<const AObject*>& hits) {
@@ -64,6 +56,30 @@ Json boxOf(const AFRect& rect) {
 }
 
 }  // namespace
+
+bool canBeSelected(const AObject& object) {
+    const AObject* outer = &object;
+    for (AParent* parent = object.getParent(); parent; parent = parent->getParent()) {
+        if (outer->isUnselectable()) return false;
+        if (const ALayer* layer = parent->asLayer()) return layer->IsLayerEditable() != 0;
+        outer = parent;
+    }
+    return false;
+}
+
+std::vector<AObject*> selectableObjects(Session& session) {
+    const AShownPaint& paint = *session.shown().paint();
+    std::vector<AObject*> objects;
+    std::unordered_set<const AObject*> taken;
+    for (ARoot* entry : allObjects(session.document())) {
+        auto* const object = static_cast<AObject*>(entry);
+        const bool isOpen = object->asParent() && object->hasOption(kOptionClosed) == 0;
+        if (isOpen || object->getObjectFlags(kObjectHidden) || !paint.shows(object->getIndex())) continue;
+        AObject& outer = outermostClosed(*object);
+        if (canBeSelected(outer) && taken.insert(&outer).second) objects.push_back(&outer);
+    }
+    return objects;
+}
 
 Json reportAt(Session& session, AFPoint point, double tolerance) {
     ShownDrawing& shown = session.shown();

@@ -9,6 +9,11 @@
 
 namespace app {
 
+// Whether a user may select the object: neither it nor what it lies in is locked, its layer is shown and open.
+bool canBeSelected(const AObject& object);
+// Everything that a user can point at, in drawing order.
+std::vector<AObject*> selectableObjects(Session& session);
+
 // {"at":[…]}, topmost first: whose picture is at most `tolerance` away.
 nlohmann::ordered_json reportAt(Session& session, AFPoint point, double tolerance);
 // {"inside":[…]}, in drawing order: whose extent lies within the area.

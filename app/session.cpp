@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "app/output.h"
+#include "app/place_report.h"
 #include "formats/svg/reader.h"
 #include "kzcore/tool/tool_runner.h"
 #include "kzcore/view/view.h"
@@ -35,21 +36,22 @@ void Session::open(const std::string& file) {
     std::string error;
     std::unique_ptr<ADocument> document = svg::readDrawing(filePath(file), error);
     if (!document) throw Failure{error};
-    show(std::move(document), file);
+    open(std::move(document), file, nullptr);
 }
 
 void Session::openBytes(std::string bytes, const std::string& name) {
     std::string error;
     std::unique_ptr<ADocument> document = svg::readDrawingBytes(std::move(bytes), name, error);
     if (!document) throw Failure{error};
-    show(std::move(document), name);
+    open(std::move(document), name, nullptr);
 }
 
-void Session::show(std::unique_ptr<ADocument> document, const std::string& name) {
+void Session::open(std::unique_ptr<ADocument> document, const std::string& name,
+                   std::shared_ptr<const ADisplayList> list) {
     std::string fileName = name;
     auto shown = std::make_unique<ShownDrawing>();
     auto view = std::make_unique<ADocView>(*document);
-    shown->follow(*view);
+    shown->follow(*view, std::move(list));
     m_application.setActiveView(view.get());
     m_shown = std::move(shown);
     m_view = std::move(view);
@@ -116,6 +118,40 @@ void Session::select(const std::vector<std::string>& names) {
     ASelection& selection = *view().m_selection;
     selection.resetSelection(0);
     selection.addSelection(&objects, 0, 1);
+}
+
+void Session::selectAll() {
+    AObList objects(0, 10);
+    for (AObject* object : selectableObjects(*this)) objects.AddTail(object);
+    ASelection& selection = *view().m_selection;
+    selection.resetSelection(0);
+    selection.addSelection(&objects, 0, 1);
+}
+
+void Session::changeLayer(const std::string& title, const std::string& change) {
+    const bool eye = change == "show" || change == "hide";
+    if (!eye && change != "lock" && change != "unlock")
+        throw Failure{inQuotes(change) + " is no change of a layer: it is show, hide, lock or unlock"};
+    const bool on = change == "hide" || change == "lock";
+    bool isKnown = false;
+    for (ADatabase* database : {document().getSecondaryDatabase(), &document().getDatabase()}) {
+        for (ARoot* entry : database->children) {
+            auto* const layer = static_cast<ALayer*>(entry);
+            if (layer->getTitle().toUtf8() != title) continue;
+            isKnown = true;
+            if (eye)
+                layer->setHidden(on);
+            else
+                layer->setLocked(on);
+        }
+    }
+    if (!isKnown) throw Failure{"there is no layer " + inQuotes(title)};
+    AObList leaving(0, 10);
+    for (AObject* object : view().m_selection->getObjects()) {
+        if (!canBeSelected(*object)) leaving.AddTail(object);
+    }
+    if (!leaving.IsEmpty()) view().m_selection->addSelection(&leaving, 1, 1);
+    if (eye) m_shown->follow(*m_view);
 }
 
 }  // namespace app

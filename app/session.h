@@ -34,6 +34,9 @@ public:
     void open(const std::string& file);
     // The same from memory; `name` stands for the file.
     void openBytes(std::string bytes, const std::string& name);
+    // The same for what was read before; `list`: its display list, or null.
+    void open(std::unique_ptr<ADocument> document, const std::string& name,
+              std::shared_ptr<const ADisplayList> list);
     // What the open drawing was opened as; empty when none is open.
     const std::string& fileName() const { return m_fileName; }
     // Grows with every drawing that is opened, so that two of one name can be told apart.
@@ -58,10 +61,14 @@ public:
     // Replaces the selection. Raises Failure, and changes nothing, when there is no object of one of the
     // names.
     void select(const std::vector<std::string>& names);
+    // Selects whatever a user can point at.
+    void selectAll();
+
+    // Shows, hides, locks or unlocks the layers of this title, in the session alone: files keep what they say. What
+    // cannot be selected any more leaves the selection. `change` is show, hide, lock or unlock. Raises Failure.
+    void changeLayer(const std::string& title, const std::string& change);
 
 private:
-    void show(std::unique_ptr<ADocument> document, const std::string& name);
-
     AApplication m_application;
     std::shared_ptr<const PlugIns> m_plugIns;
     std::unique_ptr<ADocument> m_document;

@@ -15,9 +15,9 @@ std::size_t countHidden(const ADisplayList& list, const AShownPaint& paint) {
 
 }  // namespace
 
-void ShownDrawing::follow(const ADocView& view) {
+void ShownDrawing::follow(const ADocView& view, std::shared_ptr<const ADisplayList> list) {
     m_view = &view;
-    m_display = std::make_unique<AViewDisplay>(view);
+    m_display = std::make_unique<AViewDisplay>(view, std::move(list));
     m_paint = std::make_shared<AShownPaint>();
     m_filtered = false;
     m_hidden = 0;

@@ -17,8 +17,8 @@ namespace app {
 
 class ShownDrawing {
 public:
-    // The view outlives it, or is followed no more.
-    void follow(const ADocView& view);
+    // The view outlives it, or is followed no more. `list`: its document's, when that is made already.
+    void follow(const ADocView& view, std::shared_ptr<const ADisplayList> list = nullptr);
 
     const std::shared_ptr<const ADisplayList>& list() { return m_display->list(); }
     const std::shared_ptr<const AShownPaint>& paint();

@@ -5,7 +5,7 @@ _kzdraw() {
     local options files
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        mapfile -t COMPREPLY < <(compgen -W "info tools attributes select view render prefs script serve
+        mapfile -t COMPREPLY < <(compgen -W "info tools attributes select view render prefs script serve window
             --version --help -h" -- "$word")
         return
     fi
@@ -16,6 +16,7 @@ _kzdraw() {
     render) options="--output -o --size --area --background --json" files=svg ;;
     prefs) options="--reset --json" ;;
     script) files=any ;;
+    window) files=svg ;;
     serve) options="--port --no-open" files=svg ;;
     *) return ;;
     esac

@@ -13,6 +13,7 @@ commands=(
     'prefs:tell what the dialogs remember'
     'script:run the commands of a script'
     'serve:show drawings and tools in a browser'
+    'window:show a drawing in a window, on Windows'
 )
 help=({-h,--help}'[print the help and exit]')
 json=('--json[print JSON]')
@@ -41,5 +42,6 @@ case $words[1] in
     render) _arguments $help $json $pictures '--area[part to draw]:X,Y,WIDTH,HEIGHT' $drawings ;;
     prefs) _arguments $help $json '--reset[forget it]' ;;
     script) _arguments $help '1:script:_files' ;;
+    window) _arguments $help $drawings ;;
     serve) _arguments $help '--port[port of the page]:port' '--no-open[do not open the page]' $drawings ;;
 esac

@@ -13,6 +13,7 @@
 #include "app/script/interpreter.h"
 #include "app/session.h"
 #include "app/web/serve.h"
+#include "app/window/window.h"
 #include "kzutil/preference_manager.h"
 #include "kzutil/user_folder.h"
 
@@ -305,6 +306,14 @@ void addServe(CLI::App& program, Given& given) {
     session->final_callback([&given] { given.status = runServedSession(given.socket, given.files); });
 }
 
+void addWindow(CLI::App& program, Given& given) {
+    CLI::App* window = addCommand(program, "window", "Show a drawing in a window, on Windows",
+                                  "There, kzdraw drawing.svg does the same.\n\n"
+                                  "Example:\n  kzdraw window harbour.svg");
+    addFile(window, given.file, "An SVG drawing; others can be opened and dropped");
+    window->final_callback([&given] { given.status = runWindow(given.file); });
+}
+
 // Without a folder of the user's, nothing is remembered.
 void namePreferenceFolder() {
     const std::filesystem::path folder = kzutil::userConfigurationFolder();
@@ -315,9 +324,10 @@ int parseAndRun(std::vector<std::string> arguments) {
     CLI::App program(kDescription, "kzdraw");
     setUp(program);
     Given given;
-    for (const auto add :
-         {addInfo, addTools, addAttributes, addSelect, addView, addRender, addPrefs, addScript, addServe})
+    for (const auto add : {addInfo, addTools, addAttributes, addSelect, addView, addRender, addPrefs,
+                           addScript, addServe, addWindow})
         add(program, given);
+    if (isForWindow(arguments)) arguments.insert(arguments.begin(), "window");
     try {
         expectCommand(program, arguments);
         std::ranges::reverse(arguments);  // the order in which CLI11 takes them

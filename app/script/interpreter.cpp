@@ -59,19 +59,30 @@ void doOpen(Interpreter& script, const Words& words) {
 }
 
 void doSave(Interpreter& script, const Words& words) {
-    script.lines.write(words[1], drawingBytesFor(words[1], script.session.document(), nullptr));
+    const bool asShown = words.size() == 3;
+    if (asShown && words[2] != "shown") throw Failure{"usage: save FILE [shown]"};
+    AViewFilter* const filter = asShown ? script.session.view().m_viewFilter : nullptr;
+    script.lines.write(words[1], drawingBytesFor(words[1], script.session.document(), filter));
 }
 
 void doRender(Interpreter& script, const Words& words) {
-    const PictureSize size = words.size() == 3 ? readPictureSize(words[2]) : PictureSize();
+    PictureOptions options;
+    if (words.size() > 2) options.size = readPictureSize(words[2]);
+    if (words.size() > 3) options.part = readPictureArea(words[3]);
     checkPictureName(words[1]);
-    script.lines.write(words[1], drawPng(script.session.view(), {.size = size}));
+    script.lines.write(words[1], drawPng(script.session.view(), options));
 }
 
+// An object's name goes before the two words.
 void doSelect(Interpreter& script, const Words& words) {
-    const bool none =
-        words.size() == 2 && words[1] == "none" && !script.session.document().findObject("none");
+    const bool isWord = words.size() == 2 && !script.session.document().findObject(words[1]);
+    if (isWord && words[1] == "all") return script.session.selectAll();
+    const bool none = isWord && words[1] == "none";
     script.session.select(none ? Words() : Words(words.begin() + 1, words.end()));
+}
+
+void doLayer(Interpreter& script, const Words& words) {
+    script.session.changeLayer(words[1], words[2]);
 }
 
 void doUndo(Interpreter& script, const Words&) {
@@ -129,9 +140,10 @@ constexpr std::size_t kAny = std::string::npos - 1;
 
 constexpr std::array kCommands = {
     Command{"open", 1, 1, "open FILE", doOpen},
-    Command{"save", 1, 1, "save FILE", doSave},
-    Command{"render", 1, 2, "render FILE [WIDTHxHEIGHT]", doRender},
-    Command{"select", 1, kAny, "select ID... | select none", doSelect},
+    Command{"save", 1, 2, "save FILE [shown]", doSave},
+    Command{"render", 1, 3, "render FILE [WIDTHxHEIGHT [X,Y,WIDTH,HEIGHT]]", doRender},
+    Command{"select", 1, kAny, "select ID... | select none | select all", doSelect},
+    Command{"layer", 2, 2, "layer NAME hide | show | lock | unlock", doLayer},
     Command{"tool", 1, 2, "tool CLASS [color:NAME | fill:ID | stroke:ID]", doTool},
     Command{"undo", 0, 0, "undo", doUndo},
     Command{"redo", 0, 0, "redo", doRedo},
@@ -198,6 +210,7 @@ bool Interpreter::actOn(driver::Dialog& dialog) {
 }
 
 bool Interpreter::runTool(const std::string& className, AReferItem* item) {
+    if (!lines.drivesDialogs()) return session.runTool(className, item);
     GuardedAuthor author([this](driver::Dialog& waiting) { return actOn(waiting); });
     const driver::Driver user(author.asAuthor());
     const bool valid = session.runTool(className, item);

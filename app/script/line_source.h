@@ -25,6 +25,9 @@ public:
     // Opens the file in the session, or writes it as a whole. Both raise Failure.
     virtual void open(Session& session, const std::string& name) = 0;
     virtual void write(const std::string& name, std::string_view bytes) = 0;
+
+    // False: nobody but the user acts on dialogs, and a line is done when its dialog is closed.
+    virtual bool drivesDialogs() const { return true; }
 };
 
 }  // namespace app

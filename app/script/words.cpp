@@ -1,5 +1,7 @@
 #include "app/script/words.h"
 
+#include <algorithm>
+
 namespace app {
 
 namespace {
@@ -53,6 +55,36 @@ bool splitWords(std::string_view line, std::vector<std::string>& words, std::str
     }
     if (inWord) words.push_back(std::move(word));
     return true;
+}
+
+namespace {
+
+constexpr std::string_view kPlainMarks = "_.:+/,@%=-";
+
+bool isPlain(const std::string& word) {
+    return !word.empty() && std::ranges::all_of(word, [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               kPlainMarks.find(c) != kPlainMarks.npos;
+    });
+}
+
+std::string quoted(const std::string& word) {
+    if (isPlain(word)) return word;
+    if (word.find('\'') == word.npos) return '\'' + word + '\'';
+    std::string text = "\"";
+    for (const char c : word) {
+        if (c == '"' || c == '\\') text += '\\';
+        text += c;
+    }
+    return text + '"';
+}
+
+}  // namespace
+
+std::string joinWords(const std::vector<std::string>& words) {
+    std::string line;
+    for (const std::string& word : words) line += (line.empty() ? "" : " ") + quoted(word);
+    return line;
 }
 
 }  // namespace app

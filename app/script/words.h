@@ -12,4 +12,7 @@ namespace app {
 // when a quote is not closed or the line ends with a backslash.
 bool splitWords(std::string_view line, std::vector<std::string>& words, std::string& error);
 
+// The line that is split into these words, each quoted where it has to be.
+std::string joinWords(const std::vector<std::string>& words);
+
 }  // namespace app

@@ -146,7 +146,7 @@ pugi::xml_node secondRoot(pugi::xml_node root) {
 // The parser cuts its buffer into pieces, so it works on a copy of the text, which is gone when the document
 // is made. `copy` holds the bytes once more, or nothing.
 std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> copy, std::string_view name,
-                                    std::string& error) {
+                                    std::string& error, ReadingWatch* watch) {
     if (bytes.empty()) return fail(error, name, "the file is empty");
     if (bytes.size() > kLargestFile) return fail(error, name, kTooLarge);
     if (isGzip(bytes)) {
@@ -192,8 +192,16 @@ std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> cop
         return failAt(error, name, bytes, offsetOf(culprit), reason);
     auto document = std::make_unique<ADocument>();
     UserSpace space;
-    if (!Importer(*document, index).run(root, space))
-        return fail(error, name, "its style sheets have too many rules for its elements");
+    const auto goesOn = [&](std::size_t elements) {
+        if (!watch) return true;
+        watch->done = static_cast<double>(elements) / static_cast<double>(index.elementCount() + 1);
+        return !watch->cancelled;
+    };
+    if (!Importer(*document, index).run(root, space, goesOn)) {
+        return fail(error, name,
+                    watch && watch->cancelled ? "opening it was cancelled"
+                                              : "its style sheets have too many rules for its elements");
+    }
     auto source = std::make_unique<DrawingSource>(std::move(bytes), space);
     source->noteChanges(std::move(entityUses), hadMark);
     document->setGeometrySource(std::move(source));
@@ -203,10 +211,11 @@ std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> cop
 }  // namespace
 
 std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view name, std::string& error) {
-    return readText(std::move(bytes), std::nullopt, name, error);
+    return readText(std::move(bytes), std::nullopt, name, error, nullptr);
 }
 
-std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::string& error) {
+std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::string& error,
+                                       ReadingWatch* watch) {
     const std::string name = nameOf(file);
     std::error_code failure;
     const std::filesystem::file_status status = std::filesystem::status(file, failure);
@@ -239,7 +248,7 @@ std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::s
         bytes.append(piece, static_cast<std::size_t>(stream.gcount()));
     }
     if (stream.bad()) return fail(error, name, "cannot be read to its end");
-    return readText(std::move(bytes), std::move(buffer), name, error);
+    return readText(std::move(bytes), std::move(buffer), name, error, watch);
 }
 
 }  // namespace svg

@@ -8,6 +8,7 @@
 // Compressed drawings (.svgz) are unpacked, whatever their name.
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -17,9 +18,16 @@
 
 namespace svg {
 
+// A reading, for other threads: how far it is, and that it is not wanted any more.
+struct ReadingWatch {
+    std::atomic<double> done = 0;  // of 1
+    std::atomic<bool> cancelled = false;
+};
+
 // Null, and `error` is one line "FILE:LINE: reason" ("FILE: reason" where no line applies), when the file
 // cannot be read or is not a drawing.
-std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::string& error);
+std::unique_ptr<ADocument> readDrawing(const std::filesystem::path& file, std::string& error,
+                                       ReadingWatch* watch = nullptr);
 
 // The same from memory; `name` stands for the file in errors.
 std::unique_ptr<ADocument> readDrawingBytes(std::string bytes, std::string_view name, std::string& error);

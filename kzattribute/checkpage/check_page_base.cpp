@@ -58,8 +58,9 @@ ACondition* ACheckPageBase::fileCondition(ACondition* newCondition) {
 
 ACondition* ACheckPageBase::findCommonCondition(ACondition& newCondition) {
     if (combinesWithNone(newCondition)) return takeFreePath(newCondition), nullptr;
+    int place = paths().find(newCondition.path);
+    if (place < 0) return nullptr;
     const AString base = newCondition.path;
-    int place = paths().find(base);
     for (int number = 1; place >= 0; ++number) {
         if (newCondition.hasCommonClass(*getCondition(place))) return getCondition(place);
         newCondition.path = checkpage::numberedPath(base, number);
@@ -156,6 +157,7 @@ void ACheckPageBase::sortConditions() {
     AObArray sorted;
     for (ARoot* condition : checkpage::inClassOrder(conditions)) sorted.Add(condition);
     conditions = std::move(sorted);
+    m_paths = {};
     m_arePathsKnown = false;
     ++m_revision;
 }

@@ -1,5 +1,7 @@
 #include "checkpage/path_index.h"
 
+#include <algorithm>
+
 #include "kzutil/text_hash.h"
 
 namespace checkpage {
@@ -16,12 +18,15 @@ std::size_t PathIndex::Hash::operator()(kzutil::WideView text) const {
 }
 
 int PathIndex::find(const AString& path) const {
-    const auto found = m_places.find(path.view());
-    return found == m_places.end() ? -1 : found->second;
+    const auto found = m_places->byPath.find(path.view());
+    return found == m_places->byPath.end() ? -1 : found->second;
 }
 
 void PathIndex::add(const AString& path, int place) {
-    m_places.emplace(path.view(), place);
+    const std::size_t length = static_cast<std::size_t>(path.GetLength());
+    auto* kept = static_cast<WCHAR*>(m_places->memory.allocate(length * sizeof(WCHAR), alignof(WCHAR)));
+    std::copy_n(static_cast<const WCHAR*>(path), length, kept);
+    m_places->byPath.emplace(kzutil::WideView(kept, length), place);
 }
 
 int PathIndex::nextFree(const AString& base) {

@@ -8,6 +8,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <memory_resource>
 #include <unordered_map>
 
 #include "base/item_path.h"
@@ -32,10 +34,14 @@ private:
         using is_transparent = void;
         std::size_t operator()(kzutil::WideView text) const;
     };
-    using Numbers = std::unordered_map<kzutil::WideString, int, Hash, std::equal_to<>>;
+    // In one piece of memory, which the paths share.
+    struct Places {
+        std::pmr::monotonic_buffer_resource memory;
+        std::pmr::unordered_map<kzutil::WideView, int, Hash> byPath{&memory};
+    };
 
-    Numbers m_places;
-    Numbers m_free;  // numbers below are taken
+    std::unique_ptr<Places> m_places = std::make_unique<Places>();
+    std::unordered_map<kzutil::WideString, int, Hash, std::equal_to<>> m_free;  // numbers below are taken
 };
 
 }  // namespace checkpage

@@ -47,22 +47,40 @@ HTREEITEM ACheckTree::insertUnder(HTREEITEM parent, const WCHAR* text, int image
     return item;
 }
 
-HTREEITEM ACheckTree::insertItem(const WCHAR* path, DWORD data) {
-    const AItemPath items(path);
-    const int last = items.getSegmentCount() - 1;
+// Finds or makes the groups of a path that ends with a separator; null when one cannot be made. Entries come
+// group by group, and while nothing else happens to the tree the groups are those of the path before.
+HTREEITEM ACheckTree::groupOf(kzutil::WideView path) {
+    if (m_areGroupsKnown && isWatched() && path == m_lastGroupPath) {
+        for (HTREEITEM group : m_lastGroups) setImages(group, I_IMAGECALLBACK);
+        return m_lastGroups.back();
+    }
+    m_areGroupsKnown = false;
+    m_lastGroups.clear();
     HTREEITEM parent = nullptr;
-    AString text;
-    for (int i = 0; i < last; ++i) {
-        items.getSegment(i, text);
+    for (std::size_t start = 0; start < path.size();) {
+        const std::size_t end = path.find(AItemPath::kSeparator, start);
+        const AString text(path.substr(start, end - start));
         HTREEITEM group = findItemByText(text, parent);
         if (group)
             setImages(group, I_IMAGECALLBACK);
         else
             group = insertUnder(parent, text, I_IMAGECALLBACK, 0);
         if (!group) return nullptr;
+        m_lastGroups.push_back(group);
         parent = group;
+        start = end + 1;
     }
-    items.getSegment(last, text);
+    m_lastGroupPath = path;
+    m_areGroupsKnown = true;
+    return parent;
+}
+
+HTREEITEM ACheckTree::insertItem(const WCHAR* path, DWORD data) {
+    const kzutil::WideView items(path);
+    const std::size_t groups = items.rfind(AItemPath::kSeparator) + 1;  // 0: none
+    const AString text(items.substr(groups));
+    HTREEITEM parent = nullptr;
+    if (groups > 0 && !(parent = groupOf(items.substr(0, groups)))) return nullptr;
     HTREEITEM leaf = findItemByText(text, parent);
     if (!leaf) return insertUnder(parent, text, IsWindowEnabled() ? 0 : 1, data);
     TVITEMW record{};
@@ -80,6 +98,11 @@ HTREEITEM ACheckTree::findItemByText(const WCHAR* text, HTREEITEM parent) {
 
 HTREEITEM ACheckTree::findItemByData(DWORD data) {
     return index().findData(data);
+}
+
+// Asks the index only where it need not learn all items for the answer.
+bool ACheckTree::hasChildren(HTREEITEM item) const {
+    return isWatched() ? index().hasChildren(item) : GetChildItem(item) != nullptr;
 }
 
 int ACheckTree::getCheck(HTREEITEM item) const {
@@ -147,10 +170,10 @@ void ACheckTree::setChecks(const ADWordArray& toCheck, int uncheckAllFirst, cons
 int ACheckTree::collectData(ADWordArray& data, int wanted, int stop) const {
     const int skipped = wanted == kChecked ? kUnchecked : kChecked;
     for (HTREEITEM item = GetRootItem(); item;) {
-        const int check = getCheck(item);
-        const ULONG_PTR value = getItemData(item);
+        const int check = isWatched() ? index().checkOf(item) : getCheck(item);
+        const ULONG_PTR value = check == wanted ? getItemData(item) : 0;
         HTREEITEM child = nullptr;
-        if (check == wanted && value != 0) {
+        if (value != 0) {
             if (!stop) child = GetChildItem(item);
             if (!child) data.SetAtGrow(data.GetSize(), static_cast<DWORD>(value));
         } else if (check != skipped) {
@@ -198,6 +221,14 @@ void ACheckTree::updateCheckedData(ADWordArray& data) {
 }
 
 void ACheckTree::expandAll(int expand) {
-    forEachItem(m_hWnd, [this, expand](HTREEITEM item) { Expand(item, expand ? TVE_EXPAND : TVE_COLLAPSE); });
+    for (HTREEITEM item = GetRootItem(); item;) {
+        Expand(item, expand ? TVE_EXPAND : TVE_COLLAPSE);
+        HTREEITEM following = hasChildren(item) ? GetChildItem(item) : nullptr;
+        while (!following && item) {
+            following = GetNextSiblingItem(item);
+            if (!following) item = GetParentItem(item);
+        }
+        item = following;
+    }
     SelectSetFirstVisible(GetRootItem());
 }

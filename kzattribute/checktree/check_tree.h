@@ -19,6 +19,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "checktree/tree_index.h"
 #include "kzutil/arrays.h"
@@ -57,6 +58,7 @@ public:
     // The first item in pre-order with the data; null when there is none.
     HTREEITEM findItemByData(DWORD data);
     ULONG_PTR getItemData(HTREEITEM item) const { return GetItemData(item); }
+    bool hasChildren(HTREEITEM item) const;
 
     // 1, 3 or 5.
     int getCheck(HTREEITEM item) const;
@@ -118,13 +120,15 @@ private:
         std::unique_ptr<AReferItem, ReleaseReference> item;
     };
 
+    HTREEITEM groupOf(kzutil::WideView path);
     HTREEITEM insertUnder(HTREEITEM parent, const WCHAR* text, int image, DWORD data);
     bool setItem(const TVITEMW& record);
     void setImages(HTREEITEM item, int image) { setImages(item, image, image); }
     void setImages(HTREEITEM item, int image, int selectedImage);
     void notifyCheck(HTREEITEM item, int checked);
     bool clickCheckBox(CPoint point);
-    checktree::TreeIndex& index();
+    bool isWatched() const { return m_hWnd && m_watched == m_hWnd; }
+    checktree::TreeIndex& index() const;
     int collectData(ADWordArray& data, int wanted, int stop) const;
     bool loadBitmap(UINT id, CBitmap& bitmap) const;
     void buildList(CImageList& list, UINT bitmapId, const int (&disabledColumns)[3], int which);
@@ -141,7 +145,11 @@ private:
     std::deque<Picture> m_undrawn;  // belong behind those of m_itemImages
     int m_pictureCount = 0;         // with those
     std::map<UINT, CBitmap> m_bitmaps;
-    checktree::TreeIndex m_index;  // through index()
-    HWND m_watched = nullptr;      // the window whose messages pass here
-    bool m_ownChange = false;      // the message under way is the check tree's own
+    mutable checktree::TreeIndex m_index;  // through index()
+    HWND m_watched = nullptr;              // the window whose messages pass here
+    bool m_ownChange = false;              // the message under way is the check tree's own
+    // The groups of the path that went in last: known until a message comes from elsewhere.
+    kzutil::WideString m_lastGroupPath;
+    std::vector<HTREEITEM> m_lastGroups;
+    bool m_areGroupsKnown = false;
 };

@@ -60,6 +60,7 @@ bool changesItems(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void ACheckTree::PreSubclassWindow() {
     m_watched = m_hWnd;
+    m_areGroupsKnown = false;
     m_index.attach(m_hWnd);
 }
 
@@ -77,8 +78,8 @@ HWND ACheckTree::UnsubclassWindow() {
 
 // The index may answer only for a tree whose every change it is told of; for any other one it learns the
 // items anew for each answer.
-TreeIndex& ACheckTree::index() {
-    if (!m_hWnd || m_watched != m_hWnd) m_index.attach(m_hWnd);
+TreeIndex& ACheckTree::index() const {
+    if (!isWatched()) m_index.attach(m_hWnd);
     return m_index;
 }
 
@@ -86,6 +87,7 @@ TreeIndex& ACheckTree::index() {
 LRESULT ACheckTree::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const bool own = m_ownChange;
     m_ownChange = false;  // what the message leads to is not the check tree's own
+    if (!own && changesItems(message, wParam, lParam)) m_areGroupsKnown = false;
     if (message == WM_NCDESTROY) m_watched = nullptr;
     if (message == WM_PAINT || message == kPrintClient) drawVisiblePictures();
     if (message == TVM_GETIMAGELIST && wParam == TVSIL_NORMAL) drawPictures(std::numeric_limits<int>::max());

@@ -123,14 +123,14 @@ CBitmap* ACheckTree::findBitmap(UINT id) {
 }
 
 void ACheckTree::setItemImage(HTREEITEM item, int image) {
-    if (GetChildItem(item))
+    if (hasChildren(item))
         setImages(item, I_IMAGECALLBACK);
     else
         setImages(item, image / 2 * 2 + (IsWindowEnabled() ? 0 : 1));
 }
 
 int ACheckTree::setItemBitmap(HTREEITEM item, UINT id) {
-    if (GetChildItem(item)) {
+    if (hasChildren(item)) {
         setImages(item, I_IMAGECALLBACK);
         return 1;
     }
@@ -160,7 +160,7 @@ void drawSample(ADevice& device, const AReferItem* brushOrPen, const RECT& area)
 }  // namespace
 
 void ACheckTree::setItemSwatch(HTREEITEM item, const AReferItem* brushOrPen) {
-    if (GetChildItem(item)) return setImages(item, I_IMAGECALLBACK);
+    if (hasChildren(item)) return setImages(item, I_IMAGECALLBACK);
     Picture picture;
     if (brushOrPen) {
         picture.item.reset(const_cast<AReferItem*>(brushOrPen));
@@ -170,7 +170,7 @@ void ACheckTree::setItemSwatch(HTREEITEM item, const AReferItem* brushOrPen) {
 }
 
 void ACheckTree::setItemColor(HTREEITEM item, COLORREF color) {
-    if (GetChildItem(item)) return setImages(item, I_IMAGECALLBACK);
+    if (hasChildren(item)) return setImages(item, I_IMAGECALLBACK);
     addPicture(item, Picture{nullptr, true, color, nullptr});
 }
 

@@ -1,6 +1,6 @@
 #include "checktree/tree_index.h"
 
-#include <array>
+#include <algorithm>
 #include <functional>
 
 #include "checktree/check_values.h"
@@ -53,21 +53,22 @@ void TreeIndex::attach(HWND tree) {
 }
 
 void TreeIndex::forget() {
-    m_known = false;
+    m_contents.reset();
     m_dataKnown = false;
-    m_byText.clear();
-    m_nodes.clear();
     m_byData.clear();
 }
 
-void TreeIndex::learn() {
-    if (m_known) return;
+TreeIndex::Contents& TreeIndex::learn() {
+    if (m_contents) return *m_contents;
     forget();
-    m_known = true;
+    m_contents.emplace();
     forEachItem(m_tree, [this](HTREEITEM item) {
         inserted(item, parentOf(m_tree, item), textOf(m_tree, item));
         checkChanged(item, checkOfState(read(m_tree, item, TVIF_STATE).state));
     });
+    // A question on the way may have been answered by somebody who changed the items.
+    if (!m_contents) m_contents.emplace();
+    return *m_contents;
 }
 
 void TreeIndex::learnData() {
@@ -81,9 +82,9 @@ void TreeIndex::learnData() {
 }
 
 HTREEITEM TreeIndex::findChild(HTREEITEM parent, kzutil::WideView text) {
-    learn();
-    const auto found = m_byText.find(Child{parent, kzutil::WideString(text)});
-    return found == m_byText.end() ? nullptr : found->second;
+    const auto& byText = learn().byText;
+    const auto found = byText.find(Child{parent, text});
+    return found == byText.end() ? nullptr : found->second;
 }
 
 HTREEITEM TreeIndex::findData(ULONG_PTR data) {
@@ -96,34 +97,55 @@ int& TreeIndex::counterOf(Node& parent, int check, int& ignored) {
     return check == kChecked ? parent.checked : check == kUnchecked ? parent.unchecked : ignored;
 }
 
+const TreeIndex::Node& TreeIndex::nodeOf(HTREEITEM item) {
+    return learn().nodes[item];
+}
+
 bool TreeIndex::allChildrenAre(HTREEITEM parent, int check) {
-    learn();
-    Node& node = m_nodes[parent];
+    Node node = nodeOf(parent);
     int partly = node.children - node.checked - node.unchecked;
     return counterOf(node, check, partly) == node.children;
 }
 
+bool TreeIndex::hasChildren(HTREEITEM item) {
+    return nodeOf(item).children > 0;
+}
+
+int TreeIndex::checkOf(HTREEITEM item) {
+    return nodeOf(item).check;
+}
+
+// A copy that lives as long as the contents.
+kzutil::WideView TreeIndex::keep(kzutil::WideView text) {
+    if (text.empty()) return {};
+    auto* kept =
+        static_cast<WCHAR*>(m_contents->memory.allocate(text.size() * sizeof(WCHAR), alignof(WCHAR)));
+    std::copy(text.begin(), text.end(), kept);
+    return {kept, text.size()};
+}
+
 void TreeIndex::inserted(HTREEITEM item, HTREEITEM parent, kzutil::WideView text) {
     m_dataKnown = false;
-    if (!m_known) return;
-    const auto [node, isNew] = m_nodes.try_emplace(item);
+    if (!m_contents) return;
+    auto& nodes = m_contents->nodes;
+    const auto [node, isNew] = nodes.try_emplace(item);
     if (!isNew) return;  // somebody asked while it was inserted, so that it was learned with all the others
     node->second.parent = parent;
-    m_byText.emplace(Child{parent, kzutil::WideString(text)}, item);
-    Node& above = m_nodes[parent];
+    m_contents->byText.emplace(Child{parent, keep(text)}, item);
+    Node& above = nodes[parent];
     ++above.children;
     ++above.unchecked;
 }
 
 void TreeIndex::checkChanged(HTREEITEM item, int check) {
-    if (!m_known) return;
-    Node& node = m_nodes[item];
+    if (!m_contents) return;
+    Node& node = m_contents->nodes[item];
     if (node.check == check) return;
-    Node& above = m_nodes[node.parent];
+    Node& above = m_contents->nodes[node.parent];
     int ignored = 0;
     --counterOf(above, node.check, ignored);
     ++counterOf(above, check, ignored);
-    m_nodes[item].check = check;
+    node.check = check;
 }
 
 }  // namespace checktree

@@ -1,5 +1,5 @@
 // What a check tree needs to know of its items without asking each of them: the child of a text, the first
-// item of a data value, and whether all children of an item have one check value. A tree of a hundred
+// item of a data value, the check of an item, and which checks and children its children have. A tree of a hundred
 // thousand items stays linear to fill, to check and to read.
 //
 // The tree view holds the truth. The index is told of every change that the check tree makes itself, and
@@ -7,6 +7,8 @@
 // next asked.
 #pragma once
 
+#include <memory_resource>
+#include <optional>
 #include <unordered_map>
 
 #include "kzutil/utf.h"
@@ -26,6 +28,8 @@ public:
     HTREEITEM findData(ULONG_PTR data);
     // True when the item has children and all of them read the check value, or when it has none.
     bool allChildrenAre(HTREEITEM parent, int check);
+    bool hasChildren(HTREEITEM item);
+    int checkOf(HTREEITEM item);
 
     // What the check tree did.
     void inserted(HTREEITEM item, HTREEITEM parent, kzutil::WideView text);
@@ -35,7 +39,7 @@ public:
 private:
     struct Child {
         HTREEITEM parent;
-        kzutil::WideString text;
+        kzutil::WideView text;
         bool operator==(const Child&) const = default;
     };
     struct ChildHash {
@@ -48,16 +52,22 @@ private:
         int checked = 0;
         int unchecked = 0;
     };
+    // In one piece of memory, texts included: it is built once and forgotten as a whole.
+    struct Contents {
+        std::pmr::monotonic_buffer_resource memory;
+        std::pmr::unordered_map<Child, HTREEITEM, ChildHash> byText{&memory};
+        std::pmr::unordered_map<HTREEITEM, Node> nodes{&memory};
+    };
 
-    void learn();
+    Contents& learn();
     void learnData();
-    int& counterOf(Node& parent, int check, int& ignored);
+    const Node& nodeOf(HTREEITEM item);
+    kzutil::WideView keep(kzutil::WideView text);
+    static int& counterOf(Node& parent, int check, int& ignored);
 
     HWND m_tree = nullptr;
-    bool m_known = false;
+    std::optional<Contents> m_contents;  // none: not known
     bool m_dataKnown = false;
-    std::unordered_map<Child, HTREEITEM, ChildHash> m_byText;
-    std::unordered_map<HTREEITEM, Node> m_nodes;
     std::unordered_map<ULONG_PTR, HTREEITEM> m_byData;
 };
 

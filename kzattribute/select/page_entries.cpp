@@ -20,16 +20,18 @@ void PageEntries::catchUp() {
 void PageEntries::file(int place) {
     const ACondition& entry = *m_page.getCondition(place);
     const auto* fill = dynamic_cast<const AFillCondition*>(&entry);
-    const auto* object = dynamic_cast<const AObjectCondition*>(&entry);
+    const auto* object = fill ? nullptr : dynamic_cast<const AObjectCondition*>(&entry);
     const bool isSubKind = object && object->classifier;
     const bool isOneFill = fill && fill->brushItem;
     for (const AString& name : entry.getClassNames()) {
-        std::unique_ptr<ClassEntries>& slot = m_classes[kzutil::WideString(name.view())];
-        if (!slot) {
+        ClassEntries* found = findClass(name);
+        if (!found) {
+            std::unique_ptr<ClassEntries>& slot = m_classes[kzutil::WideString(name.view())];
             slot = std::make_unique<ClassEntries>();
+            found = slot.get();
             m_known.clear();  // classes without entries are known as such
         }
-        ClassEntries& of = *slot;
+        ClassEntries& of = *found;
         of.all.push_back(place);
         of.hasFills = of.hasFills || fill;
         of.hasSubKinds = of.hasSubKinds || isSubKind;
@@ -45,15 +47,22 @@ void PageEntries::file(int place) {
 // Two fills match when they are one, or when both are solid and their colours share a name.
 PageEntries::Places& PageEntries::fillEntries(ClassEntries& of, const ABrushItem& brush) {
     const AColorItem* color = colorOf(&brush);
-    return color ? of.colorFills[kzutil::WideString(color->getName().view())] : of.otherFills[&brush];
+    if (!color) return of.otherFills[&brush];
+    Places*& known = of.knownColors[color];
+    if (!known) known = &of.colorFills[kzutil::WideString(color->getName().view())];
+    return *known;
+}
+
+PageEntries::ClassEntries* PageEntries::findClass(const AString& name) const {
+    const auto found = m_classes.find(name.view());
+    return found == m_classes.end() ? nullptr : found->second.get();
 }
 
 PageEntries::ClassEntries* PageEntries::entriesOf(ARoot& item) {
     catchUp();
     const AString& name = item.getClassName();
     if (ClassEntries** known = m_known.find(&name)) return *known;
-    const auto found = m_classes.find(kzutil::WideString(name.view()));
-    return m_known[&name] = found == m_classes.end() ? nullptr : found->second.get();
+    return m_known[&name] = findClass(name);
 }
 
 // True when entries that answer alike do so for items of this kind, too, and when the order in which the

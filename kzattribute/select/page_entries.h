@@ -12,6 +12,7 @@
 // of a class and are left alone once they are marked; entries for one fill are found by that fill.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <unordered_map>
 
@@ -61,8 +62,9 @@ private:
         Places always;  // have to be asked for each item
         // Entries for one fill, by the name of its colour, or by the item itself when it is no colour.
         std::unordered_map<kzutil::WideString, Places> colorFills;
+        PointerTable<Places*> knownColors;  // of those, by colour item: its name has to be made
         std::unordered_map<const ABrushItem*, Places> otherFills;
-        PointerTable<FillState> fills;  // by brush item
+        PointerMap<FillState> fills;  // by brush item
         bool hasFills = false;
         bool hasSubKinds = false;
         Asked asked;
@@ -71,6 +73,7 @@ private:
     };
 
     void file(int place);
+    ClassEntries* findClass(const AString& name) const;
     ClassEntries* entriesOf(ARoot& item);
     Places& fillEntries(ClassEntries& of, const ABrushItem& brush);
     static bool isPlain(ClassEntries& of, ItemKind kind);
@@ -80,6 +83,6 @@ private:
     ACheckPageBase& m_page;
     int m_seen = 0;
     unsigned m_revision = 0;
-    std::unordered_map<kzutil::WideString, std::unique_ptr<ClassEntries>> m_classes;
+    std::map<kzutil::WideString, std::unique_ptr<ClassEntries>, std::less<>> m_classes;  // few
     PointerTable<ClassEntries*> m_known;  // by the address of the class's name
 };

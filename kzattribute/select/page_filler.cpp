@@ -98,41 +98,49 @@ void PageFiller::add(Page& page, ACondition* entry, bool selected) {
 }
 
 const AString& PageFiller::structureOf(const AString& className) {
-    std::unique_ptr<AString>& known = m_structures[&className];
+    std::optional<AString>& known = m_structures[&className];
     if (!known) {
-        known = std::make_unique<AString>();
+        known.emplace();
         if (AApplication* application = AApplication::GetApplication())
             application->getConfig().getClassDisplayStructure(className, *known, 1);
     }
     return *known;
 }
 
+// "Solid/RGB Color/red" for a solid fill.
+AItemPath PageFiller::pathOf(const AString& className, const AColorItem& color) {
+    std::optional<AItemPath>& group = m_groups[&className][&color.getClassName()];
+    if (!group) {
+        AItemPath made = withoutCategory(structureOf(className));
+        made.appendSegment(structureOf(color.getClassName()));
+        group = made;
+    }
+    AItemPath path(*group);
+    path.appendSegment(color.getName());
+    return path;
+}
+
 // Another entry of a colour that has one would find its way to that one, as paths, classes and what they are
 // about are the same, and mark what offering the item has marked already: it costs a serial, no more.
 void PageFiller::addFill(Page& page, ABrushItem& brush, bool selected, Known& known) {
     if (known.hasColor) return ACondition::consumeSerials();
+    if (const AColorItem* color = colorOf(&brush)) {
+        add(page, new AFillCondition(pathOf(brush.getClassName(), *color), &brush), selected);
+        known.hasColor = true;
+        return;
+    }
     auto entry = std::make_unique<AFillCondition>(AString(), nullptr);
     AItemPath path = withoutCategory(structureOf(brush.getClassName()));
-    const AColorItem* color = colorOf(&brush);
-    if (color) {
-        path.appendSegment(structureOf(color->getClassName()));
-        path.appendSegment(color->getName());
-    } else {
-        path.appendSegment(conditions::nameForEntry(brush, *entry));
-    }
+    path.appendSegment(conditions::nameForEntry(brush, *entry));
     entry->reset(path, &brush);
     add(page, entry.release(), selected);
-    known.hasColor = color != nullptr;
 }
 
 void PageFiller::addStroke(Page& page, APenItem& pen, bool selected, Known& known) {
     if (known.hasColor) return ACondition::consumeSerials();
     AColorItem* color = pen.getColorItem();
-    AItemPath path = withoutCategory(structureOf(pen.getClassName()));
-    path.appendSegment(structureOf(color->getClassName()));
-    path.appendSegment(color->getName());
-    auto entry = std::make_unique<AStrokeCondition>(path, pen.getClassName(), color);
-    add(page, entry.release(), selected);
+    const AItemPath path = pathOf(pen.getClassName(), *color);
+    add(page, new AStrokeCondition(path, pen.getClassName(), color), selected);
     known.hasColor = true;
 }
 

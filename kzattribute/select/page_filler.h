@@ -13,6 +13,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "kzcore/document/object.h"
@@ -56,15 +57,17 @@ private:
     void addStroke(Page& page, APenItem& pen, bool selected, Known& known);
     static void add(Page& page, ACondition* entry, bool selected);
     const AString& structureOf(const AString& className);
+    AItemPath pathOf(const AString& className, const AColorItem& color);
     template <class Kind>
     void markNoPaint(NoPaint& none, bool selected);
 
     std::vector<std::unique_ptr<Page>> m_pages;
     PointerTable<std::size_t> m_first;  // by class name: one more than the first page with entries for it
-    PointerTable<Known> m_objects;      // by class name
-    PointerTable<Known> m_fills;        // by brush item
-    PointerTable<Known> m_strokes;      // by pen item
-    PointerTable<std::unique_ptr<AString>> m_structures;  // by class name
+    PointerMap<Known> m_objects;        // by class name
+    PointerMap<Known> m_fills;          // by brush item
+    PointerMap<Known> m_strokes;        // by pen item
+    PointerMap<std::optional<AString>> m_structures;            // by class name
+    PointerMap<PointerMap<std::optional<AItemPath>>> m_groups;  // by the paint's class name, by its colour's
     NoPaint m_noFill;
     NoPaint m_noStroke;
 };

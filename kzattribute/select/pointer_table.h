@@ -5,9 +5,13 @@
 //     if (!std::exchange(seen[object], true)) …
 //
 // A reference to a value holds until the next value is made. Null is no key.
+//
+// PointerMap is the same for values of many bytes, or such as have to stay where they are: a table is at most
+// half full, and what it does not hold costs as much memory as what it does.
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <utility>
 #include <vector>
 
@@ -63,4 +67,27 @@ private:
 
     std::vector<Slot> m_slots = std::vector<Slot>(16);
     std::size_t m_used = 0;
+};
+
+template <class Value>
+class PointerMap {
+public:
+    // Null when the key is not there.
+    Value* find(const void* key) {
+        const std::uint32_t* number = m_numbers.find(key);
+        return number ? &m_values[*number - 1] : nullptr;
+    }
+    // Made when it is not there.
+    Value& operator[](const void* key) {
+        std::uint32_t& number = m_numbers[key];
+        if (number == 0) {
+            m_values.emplace_back();
+            number = static_cast<std::uint32_t>(m_values.size());
+        }
+        return m_values[number - 1];
+    }
+
+private:
+    PointerTable<std::uint32_t> m_numbers;  // from 1 on
+    std::deque<Value> m_values;
 };

@@ -67,6 +67,7 @@ void remove_window(Window& window) {
     for (HWND* place : {&desk().focus, &desk().active, &desk().capture})
         if (*place == window.handle) *place = nullptr;
     --window.window_class->windows;
+    desk().last_found = nullptr;
     desk().windows.erase(window.handle);
 }
 

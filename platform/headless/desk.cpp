@@ -24,18 +24,28 @@ Desk::Desk() {
     }
 }
 
-std::shared_ptr<Window> hold(HWND handle) {
-    auto found = desk().windows.find(handle);
-    if (found != desk().windows.end()) return found->second;
+namespace {
+
+// Null when there is no such window. Messages come in runs for one window, so the last one is remembered.
+const std::shared_ptr<Window>* look_up(HWND handle) {
+    Desk& all = desk();
+    if (all.last_found && (*all.last_found)->handle == handle) return all.last_found;
+    auto found = all.windows.find(handle);
+    if (found != all.windows.end()) return all.last_found = &found->second;
     SetLastError(ERROR_INVALID_WINDOW_HANDLE);
     return nullptr;
 }
 
+}  // namespace
+
+std::shared_ptr<Window> hold(HWND handle) {
+    const std::shared_ptr<Window>* found = look_up(handle);
+    return found ? *found : nullptr;
+}
+
 Window* find_window(HWND handle) {
-    auto found = desk().windows.find(handle);
-    if (found != desk().windows.end()) return found->second.get();
-    SetLastError(ERROR_INVALID_WINDOW_HANDLE);
-    return nullptr;
+    const std::shared_ptr<Window>* found = look_up(handle);
+    return found ? found->get() : nullptr;
 }
 
 bool is_within(HWND window, HWND ancestor) {

@@ -54,6 +54,7 @@ struct Desk {
     Desk();
 
     std::unordered_map<HWND, std::shared_ptr<Window>> windows;
+    const std::shared_ptr<Window>* last_found = nullptr;  // of windows
     std::vector<HWND> top_level;
     std::vector<std::shared_ptr<WindowClass>> classes;
     std::deque<MSG> queue;

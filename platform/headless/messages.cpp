@@ -13,8 +13,7 @@ LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT CallWindowProcW(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    std::shared_ptr<Window> target = hold(window);
-    return target && procedure ? procedure(window, message, wParam, lParam) : 0;
+    return find_window(window) && procedure ? procedure(window, message, wParam, lParam) : 0;
 }
 
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -153,13 +153,13 @@ TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
     } table[] = {
         {{},
          "a command is missing: it is one of info, tools, attributes, select, view, render, prefs, script, "
-         "serve (see kzdraw --help)"},
+         "serve, window (see kzdraw --help)"},
         {{"bogus"},
          "there is no command \"bogus\": it is one of info, tools, attributes, select, view, render, prefs, "
-         "script, serve (see kzdraw --help)"},
+         "script, serve, window (see kzdraw --help)"},
         {{""},
          "there is no command \"\": it is one of info, tools, attributes, select, view, render, prefs, "
-         "script, serve (see kzdraw --help)"},
+         "script, serve, window (see kzdraw --help)"},
         {{"--bogus"}, "there is no option \"--bogus\" (see kzdraw --help)"},
         {{"--json", "info", sea}, "there is no option \"--json\" (see kzdraw --help)"},
         {{"info"}, "FILE is required (see kzdraw info --help)"},

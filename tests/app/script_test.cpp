@@ -135,16 +135,18 @@ TEST_F(Script, TellsWhatIsWrongWithALine) {
         {"open", "S:1: usage: open FILE"},
         {"open ''", "S:1: the name of a file is empty"},
         {"open a b", "S:1: usage: open FILE"},
-        {"select", "S:1: usage: select ID... | select none"},
+        {"select", "S:1: usage: select ID... | select none | select all"},
         {"select none hull", "S:1: there is no object \"none\""},
-        {"save", "S:1: usage: save FILE"},
+        {"save", "S:1: usage: save FILE [shown]"},
         {"save ''", "S:1: the name of a file is empty"},
-        {"save a b", "S:1: usage: save FILE"},
-        {"render", "S:1: usage: render FILE [WIDTHxHEIGHT]"},
+        {"save a b", "S:1: usage: save FILE [shown]"},
+        {"render", "S:1: usage: render FILE [WIDTHxHEIGHT [X,Y,WIDTH,HEIGHT]]"},
         {"render a.gif", "S:1: a.gif: a picture is a PNG file, its name ends in .png"},
         {"render a.png 0x0", "S:1: \"0x0\" is no size: a side has at least one pixel"},
         {"render a.png big", "S:1: \"big\" is no size: it is WIDTHxHEIGHT or WIDTH, in pixels"},
-        {"render a.png 1 1", "S:1: usage: render FILE [WIDTHxHEIGHT]"},
+        {"render a.png 1 1", "S:1: \"1\" is no area: it is X,Y,WIDTH,HEIGHT, in user units"},
+        {"render a.png 1 1,1,1,1 1", "S:1: usage: render FILE [WIDTHxHEIGHT [X,Y,WIDTH,HEIGHT]]"},
+        {"layer Sea", "S:1: usage: layer NAME hide | show | lock | unlock"},
         {"undo 2", "S:1: usage: undo"},
         {"redo 2", "S:1: usage: redo"},
         {"print", "S:1: usage: print WHAT: kzdraw script --help lists what can be printed"},
@@ -175,9 +177,10 @@ TEST_F(Script, TellsWhatIsWrongWithALine) {
 }
 
 TEST_F(Script, NeedsADrawingForMostThings) {
-    for (const char* line : {"select hull", "select none", "undo", "redo", "print selection", "print objects",
-                             "print filter", "print visible", "save a.svg", "render a.png",
-                             "tool ASelectSimilarTool", "tool AShowThisTool color:red"})
+    for (const char* line :
+         {"select hull", "select none", "select all", "layer Sea hide", "undo", "redo", "print selection",
+          "print objects", "print filter", "print visible", "save a.svg", "render a.png",
+          "tool ASelectSimilarTool", "tool AShowThisTool color:red"})
         EXPECT_EQ(failureOf(line), "S:1: no drawing is open") << line;
     EXPECT_EQ(failureOf("print tools\nprint messages"), "");
 }

@@ -106,6 +106,33 @@ TEST_F(CheckTreeIndex, CollapsingAndResettingAGroupTakesItsItemsAway) {
     EXPECT_EQ(tree.getCheck(at("G")), 3) << "no child is left that says otherwise";
 }
 
+// Paths that follow each other mostly share their groups, which are then not looked for again.
+TEST_F(CheckTreeIndex, GroupsThatChangedBetweenTwoPathsAreLookedForAnew) {
+    insert("G/H/x", 1);
+    tree.DeleteItem(at("G"));
+    insert("G/H/y", 2);
+    EXPECT_EQ(tree.findItemByData(2), at("G/H/y")) << "below a group of its own";
+    std::u16string other = u"I";
+    TVITEMW renamed{};
+    renamed.mask = TVIF_HANDLE | TVIF_TEXT;
+    renamed.hItem = at("G/H");
+    renamed.pszText = reinterpret_cast<WCHAR*>(other.data());
+    tree.SetItem(&renamed);
+    insert("G/H/z", 3);
+    EXPECT_NE(tree.GetParentItem(tree.findItemByData(3)), tree.GetParentItem(tree.findItemByData(2)));
+    insert("G/I/z", 4);
+    EXPECT_EQ(tree.GetParentItem(tree.findItemByData(4)), tree.GetParentItem(tree.findItemByData(2)));
+}
+
+TEST_F(CheckTreeIndex, AnotherWindowHasGroupsOfItsOwn) {
+    insert("G/x", 1);
+    tree.DestroyWindow();
+    ASSERT_TRUE(tree.SubclassWindow(window({})));
+    insert("G/y", 2);
+    EXPECT_EQ(tree.GetParentItem(tree.findItemByData(2)), tree.GetRootItem());
+    EXPECT_EQ(tree.GetNextSiblingItem(tree.GetChildItem(tree.GetRootItem())), nullptr);
+}
+
 TEST_F(CheckTreeIndex, AfterSortingTheFirstItemIsTheFirstOfTheNewOrder) {
     insert("B", 7);
     insert("A", 7);

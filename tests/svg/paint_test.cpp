@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PaintCase{"<rect id='a' fill='hsla(0,100%,25%,1)'/>", "maroon"},
                     PaintCase{"<rect id='a' fill='hsl(0.5turn,100%,50%)'/>", "cyan"},
                     PaintCase{"<rect id='a' fill='rgb(1,2)'/>", "black"},
-                    PaintCase{"<rect id='a' fill='rgb(1,2,3'/>", "black"},
+                    PaintCase{"<rect id='a' fill='rgb(1,2,3'/>", "#010203"},
                     PaintCase{"<rect id='a' fill='#cd853f icc-color(x, 1, 2)'/>", "peru"},
                     PaintCase{"<rect id='a' fill='device-cmyk(0, 1, 1, 0)'/>", "CMYK red"},
                     PaintCase{"<rect id='a' fill='device-cmyk(0% 100% 100% 0%)'/>", "CMYK red"},

@@ -1,5 +1,6 @@
 #include "formats/svg/draw/clip.h"
 
+#include <memory>
 #include <unordered_map>
 
 #include "formats/svg/draw/compositing.h"
@@ -7,6 +8,7 @@
 #include "formats/svg/draw/mask.h"
 #include "formats/svg/draw/shapes.h"
 #include "formats/svg/draw/text/text.h"
+#include "formats/svg/tree/switch_case.h"
 
 namespace svg {
 
@@ -15,28 +17,52 @@ namespace {
 // More shapes than this are not compared with each other but painted.
 constexpr std::size_t kMostJoined = 64;
 
-// Calls use(element, kind) for every shape and text of a clip path, those behind "use" included.
+// A "use" in a clip path that has a clip path itself; it cuts what it repeats.
+struct ClippedUse {
+    pugi::xml_node node;
+    AttributeSet attributes;
+    Style style;
+    UserSpace space;
+};
+
+// Calls use(element, kind, uses) for every shape and text of a clip path, those behind "use" included. `uses`: those
+// around it that are cut, the outermost first.
 template <class Use>
 void forEachClipShape(DrawContext& context, const Style& style, const UserSpace& space,
                       pugi::xml_node clipPath, Use use) {
     AttributeSet attributes;
     Style room;
+    std::vector<std::unique_ptr<ClippedUse>> uses;
     const auto visitOne = [&](pugi::xml_node node, Element element, const Style& around,
                               const UserSpace& outer, const auto& next) -> void {
         if (!context.spend(1)) return;
         attributes.read(node);
         const Style own = context.styleOf(node, attributes, around, outer, room);
-        if (!own.displayed) return;
+        if (!own.displayed || !isWanted(attributes)) return;
+        if (hasOwnTransform(own)) {
+            const DrawnElement drawn{node, attributes, own, outer};
+            readTransform(attributes, own, outer, [&] { return context.boundsOf(drawn); });
+        }
         const UserSpace inner = enter(outer, element, attributes);
         if (element != Element::use) {
-            if (own.visible) use(DrawnElement{node, attributes, own, inner}, element);
+            if (own.visible) use(DrawnElement{node, attributes, own, inner}, element, uses);
             return;
         }
         const pugi::xml_node target = useTarget(context, node);
         const Element kind = kindOf(target);
         if (!isShape(kind) && kind != Element::text) return;
         const DrawContext::Visit visit(context, target);
-        if (visit) next(target, kind, own, inner, next);
+        if (!visit) return;
+        const bool clips = !own.own.clipPath.empty();
+        if (clips) {
+            UserSpace before = outer;
+            before.toDrawing = before.toDrawing * ownTransform(attributes);
+            Style clipped;
+            clipped.own.clipPath = own.own.clipPath;
+            uses.push_back(std::make_unique<ClippedUse>(ClippedUse{node, attributes, clipped, before}));
+        }
+        next(target, kind, own, inner, next);
+        if (clips) uses.pop_back();
     };
     for (const pugi::xml_node child : clipPath.children()) {
         const Element element = kindOf(child);
@@ -79,7 +105,7 @@ ClipOutline outlineOf(DrawContext& context, pugi::xml_node clipPath, double widt
     APath one;
     APath placed;
     forEachClipShape(context, context.styleAt(clipPath), space, clipPath,
-                     [&](const DrawnElement& element, Element kind) {
+                     [&](const DrawnElement& element, Element kind, const auto& uses) {
                          if (!result.simple) return;
                          one.clear();
                          appendOutline(context, element, kind, one);
@@ -87,7 +113,8 @@ ClipOutline outlineOf(DrawContext& context, pugi::xml_node clipPath, double widt
                          placed.clear();
                          placed.append(one, element.space.toDrawing);
                          const AFRect box = placed.bounds();
-                         result.simple = element.style.own.clipPath.empty() && boxes.size() < kMostJoined &&
+                         result.simple = element.style.own.clipPath.empty() && uses.empty() &&
+                                         boxes.size() < kMostJoined &&
                                          (boxes.empty() || result.rule == element.style.clipRule);
                          // Where outlines overlap, they could take each other away.
                          for (const AFRect& other : boxes) result.simple &= !overlap(box, other);
@@ -99,10 +126,13 @@ ClipOutline outlineOf(DrawContext& context, pugi::xml_node clipPath, double widt
 }
 
 // From the content of a clip path to the user space of what it cuts; false when there is no such thing.
-bool contentSpace(pugi::xml_node clipPath, const UserSpace& space, BoundingBox& box, UserSpace& content) {
+bool contentSpace(pugi::xml_node clipPath, const Style& style, const UserSpace& space, BoundingBox& box,
+                  UserSpace& content) {
     content = space;
-    const std::string_view transform = textOf(clipPath, "transform");
-    if (!transform.empty()) content.toDrawing = content.toDrawing * parseTransform(transform);
+    AttributeSet attributes;
+    attributes.read(clipPath);
+    if (hasOwnTransform(style)) readTransform(attributes, style, space, [&] { return box.get(); });
+    content.toDrawing = content.toDrawing * ownTransform(attributes);
     if (textOf(clipPath, "clipPathUnits") != "objectBoundingBox") return true;
     AAffine units;
     if (!boxUnits(box.get(), units)) return false;
@@ -127,6 +157,46 @@ const ClipOutline& cachedOutline(DrawContext& context, pugi::xml_node clipPath, 
     return outline;
 }
 
+// Paints a shape of a clip path, cut by its own clip path and those of the uses around it.
+void paintClipShape(DrawContext& context, const DrawnElement& shape, Element kind,
+                    const std::vector<std::unique_ptr<ClippedUse>>& uses) {
+    APath outline;
+    appendOutline(context, shape, kind, outline);
+    if (outline.empty()) return;
+    std::vector<std::unique_ptr<Compositing>> around;
+    AAffine shift;
+    const auto begin = [&](const DrawnElement& element, BoundingBox& box) {
+        around.push_back(std::make_unique<Compositing>(context));
+        if (!around.back()->begin(element, box, nullptr, 1)) return false;
+        shift = around.back()->shift() * shift;
+        context.touch(context.clipBounds());
+        return true;
+    };
+    const auto shifted = [&](UserSpace space) {
+        space.toDrawing = shift * space.toDrawing;
+        return space;
+    };
+    bool seen = true;
+    for (std::size_t i = 0; seen && i < uses.size(); ++i) {
+        const UserSpace space = shifted(uses[i]->space);
+        const DrawnElement element{uses[i]->node, uses[i]->attributes, uses[i]->style, space};
+        BoundingBox box(context, element);
+        seen = begin(element, box);
+    }
+    if (seen) {
+        // Only the shape's own clip path counts here.
+        Style style;
+        style.own.clipPath = shape.style.own.clipPath;
+        const UserSpace space = shifted(shape.space);
+        BoundingBox box(outline);
+        seen = begin({shape.node, shape.attributes, style, space}, box);
+        if (seen) context.fill(outline, around.back()->space().toDrawing, APaint{}, shape.style.clipRule);
+    }
+    // One that was begun in vain has no end.
+    if (!seen) around.pop_back();
+    for (; !around.empty(); around.pop_back()) around.back()->end();
+}
+
 }  // namespace
 
 bool pushClipPath(DrawContext& context, std::string_view text, const UserSpace& space, BoundingBox& box,
@@ -136,9 +206,9 @@ bool pushClipPath(DrawContext& context, std::string_view text, const UserSpace& 
     const DrawContext::Visit visit(context, clipPath);
     if (!visit) return true;
     UserSpace content;
-    if (!contentSpace(clipPath, space, box, content)) return false;
-    // A clip path may be cut by another one, in the same user space.
     const Style style = context.styleAt(clipPath);
+    if (!contentSpace(clipPath, style, space, box, content)) return false;
+    // A clip path may be cut by another one, in the same user space.
     if (!style.own.clipPath.empty() &&
         !pushClipPath(context, style.own.clipPath, space, box, pushed, complex))
         return false;
@@ -167,26 +237,13 @@ void clipImage(DrawContext& context, pugi::xml_node clipPath, const UserSpace& s
     const DrawContext::Visit visit(context, clipPath);
     UserSpace content;
     BoundingBox known(box);
-    if (visit && contentSpace(clipPath, space, known, content)) {
+    const Style style = context.styleAt(clipPath);
+    if (visit && contentSpace(clipPath, style, space, known, content)) {
         ACanvas canvas(pixelsOf(coverage));
         const DrawContext::OnCanvas on(context, canvas);
-        APath outline;
-        forEachClipShape(context, context.styleAt(clipPath), content, clipPath,
-                         [&](const DrawnElement& element, Element kind) {
-                             outline.clear();
-                             appendOutline(context, element, kind, outline);
-                             if (outline.empty()) return;
-                             // Only the shape's own clip path counts here.
-                             Style style;
-                             style.own.clipPath = element.style.own.clipPath;
-                             BoundingBox own(outline);
-                             Compositing compositing(context);
-                             if (!compositing.begin({element.node, element.attributes, style, element.space},
-                                                    own, nullptr, 1))
-                                 return;
-                             context.fill(outline, compositing.space().toDrawing, APaint{},
-                                          element.style.clipRule);
-                             compositing.end();
+        forEachClipShape(context, style, content, clipPath,
+                         [&](const DrawnElement& element, Element kind, const auto& uses) {
+                             paintClipShape(context, element, kind, uses);
                          });
     }
     multiplyByAlpha(image, coverage);

@@ -1,6 +1,7 @@
 #include "formats/svg/draw/compositing.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "formats/svg/draw/clip.h"
@@ -89,13 +90,29 @@ bool Compositing::begin(const DrawnElement& element, BoundingBox& box, const REC
     if (m_context.recorder()) return beginRecording(element, box);
     if (!style.own.filter.empty()) {
         m_box = box.get();
-        m_filtered = m_filter.read(m_context, {style.own.filter, m_box, element.space, style});
+        findTurn(element.space);
+        const UserSpace& space = m_turn ? m_turn->space : element.space;
+        m_filtered = m_filter.read(m_context, {style.own.filter, m_box, space, style});
+        if (!m_filtered) m_turn.reset();
     }
     const bool needsImage = opacity < 1 || m_mask || m_filtered || !m_clipPaths.empty() ||
                             style.own.blend != EBlend::normal || isolates(m_context, element);
     if (needsImage ? beginImage(element, box, reach) : !isEmpty(m_context.clipBounds())) return true;
     popClips();
     return false;
+}
+
+void Compositing::findTurn(const UserSpace& space) {
+    const AAffine& t = space.toDrawing;
+    constexpr double kHair = 1e-9;
+    const AAffine upright = AAffine::scaling(std::hypot(t.a, t.b), std::hypot(t.c, t.d));
+    const std::optional<AAffine> flat = upright.inverse();
+    if (!flat || std::fabs(t.b) + std::fabs(t.c) <= kHair * (upright.a + upright.d)) return;
+    const AAffine toPixels = t * *flat;
+    const std::optional<AAffine> back = toPixels.inverse();
+    if (!back || !toPixels.isFinite() || !back->isFinite()) return;
+    m_turn = {toPixels, *back, space};
+    m_turn->space.toDrawing = upright;
 }
 
 void Compositing::findMask(std::string_view property) {
@@ -126,12 +143,19 @@ bool Compositing::beginRecording(const DrawnElement& element, BoundingBox& box) 
 
 bool Compositing::beginImage(const DrawnElement& element, BoundingBox& box, const RECT* reach) {
     RECT area = m_context.clipBounds();
+    if (isEmpty(area)) return false;
+    const UserSpace& space = m_turn ? m_turn->space : element.space;
+    if (m_turn) {
+        const AFRect seen{static_cast<double>(area.left), static_cast<double>(area.top),
+                          static_cast<double>(area.right), static_cast<double>(area.bottom)};
+        area = pixelsAround(rectBounds(m_turn->back, seen), 1);
+    }
     if (reach && !m_filtered) area = intersection(area, *reach);
     if (m_mask) {
         AFRect region;
         if (maskNeedsBox(m_mask)) m_box = box.get();
-        if (!maskRegion(m_context, m_mask, element.space, m_box, region)) return false;
-        area = intersection(area, pixelsAround(rectBounds(element.space.toDrawing, region), 1));
+        if (!maskRegion(m_context, m_mask, space, m_box, region)) return false;
+        area = intersection(area, pixelsAround(rectBounds(space.toDrawing, region), 1));
     }
     if (!m_clipPaths.empty()) m_box = box.get();
     if (isEmpty(area)) return false;
@@ -151,7 +175,7 @@ bool Compositing::beginImage(const DrawnElement& element, BoundingBox& box, cons
     m_canvas = std::make_unique<ACanvas>(pixelsOf(m_image));
     m_area = area;
     m_space.toDrawing = shift() * m_space.toDrawing;
-    m_on.emplace(m_context, *m_canvas);
+    m_on.emplace(m_context, *m_canvas, shift());
     return true;
 }
 
@@ -176,10 +200,14 @@ void Compositing::compose(const RECT& touched) {
     if (m_mask) maskImage(m_context, m_mask, m_space, m_box, m_image);
     const RECT outside{touched.left + m_area.left, touched.top + m_area.top, touched.right + m_area.left,
                        touched.bottom + m_area.top};
-    m_context.touch(outside);
-    const AAffine place = AAffine::translation(outside.left, outside.top);
+    AAffine place = AAffine::translation(outside.left, outside.top);
+    if (m_turn) place = m_turn->toPixels * place;
+    const AFRect size{0, 0, static_cast<double>(outside.right - outside.left),
+                      static_cast<double>(outside.bottom - outside.top)};
+    m_context.touch(m_turn ? pixelsAround(rectBounds(place, size), 1) : outside);
     const bool whole = isEqual(touched, {0, 0, m_image.width(), m_image.height()});
-    m_context.drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, false, m_blend);
+    m_context.drawImage(whole ? m_image : partOf(m_image, touched), place, m_opacity, m_turn.has_value(),
+                        m_blend);
 }
 
 }  // namespace svg

@@ -34,7 +34,10 @@ public:
     // The element's user space, to the pixels of what is drawn on inside.
     const UserSpace& space() const { return m_space; }
     // From the pixels outside to those inside.
-    AAffine shift() const { return AAffine::translation(-m_area.left, -m_area.top); }
+    AAffine shift() const {
+        const AAffine shift = AAffine::translation(-m_area.left, -m_area.top);
+        return m_turn ? shift * m_turn->back : shift;
+    }
     void end();
 
 private:
@@ -45,8 +48,16 @@ private:
     void compose(const RECT& touched);
     void popClips();
 
+    // A filter works along the axes of the element: its image is upright there, and turned when it is drawn.
+    struct Turn {
+        AAffine toPixels, back;
+        UserSpace space;  // the element's, to the upright pixels
+    };
+    void findTurn(const UserSpace& space);
+
     DrawContext& m_context;
     UserSpace m_space;
+    std::optional<Turn> m_turn;
     EBlend m_blend = EBlend::normal;
     AFRect m_box;                             // where mask, clip paths or filter need it
     RECT m_area{0, 0, 0, 0};                  // of the image on the canvas outside

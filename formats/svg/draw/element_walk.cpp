@@ -32,11 +32,12 @@ UserSpace rootSpace(const UserSpace& content, const AttributeSet& root) {
 
 ElementWalk::ElementWalk(DrawContext& context, const Style& style, const UserSpace& space)
     : m_context(context) {
-    m_levels.push_back({style, space, 0, nullptr});
+    m_levels.push_back({style, space, 0, nullptr, nullptr});
 }
 
 ElementWalk::~ElementWalk() {
     while (!m_levels.empty()) {  // more than one only when an exception passes
+        if (m_levels.back().paint) m_context.setContextPaint(m_levels.back().paint->outer);
         for (; m_levels.back().clips > 0; --m_levels.back().clips) m_context.popClip();
         m_levels.pop_back();
     }
@@ -45,16 +46,18 @@ ElementWalk::~ElementWalk() {
 bool ElementWalk::open(pugi::xml_node container, Element element, Display display) {
     const Level& outer = m_levels.back();
     m_attributes.read(container);
-    Level level{m_context.styleOf(container, m_attributes, outer.style, outer.space, m_room),
-                enter(outer.space, element, m_attributes), 0, nullptr};
+    Level level{m_context.styleOf(container, m_attributes, outer.style, outer.space, m_room), outer.space, 0,
+                nullptr, nullptr};
     Style& style = level.style;
     if (display == Display::ofModel) style.displayed = outer.style.displayed;
-    if (!style.displayed) return false;
+    if (!style.displayed || !isWanted(m_attributes)) return false;
+    if (isViewport(element) && isEmptyViewBox(m_attributes.get(Attribute::viewBox))) return false;
+    readOwnTransform(container, style);
+    level.space = enter(outer.space, element, m_attributes);
     AAffine shift;
     if (Compositing::isNeeded(style)) {
         UserSpace own = outer.space;
-        if (m_attributes.has(Attribute::transform))
-            own.toDrawing = own.toDrawing * parseTransform(m_attributes.get(Attribute::transform));
+        own.toDrawing = own.toDrawing * ownTransform(m_attributes);
         const DrawnElement drawn{container, m_attributes, style, own};
         BoundingBox box(m_context, drawn);
         level.compositing = std::make_unique<Compositing>(m_context);
@@ -74,16 +77,26 @@ bool ElementWalk::open(pugi::xml_node container, Element element, Display displa
         level.clips = 1;
     }
     m_levels.push_back(std::move(level));
+    if (element == Element::use && m_context.usesContextPaint()) lendPaint(container);
     return true;
 }
 
 void ElementWalk::openAround(pugi::xml_node container, Element element) {
     const Level& outer = m_levels.back();
     m_attributes.read(container);
-    Level level{m_context.styleOf(container, m_attributes, outer.style, outer.space, m_room),
-                enter(outer.space, element, m_attributes), 0, nullptr};
+    Level level{m_context.styleOf(container, m_attributes, outer.style, outer.space, m_room), outer.space, 0,
+                nullptr, nullptr};
+    readOwnTransform(container, level.style);
+    level.space = enter(outer.space, element, m_attributes);
     level.style.displayed = outer.style.displayed;
     m_levels.push_back(std::move(level));
+    if (element == Element::use && m_context.usesContextPaint()) lendPaint(container);
+}
+
+void ElementWalk::readOwnTransform(pugi::xml_node node, const Style& style) {
+    if (!hasOwnTransform(style)) return;
+    const DrawnElement drawn{node, m_attributes, style, space()};
+    readTransform(m_attributes, style, space(), [&] { return m_context.boundsOf(drawn); });
 }
 
 bool ElementWalk::beginRoot(pugi::xml_node root) {
@@ -92,8 +105,10 @@ bool ElementWalk::beginRoot(pugi::xml_node root) {
     // The paper does not belong to the drawing, so the root's content blends with a transparent ground.
     style.own.blend = EBlend::normal;
     style.own.isolated = m_context.blends();
-    if (!root || !Compositing::isNeeded(style)) return true;
+    if (!root) return true;
     m_attributes.read(root);
+    if (style.own.background.kind != PaintKind::none) paintBackground(style, m_attributes);
+    if (!Compositing::isNeeded(style)) return true;
     const UserSpace own = rootSpace(level.space, m_attributes);
     const DrawnElement drawn{root, m_attributes, style, own};
     BoundingBox box(m_context, drawn);
@@ -103,14 +118,42 @@ bool ElementWalk::beginRoot(pugi::xml_node root) {
     return true;
 }
 
+// The root's background lies under the whole page, whatever effects the root has.
+void ElementWalk::paintBackground(const Style& style, const AttributeSet& root) {
+    const Paint& color = style.own.background;
+    const UserSpace own = rootSpace(m_levels.back().space, root);
+    const std::uint32_t rgb = color.kind == PaintKind::currentColor ? style.color : color.rgb;
+    const double opacity = color.kind == PaintKind::rgb ? color.alpha / 255.0 : 1;
+    const AFRect page{0, 0, own.width, own.height};
+    m_context.touch(pixelsAround(rectBounds(own.toDrawing, page), 1));
+    m_context.fill(APath::rectangle(page), own.toDrawing,
+                   {AColor(RGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff), opacity)}, EFillRule::nonZero);
+}
+
 void ElementWalk::openPlain() {
-    m_levels.push_back({style(), space(), 0, nullptr});
+    m_levels.push_back({style(), space(), 0, nullptr, nullptr});
+}
+
+// What a "use" is painted with, for what it repeats. It is open.
+void ElementWalk::lendPaint(pugi::xml_node use) {
+    Level& level = m_levels.back();
+    level.paint = std::make_unique<ContextPaint>();
+    ContextPaint& paint = *level.paint;
+    paint.style = level.style;
+    paint.space = level.space;
+    paint.place = m_context.place();
+    paint.outer = m_context.contextPaint();
+    const DrawnElement drawn{use, m_attributes, level.style, level.space};
+    if (level.style.fill.kind == PaintKind::reference || level.style.stroke.kind == PaintKind::reference)
+        paint.box = m_context.boundsOf(drawn);
+    m_context.setContextPaint(&paint);
 }
 
 void ElementWalk::close() {
     Level& level = m_levels.back();
     for (; level.clips > 0; --level.clips) m_context.popClip();
     if (level.compositing) level.compositing->end();
+    if (level.paint) m_context.setContextPaint(level.paint->outer);
     m_levels.pop_back();
 }
 
@@ -168,14 +211,16 @@ void ElementWalk::enterContainer(pugi::xml_node node, Element element) {
 void ElementWalk::paintLeaf(pugi::xml_node node, Element element, const PaintSource& source) {
     m_attributes.read(node);
     const Style& own = m_context.styleOf(node, m_attributes, style(), space(), m_room);
-    // Of an object, the model knows whether it shows.
-    if (!source.object && !(own.displayed && own.visible)) return;
+    // Of an object, the model knows whether it shows. What a filter makes of nothing shows in any case.
+    const bool seen = own.visible || !own.own.filter.empty();
+    if (!source.object && !(own.displayed && seen && isWanted(m_attributes))) return;
+    readOwnTransform(node, own);
     if (!m_attributes.has(Attribute::transform)) {
         paintDrawn({node, m_attributes, own, space()}, element, source);
         return;
     }
     UserSpace moved = space();
-    moved.toDrawing = moved.toDrawing * parseTransform(m_attributes.get(Attribute::transform));
+    moved.toDrawing = moved.toDrawing * ownTransform(m_attributes);
     paintDrawn({node, m_attributes, own, moved}, element, source);
 }
 

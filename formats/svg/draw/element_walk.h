@@ -50,6 +50,7 @@ private:
         UserSpace space;
         int clips = 0;
         std::unique_ptr<Compositing> compositing;
+        std::unique_ptr<ContextPaint> paint;  // of a "use" for what it repeats
     };
     struct Frame {
         pugi::xml_node next;
@@ -60,6 +61,9 @@ private:
 
     void run(const PaintSource& source);
     void step(pugi::xml_node node, bool inUse, const PaintSource& source);
+    void readOwnTransform(pugi::xml_node node, const Style& style);
+    void lendPaint(pugi::xml_node use);
+    void paintBackground(const Style& style, const AttributeSet& root);
     void enterContainer(pugi::xml_node node, Element element);
     void paintLeaf(pugi::xml_node node, Element element, const PaintSource& source);
     void paintDrawn(const DrawnElement& drawn, Element element, const PaintSource& source);
@@ -70,7 +74,9 @@ private:
     };
     void paintParts(const DrawnElement& shape, Element element, const PaintSource& source, const Parts& parts,
                     BoundingBox& box);
-    void stroke(const APath& outline, const Style& style, const UserSpace& space, const APaint& paint);
+    static double dashScale(const APath& outline, const DrawnElement& shape);
+    void stroke(const APath& outline, const Style& style, const UserSpace& space, const APaint& paint,
+                double dashScale = 1);
     void paintText(const DrawnElement& text, const PaintSource& source);
     void paintPieces(const DrawnElement& text, const PaintSource& source, const AFRect& box, double opacity);
     void paintPicture(const DrawnElement& image);

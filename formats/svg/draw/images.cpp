@@ -1,10 +1,13 @@
-// An SVG drawing in a data URI draws nothing: it would be a second document with limits of its own.
+// An SVG drawing in a data URI is drawn from the budgets of the picture that it stands in; one within such a drawing
+// is not drawn.
 #include "formats/svg/draw/images.h"
 
 #include <algorithm>
 #include <list>
-#include <optional>
+#include <memory>
 
+#include "formats/svg/draw/context/pixel_area.h"
+#include "formats/svg/draw/inner_drawing.h"
 #include "formats/svg/values/base64.h"
 #include "formats/svg/values/text_scan.h"
 
@@ -17,17 +20,23 @@ constexpr double kLeastScale = 1e-9;
 
 // Decoded images, the last used one first. A data URI is found by its address: attributes stay where they are
 // as long as the tree.
+struct Picture {
+    AImage image;
+    std::unique_ptr<InnerDrawing> drawing;  // instead of the image
+};
+
 struct ImageCache : DrawCache {
     struct Entry {
         const char* uri;
-        AImage image;
+        Picture picture;
     };
     std::list<Entry> images;
     std::size_t bytes = 0;
 };
 
-std::size_t bytesOf(const AImage& image) {
-    return image.pixels().size() * sizeof(std::uint32_t);
+std::size_t bytesOf(const Picture& picture) {
+    return picture.image.pixels().size() * sizeof(std::uint32_t) +
+           (picture.drawing ? picture.drawing->bytes() : 0);
 }
 
 int hexDigit(char c) {
@@ -76,39 +85,63 @@ std::vector<unsigned char> decodeBase64(std::string_view text) {
     return bytes;
 }
 
-// Empty for what is not an embedded picture: files are never opened, wherever a drawing points.
-AImage decodeUri(std::string_view uri) {
+// The bytes of an embedded picture. Empty for anything else: files are never opened, wherever a drawing points.
+std::vector<unsigned char> decodeUri(std::string_view uri) {
     uri = trimFront(uri);
     const std::size_t comma = uri.find(',');
     if (!startsWithNoCase(uri, "data:") || comma == uri.npos) return {};
-    const std::string_view head = uri.substr(0, comma);
+    const std::string_view head = trim(uri.substr(0, comma));
     const std::string_view body = uri.substr(comma + 1);
-    constexpr std::string_view kBase64 = ";base64";
+    constexpr std::string_view kBase64 = "base64";
     const bool base64 =
         head.size() > kBase64.size() && equalsNoCase(head.substr(head.size() - kBase64.size()), kBase64);
-    return decodeImage(base64 ? decodeBase64(body) : decodePercent(body));
+    return base64 ? decodeBase64(body) : decodePercent(body);
 }
 
-const AImage& cachedImage(DrawContext& context, std::string_view uri) {
+bool isDrawing(const std::vector<unsigned char>& bytes) {
+    constexpr std::string_view kBefore("\0\xEF\xBB\xBF\xFE\xFF \t\r\n", 10);
+    const auto first = std::find_if(bytes.begin(), bytes.end(), [&](unsigned char c) {
+        return kBefore.find(static_cast<char>(c)) == kBefore.npos;
+    });
+    return first != bytes.end() && *first == '<';
+}
+
+Picture decode(std::string_view uri) {
+    const std::vector<unsigned char> bytes = decodeUri(uri);
+    Picture picture;
+    if (isDrawing(bytes)) {
+        picture.drawing = InnerDrawing::read({bytes.begin(), bytes.end()});
+    } else {
+        picture.image = decodeImage(bytes);
+    }
+    return picture;
+}
+
+const Picture& cachedPicture(DrawContext& context, std::string_view uri) {
     auto& cache = context.cache<ImageCache>(CacheOf::images);
     const auto found = std::find_if(cache.images.begin(), cache.images.end(),
                                     [&](const ImageCache::Entry& entry) { return entry.uri == uri.data(); });
     if (found != cache.images.end()) {
         cache.images.splice(cache.images.begin(), cache.images, found);
-        return found->image;
+        return found->picture;
     }
-    cache.images.push_front({uri.data(), decodeUri(uri)});
-    cache.bytes += bytesOf(cache.images.front().image);
+    cache.images.push_front({uri.data(), decode(uri)});
+    cache.bytes += bytesOf(cache.images.front().picture);
     constexpr std::size_t kMostImages = 1024;
     while ((cache.bytes > kMostImageBytes || cache.images.size() > kMostImages) && cache.images.size() > 1) {
-        cache.bytes -= bytesOf(cache.images.back().image);
+        cache.bytes -= bytesOf(cache.images.back().picture);
         cache.images.pop_back();
     }
-    return cache.images.front().image;
+    return cache.images.front().picture;
 }
 
-// Width and height as written; one that is missing follows the image.
-AFRect viewportOf(const DrawnElement& element, const AImage& image) {
+AFPoint sizeOf(const Picture& picture) {
+    if (picture.drawing) return picture.drawing->size();
+    return {static_cast<double>(picture.image.width()), static_cast<double>(picture.image.height())};
+}
+
+// Width and height as written; one that is missing follows the picture.
+AFRect viewportOf(const DrawnElement& element, AFPoint size) {
     const AttributeSet& attributes = element.attributes;
     const LengthContext lengths{element.style.fontSize, element.space.width, element.space.height};
     const double x = length(attributes, Attribute::x, Axis::horizontal, lengths);
@@ -116,54 +149,95 @@ AFRect viewportOf(const DrawnElement& element, const AImage& image) {
     double width = length(attributes, Attribute::width, Axis::horizontal, lengths, -1);
     double height = length(attributes, Attribute::height, Axis::vertical, lengths, -1);
     if (width < 0 && height < 0) {
-        width = image.width();
-        height = image.height();
+        width = size.x;
+        height = size.y;
     }
-    if (width < 0) width = height * image.width() / image.height();
-    if (height < 0) height = width * image.height() / image.width();
+    if (width < 0) width = height * size.x / size.y;
+    if (height < 0) height = width * size.y / size.x;
     return {x, y, x + width, y + height};
 }
 
-// An image is drawn at the resolution of the picture; a list holds only where it lies.
-void recordImage(DrawContext& context, const DrawnElement& element, std::string_view uri) {
-    const AttributeSet& attributes = element.attributes;
-    const bool isSized = attributes.has(Attribute::width) && attributes.has(Attribute::height);
-    const AImage unknown;
-    const AFRect viewport = viewportOf(element, isSized ? unknown : cachedImage(context, uri));
+// A picture is drawn at the resolution of the one around it; a list holds only where it lies.
+void recordPicture(DrawContext& context, const AFRect& viewport, const UserSpace& space) {
     if (viewport.IsRectEmpty()) return;
     context.recorder()->openPicture();
-    context.recorder()->fill(APath::rectangle(viewport), element.space.toDrawing, APaint(),
-                             EFillRule::nonZero);
+    context.recorder()->fill(APath::rectangle(viewport), space.toDrawing, APaint(), EFillRule::nonZero);
     context.recorder()->close();
+}
+
+bool isSeen(DrawContext& context) {
+    const RECT& clip = context.clipBounds();
+    return clip.left < clip.right && clip.top < clip.bottom;
+}
+
+// Draws into an image first, so that opacity and blending are those of a picture.
+void drawInner(DrawContext& context, InnerDrawing& drawing, const AAffine& toPixels, const RECT& area,
+               const UriPicture& picture) {
+    const auto pixels =
+        static_cast<std::size_t>(area.right - area.left) * static_cast<std::size_t>(area.bottom - area.top);
+    constexpr double kSteps = 2;
+    DrawContext::HeldPixels held(context);
+    if (isEmpty(area) || !held.take(pixels) || !context.spendPixels(kSteps * static_cast<double>(pixels)))
+        return;
+    AImage image(area.right - area.left, area.bottom - area.top);
+    {
+        ACanvas canvas(pixelsOf(image));
+        if (!drawing.draw(context, canvas, AAffine::translation(-area.left, -area.top) * toPixels)) return;
+    }
+    context.drawImage(image, AAffine::translation(area.left, area.top), picture.opacity, false,
+                      EBlend::normal);
+}
+
+void paintPicture(DrawContext& context, const Picture& shown, const UriPicture& picture,
+                  const UserSpace& space) {
+    const auto& [uri, viewport, aspect, smooth, opacity] = picture;
+    const AFPoint size = sizeOf(shown);
+    // To be shown smaller, every pixel may have to be read.
+    constexpr double kSteps = 0.25;
+    if (!(size.x > 0 && size.y > 0) || viewport.IsRectEmpty() ||
+        !context.spendPixels(kSteps * static_cast<double>(shown.image.pixels().size()))) {
+        return;
+    }
+    const AFRect whole{0, 0, size.x, size.y};
+    const Affine fit = fitViewBox(whole, viewport.Width(), viewport.Height(), aspect);
+    if (!(fit.a > kLeastScale && fit.d > kLeastScale)) return;
+    const Affine toPixels = space.toDrawing * translation(viewport.left, viewport.top) * fit;
+    // "slice" fills the viewport and more.
+    const AFRect shownBox = rectBounds(translation(viewport.left, viewport.top) * fit, whole);
+    const double slack = 1e-6 * (viewport.Width() + viewport.Height());
+    const bool slices = shownBox.left < viewport.left - slack || shownBox.top < viewport.top - slack ||
+                        shownBox.right > viewport.right + slack || shownBox.bottom > viewport.bottom + slack;
+    if (slices) context.pushClip(APath::rectangle(viewport), space.toDrawing, EFillRule::nonZero);
+    if (shown.drawing) {
+        const RECT area = intersection(pixelsAround(rectBounds(toPixels, whole), 1), context.clipBounds());
+        drawInner(context, *shown.drawing, toPixels, area, picture);
+    } else {
+        context.drawImage(shown.image, toPixels, opacity, smooth, EBlend::normal);
+    }
+    if (slices) context.popClip();
 }
 
 }  // namespace
 
+void paintUri(DrawContext& context, const UriPicture& picture, const UserSpace& space) {
+    if (picture.uri.empty() || !isSeen(context)) return;
+    if (context.recorder()) return recordPicture(context, picture.viewport, space);
+    paintPicture(context, cachedPicture(context, picture.uri), picture, space);
+}
+
 void paintImage(DrawContext& context, const DrawnElement& element, double opacity) {
     const std::string_view uri = element.attributes.get(Attribute::href);
-    if (uri.empty() || !element.style.visible || !(opacity > 0)) return;
-    const RECT& clip = context.clipBounds();
-    if (clip.left >= clip.right || clip.top >= clip.bottom) return;
-    if (context.recorder()) return recordImage(context, element, uri);
-    const AImage& image = cachedImage(context, uri);
-    // To be shown smaller, every pixel may have to be read.
-    constexpr double kSteps = 0.25;
-    if (image.empty() || !context.spendPixels(kSteps * static_cast<double>(image.pixels().size()))) return;
-    const AFRect viewport = viewportOf(element, image);
-    if (viewport.IsRectEmpty()) return;
-    const std::string_view aspect = element.attributes.get(Attribute::preserveAspectRatio);
-    const AFRect whole{0, 0, static_cast<double>(image.width()), static_cast<double>(image.height())};
-    const Affine fit = fitViewBox(whole, viewport.Width(), viewport.Height(), aspect);
-    if (!(fit.a > kLeastScale && fit.d > kLeastScale)) return;
-    const Affine toPixels = element.space.toDrawing * translation(viewport.left, viewport.top) * fit;
-    // "slice" fills the viewport and more.
-    const AFRect shown = rectBounds(translation(viewport.left, viewport.top) * fit, whole);
-    const double slack = 1e-6 * (viewport.Width() + viewport.Height());
-    const bool slices = shown.left < viewport.left - slack || shown.top < viewport.top - slack ||
-                        shown.right > viewport.right + slack || shown.bottom > viewport.bottom + slack;
-    if (slices) context.pushClip(APath::rectangle(viewport), element.space.toDrawing, EFillRule::nonZero);
-    context.drawImage(image, toPixels, opacity, element.style.smoothImages, EBlend::normal);
-    if (slices) context.popClip();
+    if (uri.empty() || !element.style.visible || !(opacity > 0) || !isSeen(context)) return;
+    const AttributeSet& attributes = element.attributes;
+    const bool isSized = attributes.has(Attribute::width) && attributes.has(Attribute::height);
+    if (context.recorder() && isSized) return recordPicture(context, viewportOf(element, {}), element.space);
+    const Picture& picture = cachedPicture(context, uri);
+    const AFRect viewport = viewportOf(element, sizeOf(picture));
+    if (context.recorder()) return recordPicture(context, viewport, element.space);
+    paintPicture(
+        context, picture,
+        {uri, viewport, attributes.get(Attribute::preserveAspectRatio), element.style.smoothImages, opacity},
+        element.space);
 }
 
 }  // namespace svg

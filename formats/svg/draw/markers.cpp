@@ -5,6 +5,7 @@
 #include <numbers>
 #include <optional>
 
+#include "formats/svg/draw/compositing.h"
 #include "formats/svg/values/text_scan.h"
 
 namespace svg {
@@ -78,9 +79,8 @@ class Marker {
 public:
     Marker(DrawContext& context, pugi::xml_node node, const Style& shape, const UserSpace& space)
         : m_context(context), m_node(node), m_space(space), m_style(context.styleAt(node)) {
-        AttributeSet attributes;
-        attributes.read(node);
-        const AttributeSet& plain = attributes;
+        m_attributes.read(node);
+        const AttributeSet& plain = m_attributes;
         const LengthContext lengths{m_style.fontSize, space.width, space.height};
         const auto get = [&](const char* name, Axis axis, double missing) {
             double value = missing;
@@ -114,15 +114,25 @@ public:
         const Affine placed =
             m_space.toDrawing * Affine{cosine, sine, -sine, cosine, vertex.at.x, vertex.at.y};
         if (!placed.isFinite() || !isVisible(placed) || !m_context.spend(1)) return;
-        const bool clips = !m_style.own.showsOverflow;
-        if (clips) m_context.pushClip(APath::rectangle(m_frame), placed, EFillRule::nonZero);
         UserSpace space = m_content;
         space.toDrawing = placed * m_fit;
+        if (!Compositing::isNeeded(m_style)) return paintContent(space, placed);
+        const DrawnElement drawn{m_node, m_attributes, m_style, space};
+        BoundingBox box(m_context, drawn);
+        Compositing compositing(m_context);
+        if (!compositing.begin(drawn, box, nullptr, m_style.own.opacity)) return;
+        paintContent(compositing.space(), compositing.shift() * placed);
+        compositing.end();
+    }
+
+private:
+    void paintContent(const UserSpace& space, const Affine& placed) {
+        const bool clips = !m_style.own.showsOverflow;
+        if (clips) m_context.pushClip(APath::rectangle(m_frame), placed, EFillRule::nonZero);
         m_context.paintChildren(m_node, m_style, space);
         if (clips) m_context.popClip();
     }
 
-private:
     // A number in the units of the content, or a word for a side of the view box.
     double reference(const char* name, double start, double size, const LengthContext& lengths, Axis axis) {
         const std::string_view text = trim(textOf(m_node, name));
@@ -166,6 +176,7 @@ private:
     DrawContext& m_context;
     pugi::xml_node m_node;
     const UserSpace& m_space;
+    AttributeSet m_attributes;
     Style m_style;
     double m_width = 0, m_height = 0;
     double m_unit = 1;
@@ -186,7 +197,8 @@ pugi::xml_node findMarker(DrawContext& context, std::string_view property) {
 
 }  // namespace
 
-void paintMarkers(DrawContext& context, const APath& outline, const Style& style, const UserSpace& space) {
+void paintMarkers(DrawContext& context, const APath& outline, const Style& style, const UserSpace& space,
+                  BoundingBox& box) {
     const RECT& clip = context.clipBounds();
     if (outline.empty() || clip.left >= clip.right || clip.top >= clip.bottom) return;
     const std::vector<Vertex> vertices = verticesOf(outline);
@@ -200,6 +212,14 @@ void paintMarkers(DrawContext& context, const APath& outline, const Style& style
     const Use uses[] = {{style.markerStart, 0, 1},
                         {style.markerMid, 1, std::max<std::size_t>(last, 1)},
                         {style.markerEnd, last, last + 1}};
+    ContextPaint paint;
+    const ContextPaint* const around = context.contextPaint();
+    if (context.usesContextPaint()) {
+        const bool needsBox =
+            style.fill.kind == PaintKind::reference || style.stroke.kind == PaintKind::reference;
+        paint = {style, space, needsBox ? box.get() : AFRect(), context.place(), around};
+        context.setContextPaint(&paint);
+    }
     for (const Use& use : uses) {
         const pugi::xml_node node = findMarker(context, use.property);
         if (!node || use.first >= use.end) continue;
@@ -208,6 +228,7 @@ void paintMarkers(DrawContext& context, const APath& outline, const Style& style
         Marker marker(context, node, style, space);
         for (std::size_t i = use.first; i < use.end; ++i) marker.paint(vertices[i], &use == uses);
     }
+    context.setContextPaint(around);
 }
 
 }  // namespace svg

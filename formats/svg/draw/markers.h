@@ -1,7 +1,7 @@
 // Markers along a path.
 #pragma once
 
-#include "formats/svg/draw/context/context.h"
+#include "formats/svg/draw/context/bounding_box.h"
 
 namespace svg {
 
@@ -9,7 +9,8 @@ inline bool hasMarkers(const Style& style) {
     return !style.markerStart.empty() || !style.markerMid.empty() || !style.markerEnd.empty();
 }
 
-// Paints the markers of an outline in the user space `space`. The style is that of the shape.
-void paintMarkers(DrawContext& context, const APath& outline, const Style& style, const UserSpace& space);
+// Paints the markers of an outline in the user space `space`. Style and box are those of the shape.
+void paintMarkers(DrawContext& context, const APath& outline, const Style& style, const UserSpace& space,
+                  BoundingBox& box);
 
 }  // namespace svg

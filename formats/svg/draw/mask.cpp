@@ -2,6 +2,7 @@
 
 #include "formats/svg/draw/compositing.h"
 #include "formats/svg/draw/context/bounding_box.h"
+#include "formats/svg/draw/filter/filter_pixels.h"
 
 namespace svg {
 
@@ -79,24 +80,28 @@ bool maskRegion(DrawContext&, pugi::xml_node mask, const UserSpace& space, const
 
 void maskImage(DrawContext& context, pugi::xml_node mask, const UserSpace& space, const AFRect& box,
                AImage& image) {
-    // Masks in masks without end, or far too many: the image stays as it is.
+    // Masks in themselves, or far too many: the image stays as it is.
+    const DrawContext::Visit visit(context, mask);
     DrawContext::HeldPixels held(context);
     constexpr double kSteps = 4;
-    if (!held.take(image.pixels().size()) ||
+    if (!visit || !held.take(image.pixels().size()) ||
         !context.spendPixels(kSteps * static_cast<double>(image.pixels().size()))) {
         return;
     }
     AImage picture(image.width(), image.height());
     AFRect region;
     bool alpha = false;
-    const DrawContext::Visit visit(context, mask);
-    if (visit && maskRegion(context, mask, space, box, region)) {
+    bool linear = false;
+    if (maskRegion(context, mask, space, box, region)) {
         ACanvas canvas(pixelsOf(picture));
         const DrawContext::OnCanvas on(context, canvas);
         AttributeSet attributes;
         attributes.read(mask);
-        const Style style = context.styleAt(mask);
+        Style style = context.styleAt(mask);
         alpha = style.own.alphaMask;
+        linear = style.linearColors;
+        // Filters do not apply to masks.
+        style.own.filter = {};
         // A mask may be masked and clipped itself, in the same user space.
         const DrawnElement element{mask, attributes, style, space};
         BoundingBox known(box);
@@ -106,6 +111,7 @@ void maskImage(DrawContext& context, pugi::xml_node mask, const UserSpace& space
             compositing.end();
         }
     }
+    if (linear && !alpha) convertToLinear(picture);
     if (alpha) {
         multiplyByAlpha(image, picture);
     } else {

@@ -41,10 +41,12 @@ bool isOpacityOnly(const Style& style) {
 
 void ElementWalk::paintShape(const DrawnElement& shape, Element element, const PaintSource& source) {
     const Style& style = shape.style;
-    const bool fills = element != Element::line && hasFill(source, style);
-    const bool strokes = hasStroke(source, style);
-    const bool markers = canHaveMarkers(element) && hasMarkers(style) && source.visible.stroke;
-    if (!fills && !strokes && !markers) return;
+    const bool shows = source.object || style.visible;
+    const bool fills = shows && element != Element::line && hasFill(source, style);
+    const bool strokes = shows && hasStroke(source, style);
+    const bool markers = shows && canHaveMarkers(element) && hasMarkers(style) && source.visible.stroke;
+    // A filter makes something of nothing.
+    if (!fills && !strokes && !markers && style.own.filter.empty()) return;
     m_outline.clear();
     appendShape(element, shape.attributes, shape.space, style.fontSize, m_outline);
     if (m_outline.empty()) return;
@@ -80,19 +82,30 @@ void ElementWalk::paintParts(const DrawnElement& shape, Element element, const P
                 m_context.fill(m_outline, shape.space.toDrawing, paint, style.fillRule);
         } else if (part == PaintPart::stroke && parts.stroke) {
             if (strokePaint(m_context, source, style, shape.space, box, parts.opacity, paint))
-                stroke(m_outline, style, shape.space, paint);
+                stroke(m_outline, style, shape.space, paint, dashScale(m_outline, shape));
         } else if (part == PaintPart::markers && parts.markers) {
             APath path;
             appendShape(element, shape.attributes, shape.space, style.fontSize, path, Arcs::oneCurve);
             if (m_context.recorder()) m_context.recorder()->setPart(EPaintPart::stroke);
-            paintMarkers(m_context, path, style, shape.space);
+            paintMarkers(m_context, path, style, shape.space, box);
             if (m_context.recorder()) m_context.recorder()->setPart(std::nullopt);
         }
     }
 }
 
+// An outline may say how long it counts as; dashes are measured in that.
+double ElementWalk::dashScale(const APath& outline, const DrawnElement& shape) {
+    double counted = 0;
+    if (shape.style.dashArray.empty() ||
+        !parseLength(textOf(shape.node, "pathLength"), Axis::both, {}, counted) || counted < 0) {
+        return 1;
+    }
+    const double length = outlineLength(outline);
+    return counted > 0 ? finite(length / counted) : 0;
+}
+
 void ElementWalk::stroke(const APath& outline, const Style& style, const UserSpace& space,
-                         const APaint& paint) {
+                         const APaint& paint, double dashScale) {
     m_stroke.width = style.strokeWidth;
     m_stroke.cap = style.lineCap;
     m_stroke.join = style.lineJoin;
@@ -100,7 +113,9 @@ void ElementWalk::stroke(const APath& outline, const Style& style, const UserSpa
     m_stroke.dashes.clear();
     if (!style.dashArray.empty()) {
         parseDashes(style.dashArray, {style.fontSize, space.width, space.height}, m_stroke.dashes);
-        m_stroke.dashOffset = style.dashOffset;
+        m_stroke.dashOffset = style.dashOffset * dashScale;
+        for (double& dash : m_stroke.dashes) dash *= dashScale;
+        if (dashScale == 0) m_stroke.dashes.clear();
     }
     if (!style.own.keepsStrokeWidth) {
         m_context.stroke(outline, space.toDrawing, paint, m_stroke);

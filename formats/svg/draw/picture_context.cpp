@@ -1,5 +1,6 @@
 #include "formats/svg/draw/picture_context.h"
 #include "formats/svg/draw/element_walk.h"
+#include "formats/svg/draw/images.h"
 #include "formats/svg/draw/shapes.h"
 #include "formats/svg/draw/text/text.h"
 #include "formats/svg/tree/object_class.h"
@@ -17,7 +18,7 @@ public:
     // `space`: the one in which the element stands.
     AFRect of(pugi::xml_node element, const Style& around, const UserSpace& space) {
         m_levels.push_back({{}, around, space, false, false});
-        visit(element, true);
+        visit(element, true, true);
         while (m_levels.size() > 1) {
             Level& level = m_levels.back();
             const pugi::xml_node node = level.next;
@@ -41,14 +42,21 @@ private:
         bool reference;
     };
 
-    void visit(pugi::xml_node node, bool mayBeSymbol) {
+    // `still`: the element's own transform does not belong to its user space.
+    void visit(pugi::xml_node node, bool mayBeSymbol, bool still = false) {
         const Element element = kindOf(node);
         const bool container = isContainer(element) || (mayBeSymbol && element == Element::symbol);
         if ((!container && !isDrawn(element)) || !m_context.spend(1)) return;
         const Level& outer = m_levels.back();
         m_attributes.read(node);
         const Style& style = m_context.styleOf(node, m_attributes, outer.style, outer.space, m_room);
-        if (!style.displayed) return;
+        if (!style.displayed || !isWanted(m_attributes)) return;
+        if (still) {
+            m_attributes.setTransform({});
+        } else if (hasOwnTransform(style)) {
+            const DrawnElement drawn{node, m_attributes, style, outer.space};
+            readTransform(m_attributes, style, outer.space, [&] { return m_context.boundsOf(drawn); });
+        }
         const UserSpace inner = enter(outer.space, element, m_attributes);
         if (!container) return addLeaf({node, m_attributes, style, inner}, element);
         if (m_levels.size() >= static_cast<std::size_t>(kDeepestNesting)) return;
@@ -96,14 +104,25 @@ void PictureContext::paintChildren(pugi::xml_node parent, const Style& style, co
 }
 
 AFRect PictureContext::boundsOf(const DrawnElement& element) {
-    // Walking into the element applies its own transform, which does not belong to its user space.
-    UserSpace space{AAffine(), element.space.width, element.space.height};
-    if (element.attributes.has(Attribute::transform)) {
-        const auto back = parseTransform(element.attributes.get(Attribute::transform)).inverse();
-        if (!back) return {};
-        space.toDrawing = *back;
-    }
+    // Boxes of boxes of boxes, each of which a transform refers to: the innermost ones count as empty.
+    constexpr int kMostBoxes = 8;
+    if (m_boxes == kMostBoxes) return {};
+    struct Deeper {
+        explicit Deeper(int& count) : depth(++count) {}
+        ~Deeper() { --depth; }
+        int& depth;
+    } const deeper(m_boxes);
+    const UserSpace space{AAffine(), element.space.width, element.space.height};
     return ContentBounds(*this).of(element.node, element.style, space);
+}
+
+void PictureContext::paintElement(pugi::xml_node element, const Style& style, const UserSpace& space) {
+    ElementWalk(*this, style, space).paint(element, {});
+}
+
+void PictureContext::paintUri(std::string_view uri, const AFRect& viewport, std::string_view aspect,
+                              const UserSpace& space, bool smooth) {
+    svg::paintUri(*this, {uri, viewport, aspect, smooth, 1}, space);
 }
 
 }  // namespace svg

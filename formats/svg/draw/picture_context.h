@@ -11,6 +11,12 @@ public:
 
     void paintChildren(pugi::xml_node parent, const Style& style, const UserSpace& space) override;
     AFRect boundsOf(const DrawnElement& element) override;
+    void paintElement(pugi::xml_node element, const Style& style, const UserSpace& space) override;
+    void paintUri(std::string_view uri, const AFRect& viewport, std::string_view aspect,
+                  const UserSpace& space, bool smooth) override;
+
+private:
+    int m_boxes = 0;  // whose extents are being looked for, one inside the other
 };
 
 }  // namespace svg

@@ -16,8 +16,17 @@ constexpr std::size_t kRepeatableAtLeast = 100'000;
 constexpr std::size_t kRepeatablePerElement = 100;
 constexpr std::size_t kRepeatableAtMost = 2'000'000;
 
+constexpr std::size_t kElementsBetweenAsking = 4096;
+
 bool isTrue(std::string_view text) {
     return trim(text) == "true";
+}
+
+AFRect boxOf(Element element, const AttributeSet& attributes, const UserSpace& space, double fontSize) {
+    const bool curve =
+        element == Element::path || element == Element::polygon || element == Element::polyline;
+    return curve ? curveBounds(element, attributes, space)
+                 : shapeBounds(element, attributes, space, fontSize);
 }
 
 }  // namespace
@@ -31,7 +40,7 @@ Importer::Importer(ADocument& document, DrawingIndex& index)
       m_repeatable(
           std::min(kRepeatableAtLeast + kRepeatablePerElement * index.elementCount(), kRepeatableAtMost)) {}
 
-bool Importer::run(pugi::xml_node root, UserSpace& space) {
+bool Importer::run(pugi::xml_node root, UserSpace& space, const std::function<bool(std::size_t)>& goesOn) {
     m_root = root;
     for (const pugi::xml_node style : m_index.styles()) m_styles.sheet().add(styleText(style));
     m_document.reserve(m_index.elementCount());
@@ -41,8 +50,14 @@ bool Importer::run(pugi::xml_node root, UserSpace& space) {
     space = rootSpace(m_attributes, page);
     m_document.setPage(page.area, page.scale);
     const Style style = m_styles.compute(root, m_attributes, {Style()});
-    m_frames.push_back({root, root.first_child(), nullptr, style, space, m_namespaces.size(), false, false});
-    while (!m_frames.empty() && !m_styles.sheet().isSpent()) {
+    if (hasOwnTransform(style)) {
+        readTransform(m_attributes, style, space, [&] { return page.area; });
+        space = rootSpace(m_attributes, page);
+    }
+    m_frames.push_back({root, root.first_child(), nullptr, style, space, m_namespaces.size(), false, false,
+                        hasOwnTransform(style)});
+    for (std::size_t count = 0; !m_frames.empty() && !m_styles.sheet().isSpent(); ++count) {
+        if (count % kElementsBetweenAsking == 0 && goesOn && !goesOn(count)) return false;
         Frame& frame = m_frames.back();
         const pugi::xml_node node = frame.next;
         if (!node) {
@@ -95,11 +110,27 @@ void Importer::readLayer(pugi::xml_node node) {
     ALayer* const layer = m_document.createLayer(database, m_classes.layerClass(m_attributes),
                                                  AString::fromUtf8(cleanName(title, m_buffer)));
     layer->setLocked(isTrue(m_attributes.get(Attribute::insensitive)));
-    layer->setHidden(!style.displayed);
+    layer->setHidden(!style.displayed || !isWanted(m_attributes));
     layer->setSourceIndex(static_cast<std::uint32_t>(node.offset_debug()));
     style.displayed = top.style.displayed;
+    const bool moved = moves(style, Element::g) || top.moved;
     const UserSpace space = enter(top.space, Element::g, m_attributes);
-    m_frames.push_back({node, node.first_child(), layer, style, space, m_namespaces.size(), false, false});
+    m_frames.push_back(
+        {node, node.first_child(), layer, style, space, m_namespaces.size(), false, false, moved});
+}
+
+// Whether a style moves an element. Its attributes then say where to.
+bool Importer::moves(const Style& style, Element element) {
+    if (!hasOwnTransform(style)) return false;
+    const UserSpace& around = m_frames.back().space;
+    // The box of what holds others is not known yet.
+    readTransform(m_attributes, style, around, [&] {
+        const UserSpace own{AAffine(), around.width, around.height};
+        AttributeSet still = m_attributes;
+        still.setTransform({});
+        return isContainer(element) ? AFRect() : boxOf(element, still, own, style.fontSize);
+    });
+    return true;
 }
 
 AParent& Importer::looseLayer() {
@@ -133,7 +164,14 @@ AObject* Importer::createObject(const AClassInfo& row, pugi::xml_node node, Elem
 
 void Importer::readObject(pugi::xml_node node, Element element) {
     if (m_attributes.has(Attribute::id)) m_document.getNames().prefetch(m_attributes.get(Attribute::id));
-    const Style& style = m_styles.compute(node, m_attributes, {m_frames.back().style}, m_ownStyle);
+    const Style& computed = m_styles.compute(node, m_attributes, {m_frames.back().style}, m_ownStyle);
+    const bool wanted = isWanted(m_attributes);
+    if (!wanted) {
+        if (&computed != &m_ownStyle) m_ownStyle = computed;
+        m_ownStyle.displayed = false;
+    }
+    const Style& style = wanted ? computed : m_ownStyle;
+    const bool moved = moves(style, element) || m_frames.back().moved;
     const auto refersTo = [&](std::string_view text, Element kind) {
         std::string_view id;
         return !text.empty() && takeUrl(text, id) && kindOf(m_index.findResource(id)) == kind;
@@ -158,19 +196,46 @@ void Importer::readObject(pugi::xml_node node, Element element) {
     if (drawsItself && !(style.displayed && style.visible)) object->setObjectFlags(kObjectHidden, true);
     if (isTrue(m_attributes.get(Attribute::insensitive))) object->setObjectFlags(kObjectLocked, true);
     if (isContainerClass(row)) {
-        enterContainer(static_cast<AParent&>(*object), node, element, style);
+        enterContainer(static_cast<AParent&>(*object), node, element, style, moved);
         return;
     }
     if (row.kind == AClassKind::bitmap) {
         static_cast<ABitmap*>(object)->setColorModel(colorModelOf(m_attributes));
     } else {
-        object->setBrush(m_paint.brush(style.fill, style.color));
-        object->setPen(m_paint.pen(style.stroke, style.color));
+        setPaint(*object, style);
     }
-    setGeometry(*object, node, element, style);
+    setGeometry(*object, node, element, style, moved);
 }
 
-void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style) {
+void Importer::setPaint(AObject& object, const Style& style) {
+    const auto isOfContext = [](const Paint& paint) { return paint.kind >= PaintKind::contextFill; };
+    if (!isOfContext(style.fill) && !isOfContext(style.stroke)) {
+        object.setBrush(m_paint.brush(style.fill, style.color));
+        object.setPen(m_paint.pen(style.stroke, style.color));
+        return;
+    }
+    // What a "use" is painted with stands for its context.
+    struct Found {
+        Paint paint;
+        std::uint32_t color;
+    };
+    const auto find = [&](Found found) {
+        for (std::size_t i = m_frames.size(); i-- > 0 && isOfContext(found.paint);) {
+            if (kindOf(m_frames[i].node) != Element::use) continue;
+            const Style& around = m_frames[i].style;
+            found = {found.paint.kind == PaintKind::contextFill ? around.fill : around.stroke, around.color};
+        }
+        if (isOfContext(found.paint)) found.paint.kind = PaintKind::none;
+        return found;
+    };
+    const Found fill = find({style.fill, style.color});
+    const Found stroke = find({style.stroke, style.color});
+    object.setBrush(m_paint.brush(fill.paint, fill.color));
+    object.setPen(m_paint.pen(stroke.paint, stroke.color));
+}
+
+void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style,
+                           bool moved) {
     const UserSpace& space = m_frames.back().space;
     switch (element) {
         case Element::rect:
@@ -178,15 +243,21 @@ void Importer::setGeometry(AObject& object, pugi::xml_node node, Element element
         case Element::ellipse:
         case Element::line:
         case Element::image:
-            // The geometry source knows no styles, so lengths in other than the usual em are read at once.
-            if (style.fontSize != kUsualFontSize) {
+            // The geometry source knows no styles, so lengths in other than the usual em and transforms of styles
+            // are read at once.
+            if (style.fontSize != kUsualFontSize || moved) {
                 object.setBoundingRect(shapeBounds(element, m_attributes, space, style.fontSize));
                 break;
             }
-            [[fallthrough]];
+            object.setObjectFlags(kObjectBoundsPending, true);
+            break;
         case Element::path:
         case Element::polygon:
         case Element::polyline:
+            if (moved) {
+                object.setBoundingRect(curveBounds(element, m_attributes, space));
+                break;
+            }
             object.setObjectFlags(kObjectBoundsPending, true);
             break;
         case Element::text:
@@ -221,22 +292,22 @@ AFRect Importer::contentBounds(pugi::xml_node node, const Style& style) {
         namespaces.shrink(0);
         const Level level = around.back();
         const Style own = m_styles.compute(at, attributes, {level.style});
+        if (hasOwnTransform(own)) readTransform(attributes, own, level.space, [] { return AFRect(); });
         AFRect box;
         if (inside) {
             around.push_back({enter(level.space, element, attributes), own});
         } else if (element == Element::text) {
             box = textBounds(at, attributes, own, level.space, m_styles, m_index);
-        } else if (element == Element::path || element == Element::polygon || element == Element::polyline) {
-            box = curveBounds(element, attributes, level.space);
         } else {
-            box = shapeBounds(element, attributes, level.space, own.fontSize);
+            box = boxOf(element, attributes, level.space, own.fontSize);
         }
         if (box != AFRect()) bounds.add(box);
     }
     return bounds.get();
 }
 
-void Importer::enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style) {
+void Importer::enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style,
+                              bool moved) {
     if (m_frames.size() >= static_cast<std::size_t>(kDeepestNesting)) return;  // only "use" gets here
     Frame frame{node,
                 node.first_child(),
@@ -245,7 +316,8 @@ void Importer::enterContainer(AParent& container, pugi::xml_node node, Element e
                 enter(m_frames.back().space, element, m_attributes),
                 m_namespaces.size(),
                 false,
-                m_frames.back().repeating};
+                m_frames.back().repeating,
+                moved};
     if (element == Element::use) {
         enterUse(std::move(frame));
         return;

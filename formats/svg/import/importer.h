@@ -11,6 +11,7 @@
 //   is bounded; a "use" that contains itself is empty.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,8 +28,9 @@ public:
     Importer(ADocument& document, DrawingIndex& index);
 
     // `root`: the drawing's svg element; `space`: the user space of its content. False when the style sheets
-    // cost too much: the document is not whole then.
-    bool run(pugi::xml_node root, UserSpace& space);
+    // cost too much, or when `goesOn`, asked now and then with the number of elements read, says so: the document is
+    // not whole then.
+    bool run(pugi::xml_node root, UserSpace& space, const std::function<bool(std::size_t)>& goesOn = {});
 
 private:
     // A container whose children are being read.
@@ -41,13 +43,17 @@ private:
         std::size_t namespaces;
         bool single;  // only `next` itself, not what follows it
         bool repeating;
+        bool moved;  // by a style, its own or one around
     };
 
     void read(pugi::xml_node node);
     void readLayer(pugi::xml_node node);
     void readObject(pugi::xml_node node, Element element);
-    void setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style);
-    void enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style);
+    bool moves(const Style& style, Element element);
+    void setPaint(AObject& object, const Style& style);
+    void setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style, bool moved);
+    void enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style,
+                        bool moved);
     void enterUse(Frame frame);
     AObject* createObject(const AClassInfo& row, pugi::xml_node node, Element element);
     AParent& looseLayer();

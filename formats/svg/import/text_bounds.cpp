@@ -127,10 +127,7 @@ pugi::xml_node findTextPath(pugi::xml_node text) {
 
 AFRect textBounds(pugi::xml_node text, const AttributeSet& attributes, const Style& style,
                   const UserSpace& outer, StyleResolver& styles, DrawingIndex& index) {
-    const Affine own = attributes.has(Attribute::transform)
-                           ? parseTransform(attributes.get(Attribute::transform))
-                           : Affine();
-    const Affine transform = outer.toDrawing * own;
+    const Affine transform = outer.toDrawing * ownTransform(attributes);
     const pugi::xml_node only = text.first_child();
     const bool plain = only && !only.next_sibling() && only.type() != pugi::node_element;
     const pugi::xml_node path = plain ? pugi::xml_node() : findTextPath(text);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "formats/svg/values/transform.h"
 #include "formats/svg/xml/namespaces.h"
 
 namespace svg {
@@ -31,6 +32,13 @@ public:
         return has(attribute) ? std::string_view(m_values[static_cast<std::size_t>(attribute)])
                               : std::string_view();
     }
+    // A transform that the element's style gives it stands for its attribute, until the next read.
+    void setTransform(const Affine& transform) {
+        m_present[0] |= kHasTransform | std::uint64_t{1} << static_cast<int>(Attribute::transform);
+        m_transform = transform;
+    }
+    // Null: the attribute's text counts.
+    const Affine* transform() const { return (m_present[0] & kHasTransform) != 0 ? &m_transform : nullptr; }
     // The presentation attributes that are there: bit n is row n of the table of properties.
     std::uint64_t presentation() const { return m_present[1]; }
     std::string_view presentation(std::size_t property) const { return m_values[kPropertySlot + property]; }
@@ -44,8 +52,11 @@ private:
         m_values[static_cast<std::size_t>(attribute)] = value;
     }
 
+    static constexpr std::uint64_t kHasTransform = std::uint64_t{1} << static_cast<int>(Attribute::unknown);
+
     std::array<std::uint64_t, 2> m_present{};  // a bit for each slot: the attributes, the properties
     std::array<const char*, 2 * kPropertySlot> m_values;  // valid where present
+    Affine m_transform;
 };
 
 }  // namespace svg

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "formats/svg/values/color.h"
+#include "formats/svg/values/text_scan.h"
 #include "formats/svg/values/units.h"
 
 namespace svg {
@@ -33,9 +34,16 @@ AColor stopColor(const Style& style) {
     return AColor(RGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff), opacity);
 }
 
-AGradientStop gradientStop(pugi::xml_node stop, const Style& style, double before) {
+// A number or a percentage; 0 for anything else.
+static double offsetOf(std::string_view text) {
     double offset = 0;
-    parseLength(stop.attribute("offset").value(), Axis::horizontal, {kUsualFontSize, 1, 1}, offset);
+    text = trim(text);
+    if (!takeNumber(text, offset)) return 0;
+    return text.empty() ? offset : text == "%" ? offset / 100 : 0;
+}
+
+AGradientStop gradientStop(pugi::xml_node stop, const Style& style, double before) {
+    const double offset = offsetOf(stop.attribute("offset").value());
     return {std::clamp(offset, before, 1.0), stopColor(style)};
 }
 

@@ -1,6 +1,7 @@
 #include "formats/svg/style/paint.h"
 
 #include <array>
+#include <utility>
 
 #include "formats/svg/values/color.h"
 #include "formats/svg/values/text_scan.h"
@@ -9,16 +10,27 @@ namespace svg {
 
 namespace {
 
+// Behind a colour may stand the same one in another space, which is not read: "#cd853f icc-color(acmecmyk, 0.1)".
+bool isColorEnd(std::string_view text) {
+    text = trimFront(text);
+    return text.empty() || startsWithNoCase(text, "icc-color(") || startsWithNoCase(text, "device-");
+}
+
 // Keywords and colours, all that may also stand as a fallback.
 bool parseSimplePaint(std::string_view text, PaintKind& kind, std::uint32_t& rgb, std::uint8_t& alpha,
                       std::string_view& cmykText) {
     if (takeColor(text, rgb, &alpha)) {
         kind = PaintKind::rgb;
-        return true;
+        return isColorEnd(text);
     }
-    for (const std::string_view nothing : {"none", "transparent", "context-fill", "context-stroke"}) {
-        if (equalsNoCase(text, nothing)) {
-            kind = PaintKind::none;
+    constexpr std::pair<std::string_view, PaintKind> kWords[] = {
+        {"none", PaintKind::none},
+        {"transparent", PaintKind::none},
+        {"context-fill", PaintKind::contextFill},
+        {"context-stroke", PaintKind::contextStroke}};
+    for (const auto& [word, meaning] : kWords) {
+        if (equalsNoCase(text, word)) {
+            kind = meaning;
             return true;
         }
     }
@@ -60,7 +72,7 @@ bool parsePaint(std::string_view text, Paint& paint) {
     Paint result;
     if (!text.empty() && text.front() == '#') {
         result.kind = PaintKind::rgb;
-        if (!takeColor(text, result.rgb, &result.alpha)) return false;
+        if (!takeColor(text, result.rgb, &result.alpha) || !isColorEnd(text)) return false;
     } else if (takeUrl(text, result.text)) {
         result.kind = PaintKind::reference;
         std::string_view cmykText;

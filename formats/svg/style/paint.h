@@ -6,7 +6,8 @@
 
 namespace svg {
 
-enum class PaintKind : std::uint8_t { none, currentColor, rgb, cmyk, reference };
+// context-fill and context-stroke are what a marker's shape or a "use" is painted with.
+enum class PaintKind : std::uint8_t { none, currentColor, rgb, cmyk, reference, contextFill, contextStroke };
 
 // Views point into the drawing's text or its style sheet.
 struct Paint {
@@ -18,8 +19,7 @@ struct Paint {
 };
 
 // Reads a paint: none, currentColor, a colour (what follows it, such as icc-color(), is dropped), url(#id)
-// with an optional fallback. context-fill and context-stroke have no meaning outside markers and count as
-// none, so does "transparent". False for anything else.
+// with an optional fallback, context-fill or context-stroke. "transparent" counts as none. False for anything else.
 bool parsePaint(std::string_view text, Paint& paint);
 
 // The id inside "url(#id)", quoted or not, taken from the front of the text. A reference to another file

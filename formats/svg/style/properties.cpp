@@ -9,6 +9,7 @@
 #include "formats/svg/values/blend_mode.h"
 #include "formats/svg/values/color.h"
 #include "formats/svg/values/text_scan.h"
+#include "formats/svg/values/transform.h"
 #include "formats/svg/values/units.h"
 #include "formats/svg/values/word_table.h"
 
@@ -30,10 +31,50 @@ bool paint(Paint& target, const Value& value) {
     return parsePaint(value.text, target);
 }
 
+// For stops, floods and lights: no reference, no "none".
+bool plainColor(Paint& target, const Value& value) {
+    Paint color;
+    if (equalsNoCase(value.text, "transparent")) {
+        target = {.kind = PaintKind::rgb, .alpha = 0};
+        return true;
+    }
+    if (!parsePaint(value.text, color)) return false;
+    if (color.kind != PaintKind::rgb && color.kind != PaintKind::currentColor &&
+        color.kind != PaintKind::cmyk)
+        return false;
+    target = color;
+    return true;
+}
+
+// The colour among the words of "background"; nothing is said of images.
+bool background(Paint& target, const Value& value) {
+    for (std::string_view text = value.text; !(text = trimFront(text)).empty();) {
+        if (text.find('(') != text.npos && plainColor(target, {text, value.reading, value.style}))
+            return true;
+        if (plainColor(target, {takeWord(text), value.reading, value.style})) return true;
+    }
+    target = {};
+    return !hasVariable(value.text);
+}
+
 bool color(std::uint32_t& target, const Value& value) {
     std::string_view text = value.text;
     if (!equalsNoCase(text, "currentcolor")) return takeColor(text, target);
     target = value.reading.parent.color;
+    return true;
+}
+
+bool transform(std::string_view& target, const Value& value) {
+    Affine any;
+    if (!parseStyleTransform(value.text, {}, any)) return false;
+    target = value.text;
+    return true;
+}
+
+bool transformOrigin(std::string_view& target, const Value& value) {
+    AFPoint any;
+    if (!parseTransformOrigin(value.text, {}, any)) return false;
+    target = value.text;
     return true;
 }
 
@@ -78,8 +119,9 @@ bool positiveLength(double& target, const Value& value) {
 bool miterLimit(double& target, const Value& value) {
     std::string_view text = value.text;
     double limit = 0;
-    if (!takeNumber(text, limit) || limit < 1) return false;
-    target = limit;
+    if (!takeNumber(text, limit) || !text.empty() || limit < 0) return false;
+    // A limit below 1 leaves no miter at all.
+    target = std::max(limit, 1.0);
     return true;
 }
 
@@ -121,10 +163,39 @@ constexpr Keyword<ELineJoin> kLineJoins[] = {{"miter", ELineJoin::miter},
 constexpr Keyword<Baseline> kBaselines[] = {
     {"auto", Baseline::alphabetic},       {"alphabetic", Baseline::alphabetic},
     {"baseline", Baseline::alphabetic},   {"middle", Baseline::middle},
-    {"central", Baseline::central},       {"mathematical", Baseline::central},
+    {"central", Baseline::central},       {"mathematical", Baseline::mathematical},
     {"hanging", Baseline::hanging},       {"text-before-edge", Baseline::textBefore},
     {"text-top", Baseline::textBefore},   {"text-after-edge", Baseline::textAfter},
     {"text-bottom", Baseline::textAfter}, {"ideographic", Baseline::ideographic}};
+constexpr Keyword<std::optional<Baseline>> kAlignments[] = {{"auto", std::nullopt},
+                                                            {"baseline", std::nullopt},
+                                                            {"alphabetic", Baseline::alphabetic},
+                                                            {"middle", Baseline::middle},
+                                                            {"central", Baseline::central},
+                                                            {"mathematical", Baseline::mathematical},
+                                                            {"hanging", Baseline::hanging},
+                                                            {"before-edge", Baseline::textBefore},
+                                                            {"text-before-edge", Baseline::textBefore},
+                                                            {"after-edge", Baseline::textAfter},
+                                                            {"text-after-edge", Baseline::textAfter},
+                                                            {"ideographic", Baseline::ideographic}};
+constexpr Keyword<bool> kColorSpaces[] = {{"auto", false}, {"srgb", false}, {"linearrgb", true}};
+constexpr Keyword<bool> kShapeRenderings[] = {
+    {"auto", true}, {"geometricprecision", true}, {"optimizespeed", false}, {"crispedges", false}};
+constexpr Keyword<bool> kFontVariants[] = {{"normal", false}, {"none", false}, {"small-caps", true}};
+constexpr Keyword<bool> kDirections[] = {{"ltr", false}, {"rtl", true}};
+constexpr Keyword<bool> kWritingModes[] = {{"lr", false},    {"lr-tb", false},         {"rl", false},
+                                           {"rl-tb", false}, {"horizontal-tb", false}, {"tb", true},
+                                           {"tb-rl", true},  {"vertical-rl", true},    {"vertical-lr", true}};
+constexpr Keyword<std::uint8_t> kFontStretches[] = {
+    {"normal", 100},         {"ultra-condensed", 50}, {"extra-condensed", 62}, {"condensed", 75},
+    {"semi-condensed", 87},  {"semi-expanded", 112},  {"expanded", 125},       {"extra-expanded", 150},
+    {"ultra-expanded", 200}, {"narrower", 75},        {"wider", 125}};
+constexpr Keyword<TransformBox> kTransformBoxes[] = {{"view-box", TransformBox::viewBox},
+                                                     {"border-box", TransformBox::strokeBox},
+                                                     {"stroke-box", TransformBox::strokeBox},
+                                                     {"content-box", TransformBox::fillBox},
+                                                     {"fill-box", TransformBox::fillBox}};
 constexpr Keyword<bool> kFontStyles[] = {{"normal", false}, {"italic", true}, {"oblique", true}};
 constexpr Keyword<bool> kImageRendering[] = {{"auto", true},
                                              {"smooth", true},
@@ -181,27 +252,48 @@ bool fontWeight(int& target, const Value& value) {
     return true;
 }
 
+bool fontVariant(bool& target, const Value& value) {
+    bool any = false;
+    for (std::string_view text = value.text; !(text = trimFront(text)).empty();) {
+        bool caps = false;
+        if (setKeyword(caps, takeWord(text), kFontVariants)) any |= caps;
+    }
+    target = any;
+    return !hasVariable(value.text);
+}
+
+bool fontStretch(std::uint8_t& target, const Value& value) {
+    if (setKeyword(target, value.text, kFontStretches)) return true;
+    std::string_view text = value.text;
+    double percent = 0;
+    if (!takeNumber(text, percent) || text != "%" || percent < 0) return false;
+    target = static_cast<std::uint8_t>(std::min(percent, 200.0));
+    return true;
+}
+
 bool fontStyle(bool& target, const Value& value) {
     std::string_view text = value.text;
     return setKeyword(target, takeWord(text), kFontStyles);
 }
 
+// The parts that are named, each once, then the others; "normal" names none.
 bool paintOrder(std::array<PaintPart, 3>& order, const Value& value) {
     std::array<PaintPart, 3> result{};
     std::size_t count = 0;
     const auto add = [&](PaintPart part) {
         const auto end = result.begin() + static_cast<std::ptrdiff_t>(count);
-        if (std::find(result.begin(), end, part) == end) result[count++] = part;
+        if (std::find(result.begin(), end, part) != end) return false;
+        result[count++] = part;
+        return true;
     };
-    for (std::string_view text = value.text; !(text = trimFront(text)).empty();) {
-        const std::string_view word = takeWord(text);
-        for (const Keyword<PaintPart>& one : kPaintParts) {
-            if (equalsNoCase(word, one.word)) add(one.value);
-        }
+    std::string_view text = equalsNoCase(value.text, "normal") ? std::string_view() : value.text;
+    while (!(text = trimFront(text)).empty()) {
+        PaintPart part{};
+        if (!setKeyword(part, takeWord(text), kPaintParts) || !add(part)) return false;
     }
     for (const Keyword<PaintPart>& one : kPaintParts) add(one.value);
     order = result;
-    return !hasVariable(value.text);
+    return true;
 }
 
 bool textDecoration(TextDecoration& target, const Value& value) {
@@ -246,6 +338,7 @@ bool font(Style& style, const Value& value) {
     if (hasVariable(text)) return false;
     style.italic = false;
     style.fontWeight = 400;
+    style.smallCaps = false;
     const std::string_view size = fontSizeOf(text);
     if (size.empty()) return true;
     const std::string_view before = text.substr(0, static_cast<std::size_t>(size.data() - text.data()));
@@ -253,6 +346,7 @@ bool font(Style& style, const Value& value) {
         const Value word{takeWord(rest), value.reading, style};
         fontStyle(style.italic, word);
         fontWeight(style.fontWeight, word);
+        setKeyword(style.smallCaps, word.text, kFontVariants);
     }
     fontSize(style.fontSize, {size, value.reading, style});
     std::string_view family = text.substr(before.size());
@@ -342,8 +436,12 @@ constexpr Row kProperties[] = {
     row<&Own::filter, writtenOrNone>("filter").forModel(),
     row<&Own::mask, writtenOrNone>("mask").forModel(),
     row<&Own::clipPath, writtenOrNone>("clip-path").forModel(),
-    row<&Own::stopColor, paint>("stop-color").forModel(),
-    shorthand<font, &In::fontSize, &In::fontFamily, &In::fontWeight, &In::italic>("font").forModel(),
+    row<&Own::stopColor, plainColor>("stop-color").forModel(),
+    shorthand<font, &In::fontSize, &In::fontFamily, &In::fontWeight, &In::italic, &In::smallCaps>("font")
+        .forModel(),
+    row<&Own::transform, transform>("transform").inStylesOnly().forModel(),
+    row<&Own::transformOrigin, transformOrigin>("transform-origin").forModel(),
+    row<&Own::transformBox, keyword<kTransformBoxes>>("transform-box").forModel(),
     row<&In::fillOpacity, opacity>("fill-opacity"),
     row<&In::strokeOpacity, opacity>("stroke-opacity"),
     row<&In::fillRule, keyword<kFillRules>>("fill-rule"),
@@ -362,6 +460,13 @@ constexpr Row kProperties[] = {
     row<&In::fontFamily, written>("font-family"),
     row<&In::fontWeight, fontWeight>("font-weight"),
     row<&In::italic, fontStyle>("font-style"),
+    row<&In::smallCaps, fontVariant>("font-variant"),
+    row<&In::smallCaps, fontVariant>("font-variant-caps").inStylesOnly(),
+    row<&In::fontStretch, fontStretch>("font-stretch"),
+    row<&In::rightToLeft, keyword<kDirections>>("direction"),
+    row<&In::vertical, keyword<kWritingModes>>("writing-mode"),
+    row<&In::linearColors, keyword<kColorSpaces>>("color-interpolation"),
+    row<&In::smooth, keyword<kShapeRenderings>>("shape-rendering"),
     row<&In::letterSpacing, anyLength>("letter-spacing"),
     row<&In::wordSpacing, anyLength>("word-spacing"),
     row<&In::preserveSpace, keyword<kWhiteSpaces>>("white-space"),
@@ -369,13 +474,16 @@ constexpr Row kProperties[] = {
     row<&In::smoothImages, keyword<kImageRendering>>("image-rendering"),
     row<&In::linearFilters, keyword<kFilterColors>>("color-interpolation-filters"),
     row<&Own::baselineShift, written>("baseline-shift"),
+    row<&Own::alignment, keyword<kAlignments>>("alignment-baseline"),
+    row<&Own::background, background>("background").inStylesOnly(),
+    row<&Own::background, plainColor>("background-color").inStylesOnly(),
     row<&Own::decoration, textDecoration>("text-decoration"),
     row<&Own::decoration, textDecoration>("text-decoration-line"),
     row<&Own::opacity, opacity>("opacity"),
     row<&Own::stopOpacity, opacity>("stop-opacity").forModel(),
-    row<&Own::floodColor, paint>("flood-color"),
+    row<&Own::floodColor, plainColor>("flood-color"),
     row<&Own::floodOpacity, opacity>("flood-opacity"),
-    row<&Own::lightingColor, paint>("lighting-color"),
+    row<&Own::lightingColor, plainColor>("lighting-color"),
     row<&Own::alphaMask, keyword<kMaskTypes>>("mask-type"),
     row<&Own::showsOverflow, keyword<kOverflows>>("overflow"),
     row<&Own::keepsStrokeWidth, keyword<kVectorEffects>>("vector-effect"),

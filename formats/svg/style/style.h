@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "canvas/canvas.h"
@@ -20,11 +21,15 @@ enum class Baseline : std::uint8_t {
     alphabetic,
     middle,
     central,
+    mathematical,
     hanging,
     textBefore,
     textAfter,
     ideographic
 };
+
+// Which box a transform-origin and percentages of a transform refer to.
+enum class TransformBox : std::uint8_t { viewBox, fillBox, strokeBox };
 
 struct TextDecoration {
     bool underline = false, overline = false, lineThrough = false;
@@ -40,9 +45,15 @@ struct InheritedStyle {
     bool displayed = true;  // neither the element nor one around it has display: none
     bool italic = false;
     // What only a picture needs.
-    bool smoothImages = true;    // image-rendering
-    bool linearFilters = true;   // color-interpolation-filters: linearRGB
-    bool preserveSpace = false;  // white-space: pre (xml:space is the attribute's reader's)
+    bool smoothImages = true;        // image-rendering
+    bool linearFilters = true;       // color-interpolation-filters: linearRGB
+    bool preserveSpace = false;      // white-space: pre (xml:space is the attribute's reader's)
+    bool linearColors = false;       // color-interpolation: linearRGB
+    bool smooth = true;              // shape-rendering: not crispEdges or optimizeSpeed
+    bool smallCaps = false;          // font-variant: small-caps
+    bool rightToLeft = false;        // direction: rtl
+    bool vertical = false;           // writing-mode
+    std::uint8_t fontStretch = 100;  // per cent
     Baseline baseline = Baseline::alphabetic;
     std::array<PaintPart, 3> paintOrder{PaintPart::fill, PaintPart::stroke, PaintPart::markers};
     EFillRule fillRule = EFillRule::nonZero;
@@ -65,6 +76,10 @@ struct InheritedStyle {
 
 struct OwnStyle {
     std::string_view filter, mask, clipPath;  // as written; empty: none
+    // As written; empty: none.
+    std::string_view transform;        // of a style sheet, whose lengths have units
+    std::string_view transformOrigin;  // also of attributes
+    TransformBox transformBox = TransformBox::viewBox;
     Paint stopColor{.kind = PaintKind::rgb};
     // What only a picture needs.
     Paint floodColor{.kind = PaintKind::rgb};
@@ -72,7 +87,9 @@ struct OwnStyle {
     double opacity = 1;
     double stopOpacity = 1;
     double floodOpacity = 1;
-    std::string_view baselineShift;  // as written
+    std::string_view baselineShift;     // as written
+    Paint background;                   // background-color, which the root alone has
+    std::optional<Baseline> alignment;  // alignment-baseline, where it is not "auto"
     TextDecoration decoration;
     bool alphaMask = false;         // mask-type: alpha
     bool showsOverflow = false;     // overflow: visible or auto

@@ -26,11 +26,17 @@ pugi::xml_node chosenCase(pugi::xml_node node) {
     for (const pugi::xml_node child : node.children()) {
         if (!isDrawn(kindOf(child))) continue;
         const pugi::xml_attribute language = child.attribute("systemLanguage");
-        const bool wanted = child.attribute("requiredExtensions").value()[0] == '\0' &&
-                            (!language || listsEnglish(language.value()));
+        const bool wanted =
+            !child.attribute("requiredExtensions") && (!language || listsEnglish(language.value()));
         if (wanted) return child;
     }
     return {};
+}
+
+bool isWanted(const AttributeSet& attributes) {
+    return !attributes.has(Attribute::requiredExtensions) &&
+           (!attributes.has(Attribute::systemLanguage) ||
+            listsEnglish(attributes.get(Attribute::systemLanguage)));
 }
 
 }  // namespace svg

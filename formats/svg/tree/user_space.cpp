@@ -26,11 +26,6 @@ LengthContext contextOf(const UserSpace& space, double fontSize = 16) {
     return {fontSize, space.width, space.height};
 }
 
-Affine ownTransform(const AttributeSet& attributes) {
-    return attributes.has(Attribute::transform) ? parseTransform(attributes.get(Attribute::transform))
-                                                : Affine();
-}
-
 double positive(double value) {
     return std::max(0.0, value);
 }
@@ -78,6 +73,46 @@ Page pageAround(const AFRect& box, const AttributeSet& root) {
 
 }  // namespace
 
+Affine ownTransform(const AttributeSet& attributes) {
+    if (!attributes.has(Attribute::transform)) return {};
+    const Affine* const ofStyle = attributes.transform();
+    return ofStyle ? *ofStyle : parseTransform(attributes.get(Attribute::transform));
+}
+
+Affine aboutOrigin(const Affine& transform, const Style& style, const UserSpace& space) {
+    AFPoint origin;
+    if (style.own.transformOrigin.empty() ||
+        !parseTransformOrigin(style.own.transformOrigin, {style.fontSize, space.width, space.height},
+                              origin)) {
+        return transform;
+    }
+    return translation(origin.x, origin.y) * transform * translation(-origin.x, -origin.y);
+}
+
+void readTransform(AttributeSet& attributes, const Style& style, const UserSpace& outer,
+                   const std::function<AFRect()>& ownBox) {
+    const OwnStyle& own = style.own;
+    if (own.transform.empty() && !attributes.has(Attribute::transform)) return;
+    const bool ofView = own.transformBox == TransformBox::viewBox;
+    AFRect box{0, 0, outer.width, outer.height};
+    if (!ofView) box = ownBox();
+    if (own.transformBox == TransformBox::strokeBox && style.stroke.kind != PaintKind::none) {
+        const double half = style.strokeWidth / 2;
+        box = {box.left - half, box.top - half, box.right + half, box.bottom + half};
+    }
+    const TransformLengths lengths{style.fontSize, box.Width(), box.Height()};
+    Affine transform;
+    if (own.transform.empty()) {
+        transform = ownTransform(attributes);
+    } else {
+        parseStyleTransform(own.transform, lengths, transform);
+    }
+    AFPoint origin;
+    if (!own.transformOrigin.empty()) parseTransformOrigin(own.transformOrigin, lengths, origin);
+    origin = {origin.x + box.left, origin.y + box.top};
+    attributes.setTransform(translation(origin.x, origin.y) * transform * translation(-origin.x, -origin.y));
+}
+
 bool parseViewBox(std::string_view text, AFRect& box) {
     double v[4];
     text = trimFront(text);
@@ -88,6 +123,16 @@ bool parseViewBox(std::string_view text, AFRect& box) {
     if (!(v[2] > 0 && v[3] > 0)) return false;
     box = {v[0], v[1], v[0] + v[2], v[1] + v[3]};
     return true;
+}
+
+bool isEmptyViewBox(std::string_view text) {
+    double v[4];
+    text = trimFront(text);
+    for (double& number : v) {
+        if (!takeNumber(text, number)) return false;
+        text = skipSeparator(text);
+    }
+    return text.empty() && (v[2] == 0 || v[3] == 0);
 }
 
 Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect) {

@@ -3,7 +3,10 @@
 // Import and the lazy boxes of shapes go down through the same functions, so that both agree.
 #pragma once
 
+#include <functional>
+
 #include "formats/svg/style/attributes.h"
+#include "formats/svg/style/style.h"
 #include "formats/svg/values/transform.h"
 #include "formats/svg/values/units.h"
 
@@ -31,6 +34,8 @@ UserSpace rootSpace(const AttributeSet& root, Page& page);
 
 // Reads a viewBox attribute; false when it is none or has no area.
 bool parseViewBox(std::string_view text, AFRect& box);
+// A view box without width or height: what has it is not drawn.
+bool isEmptyViewBox(std::string_view text);
 // From a view box to a viewport of that size at the origin. Empty preserveAspectRatio: centred, whole.
 Affine fitViewBox(const AFRect& box, double width, double height, std::string_view aspect);
 
@@ -43,6 +48,18 @@ UserSpace viewportOf(const UserSpace& outer, const AttributeSet& attributes);
 
 // The user space inside an element: its transform, its view box.
 UserSpace enter(const UserSpace& outer, Element element, const AttributeSet& attributes);
+
+// Puts the transform that a style gives an element (transform, transform-origin) into its attributes. `outer`: the space
+// in which the element stands. `ownBox`: gives the element's own box in its user space, for transform-box.
+void readTransform(AttributeSet& attributes, const Style& style, const UserSpace& outer,
+                   const std::function<AFRect()>& ownBox);
+inline bool hasOwnTransform(const Style& style) {
+    return style.hasOwn && !(style.own.transform.empty() && style.own.transformOrigin.empty());
+}
+// Of an element with these attributes; none without.
+Affine ownTransform(const AttributeSet& attributes);
+// A paint server's or clip path's transform about the origin that its style asks for.
+Affine aboutOrigin(const Affine& transform, const Style& style, const UserSpace& space);
 
 // A length attribute; `missing` when it is not there or broken.
 double length(const AttributeSet& attributes, Attribute attribute, Axis axis, const LengthContext& context,

@@ -22,6 +22,7 @@ struct Argument {
 struct Arguments {
     std::array<Argument, 5> list;
     int count = 0;
+    bool commas = false;
 };
 
 std::uint32_t channel(double value) {
@@ -102,10 +103,11 @@ bool takeArguments(std::string_view& text, Arguments& arguments) {
             argument.value *= factor;
         }
         rest = trimFront(rest.substr(length));
+        arguments.commas |= rest.starts_with(',');
         if (!rest.empty() && (rest.front() == ',' || rest.front() == '/')) rest = trimFront(rest.substr(1));
     }
-    if (rest.empty()) return false;
-    text = rest.substr(1);
+    // The end of the text closes what is open.
+    text = rest.empty() ? rest : rest.substr(1);
     return true;
 }
 
@@ -134,8 +136,17 @@ double opacityOf(const Argument& argument) {
     return std::clamp(argument.percent ? argument.value / 100 : argument.value, 0.0, 1.0);
 }
 
+// With commas, components are all numbers or all percentages, and those of a hue's fellows percentages.
+bool isLegacy(ColorSpace space, const Arguments& arguments) {
+    const auto& [list, count, commas] = arguments;
+    if (space == ColorSpace::srgb)
+        return list[0].percent == list[1].percent && list[1].percent == list[2].percent;
+    return space != ColorSpace::hsl || (list[1].percent && list[2].percent);
+}
+
 bool readColor(const ColorFunction& function, const Arguments& arguments, Rgba& color) {
     if (arguments.count != 3 && arguments.count != 4) return false;
+    if (arguments.commas && !isLegacy(function.space, arguments)) return false;
     for (std::size_t i = 0; i < 3; ++i) {
         const Argument& one = arguments.list[i];
         const bool isHue = static_cast<int>(i) == hueOf(function.space);

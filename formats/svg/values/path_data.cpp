@@ -376,6 +376,27 @@ void appendPoints(std::string_view points, bool closed, APath& path) {
     if (closed && path.verbs().size() != before) path.close();
 }
 
+double outlineLength(const APath& path) {
+    constexpr int kParts = 32;
+    double length = 0;
+    path.forEachSegment([&](const APath::Segment& one) {
+        if (one.verb == APath::EVerb::move) return;
+        if (one.verb != APath::EVerb::curve) {
+            length += std::hypot(one.to.x - one.from.x, one.to.y - one.from.y);
+            return;
+        }
+        AFPoint last = one.from;
+        for (int i = 1; i <= kParts; ++i) {
+            const double t = static_cast<double>(i) / kParts;
+            const AFPoint next{cubicAt(one.from.x, one.control1.x, one.control2.x, one.to.x, t),
+                               cubicAt(one.from.y, one.control1.y, one.control2.y, one.to.y, t)};
+            length += std::hypot(next.x - last.x, next.y - last.y);
+            last = next;
+        }
+    });
+    return length;
+}
+
 AFRect outlineBounds(const APath& path) {
     BoundsBuilder bounds;
     path.forEachSegment([&](const APath::Segment& one) {

@@ -25,6 +25,8 @@ void appendPath(std::string_view data, APath& path, Arcs arcs = Arcs::exact);
 void appendPoints(std::string_view points, bool closed, APath& path);
 // The exact extent of an outline.
 AFRect outlineBounds(const APath& path);
+// How long it is, from point to point; of curves a close approximation.
+double outlineLength(const APath& path);
 
 // The points of a polygon or polyline; a lone last coordinate does not count.
 void addPointsBounds(std::string_view points, const Affine& transform, BoundsBuilder& bounds);

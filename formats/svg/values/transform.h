@@ -18,6 +18,18 @@ inline Affine translation(double x, double y) {
 // The value of a transform attribute. One that cannot be read to its end counts as no transform.
 Affine parseTransform(std::string_view text);
 
+// What lengths of a style's transform refer to: percentages to the size of the reference box.
+struct TransformLengths {
+    double fontSize = 16;
+    double width = 0;
+    double height = 0;
+};
+// The value of the property "transform", whose lengths and angles have units: "rotate(45deg) translate(10%, 2em)".
+// False for anything else, three dimensions included.
+bool parseStyleTransform(std::string_view text, const TransformLengths& lengths, Affine& transform);
+// The value of "transform-origin": words, lengths, percentages. False for anything else.
+bool parseTransformOrigin(std::string_view text, const TransformLengths& lengths, AFPoint& origin);
+
 // Collects points into a rectangle.
 class BoundsBuilder {
 public:

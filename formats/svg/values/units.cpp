@@ -124,7 +124,8 @@ void parseDashes(std::string_view text, const LengthContext& context, std::vecto
         }
         visible |= value > 0;
         dashes.push_back(value);
-        text.remove_prefix(length);
+        text = trimFront(text.substr(length));
+        if (text == ",") visible = false;  // nothing behind a comma: invalid
     }
     if (!visible) dashes.clear();
 }

@@ -12,8 +12,9 @@ class ADocView;
 
 class AViewDisplay {
 public:
-    // The view outlives it.
-    explicit AViewDisplay(const ADocView& view) : m_view(view) {}
+    // The view outlives it. `list`: when it is made already.
+    explicit AViewDisplay(const ADocView& view, std::shared_ptr<const ADisplayList> list = nullptr)
+        : m_view(view), m_list(std::move(list)) {}
 
     // Raises bad_alloc.
     const std::shared_ptr<const ADisplayList>& list();

@@ -21,7 +21,7 @@ Items::Items() {
 
 Item* Items::find(HTREEITEM handle) {
     auto found = by_handle_.find(handle);
-    return found == by_handle_.end() ? nullptr : found->second.get();
+    return found == by_handle_.end() ? nullptr : &found->second;
 }
 
 bool Items::shows_children(const Item& item) const {
@@ -36,17 +36,15 @@ Item* Items::last_row_within(Item& item) {
 }
 
 Item& Items::insert(Item& parent, Item* after) {
-    auto made = std::make_unique<Item>();
-    Item& item = *made;
-    item.handle = next_handle();
+    // The row above the new one, found before the item is linked.
+    Row* above = after ? last_row_within(*after) : (&parent == &root_ ? nullptr : &parent);
+    const HTREEITEM handle = next_handle();
+    Item& item = by_handle_[handle];
+    item.handle = handle;
     item.parent = &parent;
     item.level = parent.level + 1;
     item.previous = after;
     item.next = after ? after->next : parent.first_child;
-    // The row above the new one, found before the item is linked.
-    Row* above = after ? last_row_within(*after) : (&parent == &root_ ? nullptr : &parent);
-    // What may fail comes first.
-    by_handle_.emplace(item.handle, std::move(made));
     (item.next ? item.next->previous : parent.last_child) = &item;
     (after ? after->next : parent.first_child) = &item;
     if (shows_children(parent)) rows_.insert(above, item);
@@ -57,19 +55,18 @@ void Items::remove(Item& item) {
     if (item.shown) rows_.remove(item, 1);
     (item.previous ? item.previous->next : item.parent->first_child) = item.next;
     (item.next ? item.next->previous : item.parent->last_child) = item.previous;
-    by_handle_.erase(item.handle);
+    const HTREEITEM handle = item.handle;
+    by_handle_.erase(handle);
 }
 
 void Items::expand(Item& item) {
     if (is_expanded(item)) return;
     item.state |= TVIS_EXPANDED;
     if (!item.shown) return;
-    Row* above = &item;
-    for (Item* row = item.first_child; row;) {
-        rows_.insert(above, *row);
-        above = row;
-        row = is_expanded(*row) ? next_in_branch(*row, item) : after_branch(*row, item);
-    }
+    rows_.insert_run(&item, item.first_child, [&item](Row& above) -> Row* {
+        auto& row = static_cast<Item&>(above);
+        return is_expanded(row) ? next_in_branch(row, item) : after_branch(row, item);
+    });
 }
 
 void Items::collapse(Item& item) {

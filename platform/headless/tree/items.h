@@ -8,7 +8,6 @@
 // logarithmic time; showing or hiding a branch takes time in proportion to the rows that come or go.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <unordered_map>
 
@@ -62,7 +61,7 @@ private:
 
     Item root_;
     Rows rows_;
-    std::unordered_map<HTREEITEM, std::unique_ptr<Item>> by_handle_;
+    std::unordered_map<HTREEITEM, Item> by_handle_;
 };
 
 inline bool is_expanded(const Item& item) {

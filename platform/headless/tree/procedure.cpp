@@ -2,6 +2,7 @@
 
 // The tree view's messages.
 #include <cstring>
+#include <typeinfo>
 
 #include "platform/headless/controls.h"
 #include "platform/headless/guard.h"
@@ -245,7 +246,8 @@ LRESULT headless::tree_procedure(HWND handle, UINT message, WPARAM wParam, LPARA
         std::shared_ptr<Window> window = hold(handle);
         if (!window) return 0;
         if (message == WM_NCCREATE) window->state = std::make_unique<Tree>(*window);
-        auto* tree = dynamic_cast<Tree*>(window->state.get());
+        ControlState* state = window->state.get();
+        auto* tree = state && typeid(*state) == typeid(Tree) ? static_cast<Tree*>(state) : nullptr;
         if (!tree) return DefWindowProcW(handle, message, wParam, lParam);
         constexpr UINT last_tree_message = TV_FIRST + 0xFF;
         return message >= TV_FIRST && message <= last_tree_message

@@ -73,7 +73,7 @@ Row* Rows::at(int index) const {
     }
 }
 
-void Rows::insert(Row* above, Row& row) {
+void Rows::prepare(Row& row) {
     random_ ^= random_ << 13;
     random_ ^= random_ >> 17;
     random_ ^= random_ << 5;
@@ -81,14 +81,58 @@ void Rows::insert(Row* above, Row& row) {
     row.shown = true;
     row.left_ = row.right_ = row.up_ = nullptr;
     update(row);
+}
+
+// A run is built from top to bottom: `last` is its lowest row, above which those that may still get rows below
+// them stand in a chain. What leaves the chain is complete.
+Row* Rows::append(Row* last, Row& row) {
+    prepare(row);
+    Row* before = nullptr;
+    while (last && last->priority_ <= row.priority_) {
+        update(*last);
+        before = last;
+        last = last->up_;
+    }
+    row.left_ = before;
+    row.up_ = last;
+    if (last) last->right_ = &row;
+    return &row;
+}
+
+Row* Rows::finish(Row& last) {
+    Row* top = &last;
+    for (Row* level = &last; level; level = level->up_) {
+        update(*level);
+        top = level;
+    }
+    return top;
+}
+
+void Rows::place(Row* above, Row& run) {
     Row* upper = nullptr;
     Row* lower = nullptr;
     split(root_, above ? index(*above) + 1 : 0, upper, lower);
-    root_ = merge(merge(upper, &row), lower);
+    root_ = merge(merge(upper, &run), lower);
     root_->up_ = nullptr;
 }
 
+void Rows::insert(Row* above, Row& row) {
+    prepare(row);
+    place(above, row);
+}
+
+void Rows::remove_one(Row& row) {
+    Row* rest = merge(row.left_, row.right_);
+    Row* up = row.up_;
+    if (rest) rest->up_ = up;
+    (up ? up->left_ == &row ? up->left_ : up->right_ : root_) = rest;
+    for (Row* level = up; level; level = level->up_) update(*level);
+    row.left_ = row.right_ = row.up_ = nullptr;
+    row.shown = false;
+}
+
 void Rows::remove(Row& first, int count) {
+    if (count == 1) return remove_one(first);
     Row* upper = nullptr;
     Row* middle = nullptr;
     Row* lower = nullptr;

@@ -37,6 +37,13 @@ public:
 
     // Below the given row, at the very top for null.
     void insert(Row* above, Row& row);
+    // A run of rows that `next` leads through; null ends it. Takes time in proportion to the run.
+    template <class Next>
+    void insert_run(Row* above, Row* first, Next next) {
+        Row* last = nullptr;
+        for (Row* row = first; row; row = next(*row)) last = append(last, *row);
+        if (last) place(above, *finish(*last));
+    }
     // This row and the ones below it, `count` in all.
     void remove(Row& first, int count);
     void width_changed(Row& row);
@@ -47,6 +54,11 @@ private:
     static Row* merge(Row* upper, Row* lower);
     static void split(Row* rows, int count, Row*& upper, Row*& lower);
     static void forget(Row* rows);
+    void prepare(Row& row);
+    Row* append(Row* last, Row& row);
+    static Row* finish(Row& last);
+    void place(Row* above, Row& run);
+    void remove_one(Row& row);
 
     Row* root_ = nullptr;
     std::uint32_t random_ = 2463534242u;

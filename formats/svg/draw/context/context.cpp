@@ -36,6 +36,7 @@ DrawContext::DrawContext(const std::string& text, const UserSpace& root, ACanvas
       m_styles(Vocabulary::drawing),
       m_root(root),
       m_blends(asksForBlending(text)),
+      m_usesContextPaint(text.find("context-") != text.npos),
       m_canvas(&canvas) {
     readSheets();
     restart(root, canvas);
@@ -46,6 +47,7 @@ DrawContext::DrawContext(const std::string& text, const UserSpace& root, ADispla
       m_styles(Vocabulary::drawing),
       m_root(root),
       m_blends(asksForBlending(text)),
+      m_usesContextPaint(text.find("context-") != text.npos),
       m_canvas(nullptr),
       m_recorder(&recorder),
       m_clipBounds(pixelsAround({-kFarPixels, -kFarPixels, kFarPixels, kFarPixels}, 0)),
@@ -66,9 +68,24 @@ void DrawContext::restart(const UserSpace& root, ACanvas& canvas) {
     m_clipBounds = canvas.clipBounds();
     m_touched = {0, 0, 0, 0};
     m_visited.clear();
+    m_contextPaint = nullptr;
+    m_place = {};
     m_heldPixels = 0;
     m_pixelSteps = pixelSteps(m_clipBounds);
     m_repeatable = repeatable(m_tree.elementCount());
+}
+
+bool DrawContext::lendTo(DrawContext& inner) {
+    if (m_isInner || !spend(inner.m_tree.elementCount())) return false;
+    inner.m_isInner = true;
+    inner.takeBack(*this);
+    return true;
+}
+
+void DrawContext::takeBack(const DrawContext& inner) {
+    m_repeatable = inner.m_repeatable;
+    m_pixelSteps = inner.m_pixelSteps;
+    m_heldPixels = inner.m_heldPixels;
 }
 
 void DrawContext::fill(const APath& path, const AAffine& toPixels, const APaint& paint, EFillRule rule) {
@@ -107,12 +124,14 @@ void DrawContext::touch(const RECT& area) {
                            std::max(seen.right, m_touched.right), std::max(seen.bottom, m_touched.bottom)};
 }
 
-DrawContext::OnCanvas::OnCanvas(DrawContext& context, ACanvas& canvas)
+DrawContext::OnCanvas::OnCanvas(DrawContext& context, ACanvas& canvas, const AAffine& place)
     : m_context(context),
       m_before(context.m_canvas),
       m_recorderBefore(context.m_recorder),
       m_boundsBefore(context.m_clipBounds),
-      m_touchedBefore(context.m_touched) {
+      m_touchedBefore(context.m_touched),
+      m_placeBefore(context.m_place) {
+    context.m_place = place * context.m_place;
     context.m_touched = {0, 0, 0, 0};
     context.m_canvas = &canvas;
     context.m_recorder = nullptr;
@@ -124,6 +143,7 @@ DrawContext::OnCanvas::~OnCanvas() {
     m_context.m_recorder = m_recorderBefore;
     m_context.m_clipBounds = m_boundsBefore;
     m_context.m_touched = m_touchedBefore;
+    m_context.m_place = m_placeBefore;
 }
 
 bool DrawContext::enterReference(pugi::xml_node node) {

@@ -49,6 +49,15 @@ struct DrawnElement {
     const UserSpace& space;
 };
 
+// What context-fill and context-stroke stand for inside: the paints of a marker's shape or of a "use".
+struct ContextPaint {
+    Style style;
+    UserSpace space;  // that of the shape, to the pixels of the canvas that was drawn on then
+    AFRect box;       // of the shape
+    AAffine place;    // DrawContext::place() then
+    const ContextPaint* outer = nullptr;
+};
+
 class DrawContext {
 public:
     DrawContext(const std::string& text, const UserSpace& root, ACanvas& canvas);
@@ -62,6 +71,18 @@ public:
 
     // Whether something in the drawing has a mix-blend-mode.
     bool blends() const { return m_blends; }
+
+    // Whether something in the drawing is painted like what it stands in.
+    bool usesContextPaint() const { return m_usesContextPaint; }
+    const ContextPaint* contextPaint() const { return m_contextPaint; }
+    void setContextPaint(const ContextPaint* paint) { m_contextPaint = paint; }
+    // From the pixels of the picture to those of the canvas that is drawn on.
+    const AAffine& place() const { return m_place; }
+
+    // Another drawing inside this one takes what it costs from the same budgets. False where this one is inside
+    // another itself: one in one is enough.
+    bool lendTo(DrawContext& inner);
+    void takeBack(const DrawContext& inner);
 
     // Starts anew on another canvas, at another scale.
     void restart(const UserSpace& root, ACanvas& canvas);
@@ -85,7 +106,8 @@ public:
     // While it lives, drawing goes to another canvas.
     class OnCanvas {
     public:
-        OnCanvas(DrawContext& context, ACanvas& canvas);
+        // `place`: from the pixels of the canvas before to those of the new one.
+        OnCanvas(DrawContext& context, ACanvas& canvas, const AAffine& place = {});
         ~OnCanvas();
         OnCanvas(const OnCanvas&) = delete;
         OnCanvas& operator=(const OnCanvas&) = delete;
@@ -96,6 +118,7 @@ public:
         ADisplayRecorder* m_recorderBefore;
         RECT m_boundsBefore;
         RECT m_touchedBefore;
+        AAffine m_placeBefore;
     };
 
     // Marks an element that a reference led to as being drawn. False when it is being drawn already (it would
@@ -159,6 +182,11 @@ public:
     // The extent of an element's geometry with its content, without strokes, in its own user space: what
     // objectBoundingBox units refer to. The element's own transform is not included.
     virtual AFRect boundsOf(const DrawnElement& element) = 0;
+    // Draws an element with all its content where it stands in the user space `space`, as a "use" does.
+    virtual void paintElement(pugi::xml_node element, const Style& style, const UserSpace& space) = 0;
+    // Draws the picture in a data URI. `viewport`: where, in user space; `aspect`: as preserveAspectRatio says.
+    virtual void paintUri(std::string_view uri, const AFRect& viewport, std::string_view aspect,
+                          const UserSpace& space, bool smooth) = 0;
 
     // Made when first asked for.
     template <class Cache>
@@ -175,6 +203,10 @@ private:
     StyleResolver m_styles;
     UserSpace m_root;
     bool m_blends;
+    bool m_usesContextPaint;
+    bool m_isInner = false;
+    const ContextPaint* m_contextPaint = nullptr;
+    AAffine m_place;
     ACanvas* m_canvas;
     ADisplayRecorder* m_recorder = nullptr;
     RECT m_clipBounds;

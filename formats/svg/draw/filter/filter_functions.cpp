@@ -26,18 +26,26 @@ bool readAngle(std::string_view text, double& degrees) {
     degrees = 0;
     if (text.empty()) return true;
     if (!takeNumber(text, degrees)) return false;
+    if (text.empty()) return degrees == 0;
     struct Unit {
         std::string_view name;
         double degrees;
     };
     constexpr Unit kUnits[] = {
-        {"", 1}, {"deg", 1}, {"grad", 0.9}, {"rad", 180 / 3.14159265358979323846}, {"turn", 360}};
+        {"deg", 1}, {"grad", 0.9}, {"rad", 180 / 3.14159265358979323846}, {"turn", 360}};
     for (const Unit& unit : kUnits) {
         if (!equalsNoCase(text, unit.name)) continue;
         degrees *= unit.degrees;
         return true;
     }
     return false;
+}
+
+// Only 0 may stand without a unit, and nothing is relative to a box.
+bool readLength(std::string_view text, const LengthContext& context, double& length) {
+    std::string_view rest = text;
+    if (takeNumber(rest, length) && rest.empty()) return length == 0;
+    return rest != "%" && parseLength(text, Axis::both, context, length);
 }
 
 ColorMatrix scaled(double factor, double offset, double alpha) {
@@ -94,7 +102,7 @@ bool readDropShadow(std::string_view arguments, const FilterArea& area, FilterSt
         const std::string_view word = takeWord(arguments);
         if (!hasColor && equalsNoCase(word, "currentcolor")) {
             hasColor = true;
-        } else if (count == 3 || !parseLength(word, Axis::both, context, lengths[count++])) {
+        } else if (count == 3 || !readLength(word, context, lengths[count++])) {
             return false;
         }
     }
@@ -118,8 +126,7 @@ bool readFilterFunction(std::string_view name, std::string_view arguments, const
     if (equalsNoCase(name, "blur")) {
         double deviation = 0;
         const LengthContext context{area.style.fontSize, 0, 0};
-        known =
-            (arguments.empty() || parseLength(arguments, Axis::both, context, deviation)) && deviation >= 0;
+        known = (arguments.empty() || readLength(arguments, context, deviation)) && deviation >= 0;
         const Scale scale = scaleOf(area);
         makeBlur(step, deviation * scale.x, deviation * scale.y);
     } else if (equalsNoCase(name, "drop-shadow")) {

@@ -42,8 +42,9 @@ bool readFilters(DrawContext& context, const FilterArea& area, std::vector<Filte
         if (graphs.size() == kMostFilters) return false;
         std::string_view id;
         if (takeUrl(rest, id)) {
+            // One that is not there does nothing; others may follow.
             const pugi::xml_node node = findFilter(context, id);
-            if (!node) return false;
+            if (!node) continue;
             graphs.push_back(FilterReader(context, area, node).read());
             continue;
         }

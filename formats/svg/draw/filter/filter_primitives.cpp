@@ -16,18 +16,20 @@ namespace {
 
 constexpr double kDegree = 3.14159265358979323846 / 180;
 
+// Empty for a list with anything else in it.
 std::vector<double> readNumbers(std::string_view text, std::size_t most) {
     std::vector<double> numbers;
     double value = 0;
-    for (text = trimFront(text); numbers.size() < most && takeNumber(text, value); text = skipSeparator(text))
+    for (text = trim(text); numbers.size() < most && takeNumber(text, value); text = skipSeparator(text))
         numbers.push_back(value);
+    if (numbers.size() < most && !text.empty()) numbers.clear();
     return numbers;
 }
 
 double numberOf(pugi::xml_node node, const char* name, double missing = 0) {
     std::string_view text = trim(textOf(node, name));
     double value = missing;
-    return takeNumber(text, value) ? value : missing;
+    return takeNumber(text, value) && text.empty() ? value : missing;
 }
 
 template <class T>
@@ -42,6 +44,36 @@ T valueOf(std::string_view text, const Choice<T> (&words)[Count], T otherwise) {
     }
     return otherwise;
 }
+
+// What feImage shows: an element of the drawing, or a picture inside the file.
+struct FilterImage {
+    DrawContext& context;
+    UserSpace space;  // of the filtered element
+
+    void paint(const StepInputs& in, AImage& image, pugi::xml_node node, const AFRect& region) const {
+        if (image.empty()) return;
+        ACanvas canvas(pixelsOf(image));
+        const AAffine place = AAffine::translation(-in.origin.x, -in.origin.y);
+        const DrawContext::OnCanvas on(context, canvas, place);
+        UserSpace here = space;
+        here.toDrawing = place * here.toDrawing;
+        const std::string_view id = referenceOf(node);
+        if (id.empty()) {
+            std::string_view uri;
+            for (const pugi::xml_attribute one : node.attributes()) {
+                if (splitName(one.name()).local == "href") uri = one.value();
+            }
+            const std::string_view aspect = textOf(node, "preserveAspectRatio");
+            return context.paintUri(uri, region, aspect, here, context.styleAt(node).smoothImages);
+        }
+        const pugi::xml_node element = context.tree().findAny(id);
+        const DrawContext::Visit visit(context, element);
+        if (!visit || kindOf(element) == Element::symbol) return;
+        // Its origin is the corner of what the step fills.
+        here.toDrawing = here.toDrawing * translation(region.left, region.top);
+        context.paintElement(element, context.styleAt(element.parent()), here);
+    }
+};
 
 // A function of feComponentTransfer as a table.
 std::array<std::uint8_t, 256> transferTable(pugi::xml_node function) {
@@ -76,8 +108,7 @@ std::array<std::uint8_t, 256> transferTable(pugi::xml_node function) {
 
 void FilterReader::readBlur(FilterStep& step) {
     const AFPoint deviation = pair("stdDeviation", {});
-    if (deviation.x < 0 || deviation.y < 0) return;
-    const AFPoint pixels = sizeInPixels(deviation);
+    const AFPoint pixels = sizeInPixels({std::max(deviation.x, 0.0), std::max(deviation.y, 0.0)});
     makeBlur(step, pixels.x, pixels.y);
 }
 
@@ -138,8 +169,8 @@ void FilterReader::readComposite(FilterStep& step) {
 void FilterReader::readColorMatrix(FilterStep& step) {
     const std::string_view type = word("type");
     const std::vector<double> values = readNumbers(textOf(m_node, "values"), 21);
-    if (type == "saturate") return makeColorMatrix(step, saturation(values.empty() ? 1 : values[0]));
-    if (type == "hueRotate") return makeColorMatrix(step, hueRotation(values.empty() ? 0 : values[0]));
+    if (type == "saturate") return makeColorMatrix(step, saturation(values.size() != 1 ? 1 : values[0]));
+    if (type == "hueRotate") return makeColorMatrix(step, hueRotation(values.size() != 1 ? 0 : values[0]));
     if (type == "luminanceToAlpha") {
         ColorMatrix matrix{};
         matrix[15] = 0.2125;
@@ -191,6 +222,9 @@ void FilterReader::readTile(FilterStep& step) {
 
 void FilterReader::readTurbulence(FilterStep& step) {
     const AFPoint frequency = pair("baseFrequency", {});
+    // A broken step shows nothing.
+    step.inputs = {kTransparent};
+    if (frequency.x < 0 || frequency.y < 0) return;
     Turbulence::Settings settings;
     settings.frequencyX = std::max(frequency.x, 0.0);
     settings.frequencyY = std::max(frequency.y, 0.0);
@@ -198,13 +232,12 @@ void FilterReader::readTurbulence(FilterStep& step) {
     settings.seed = number("seed");
     settings.fractal = word("type") == "fractalNoise";
     settings.stitches = word("stitchTiles") == "stitch";
-    const AFRect tile = subregion();
+    const AFRect tile = subregion(m_region);
     settings.tileX = tile.left;
     settings.tileY = tile.top;
     settings.tileWidth = tile.Width();
     settings.tileHeight = tile.Height();
     const std::optional<Affine> toUser = m_area.space.toDrawing.inverse();
-    step.inputs = {kTransparent};
     step.cost = 20.0 * settings.octaves;
     if (!toUser) return;
     step.apply = [settings, toUser](const StepInputs& in) {
@@ -242,20 +275,25 @@ void FilterReader::readLighting(FilterStep& step) {
             light.kind = kind.value;
         }
     }
-    if (!source) light.strength = 0;
+    if (!source) return readNothing(step);
     const double azimuth = std::fmod(numberOf(source, "azimuth"), 360) * kDegree;
     const double elevation = std::fmod(numberOf(source, "elevation"), 360) * kDegree;
     light.toLight = {std::cos(azimuth) * std::cos(elevation), std::sin(azimuth) * std::cos(elevation),
                      std::sin(elevation)};
     const auto place = [&](const char* x, const char* y, const char* z) {
         AFPoint at{numberOf(source, x), numberOf(source, y)};
-        if (m_boxPrimitives) at = m_fromUnit.apply(at);
+        double height = numberOf(source, z);
+        if (m_boxPrimitives) {
+            at = m_fromUnit.apply(at);
+            height *= std::hypot(m_fromUnit.a, m_fromUnit.d) / std::sqrt(2.0);
+        }
         at = m_area.space.toDrawing.apply(at);
-        return Vector3{at.x, at.y, numberOf(source, z) * scale};
+        return Vector3{at.x, at.y, height * scale};
     };
     light.at = place("x", "y", "z");
     light.target = place("pointsAtX", "pointsAtY", "pointsAtZ");
-    light.focus = std::clamp(numberOf(source, "specularExponent", 1), 0.0, 128.0);
+    light.focus = std::min(numberOf(source, "specularExponent", 1), 128.0);
+    if (!(light.focus > 0)) light.focus = 1;
     const double cone = numberOf(source, "limitingConeAngle", 180);
     light.coneCosine = std::cos(std::min(std::fabs(cone), 180.0) * kDegree);
     step.reach = 1;
@@ -271,20 +309,26 @@ void FilterReader::readLighting(FilterStep& step) {
 
 void FilterReader::readConvolve(FilterStep& step) {
     Convolution c;
-    const AFPoint order = pair("order", {3, 3});
-    if (!(order.x >= 1 && order.y >= 1 && order.x * order.y <= Convolution::kMostWeights)) return;
+    AFPoint order = pair("order", {3, 3});
+    const auto isCount = [](double value) { return value >= 1 && value == std::floor(value); };
+    if (!isCount(order.x) || !isCount(order.y)) order = {3, 3};
+    if (order.x * order.y > Convolution::kMostWeights) return;
     c.columns = static_cast<int>(order.x);
     c.rows = static_cast<int>(order.y);
     const auto count = static_cast<std::size_t>(c.columns * c.rows);
     c.weights = readNumbers(textOf(m_node, "kernelMatrix"), count + 1);
-    if (c.weights.size() != count) return;
+    if (c.weights.size() != count) return readNothing(step);
     double sum = 0;
     for (const double weight : c.weights) sum += weight;
     c.divisor = number("divisor", 0);
     if (c.divisor == 0) c.divisor = sum != 0 ? sum : 1;
     c.bias = number("bias");
-    c.targetX = static_cast<int>(std::clamp(number("targetX", c.columns / 2), 0.0, c.columns - 1.0));
-    c.targetY = static_cast<int>(std::clamp(number("targetY", c.rows / 2), 0.0, c.rows - 1.0));
+    const AFPoint target{std::floor(number("targetX", c.columns / 2)),
+                         std::floor(number("targetY", c.rows / 2))};
+    if (!(target.x >= 0 && target.x < c.columns && target.y >= 0 && target.y < c.rows))
+        return readNothing(step);
+    c.targetX = static_cast<int>(target.x);
+    c.targetY = static_cast<int>(target.y);
     constexpr Choice<EdgeMode> kEdges[] = {{"none", EdgeMode::none}, {"wrap", EdgeMode::wrap}};
     c.edges = valueOf(word("edgeMode"), kEdges, EdgeMode::duplicate);
     c.keepsAlpha = word("preserveAlpha") == "true";
@@ -309,8 +353,22 @@ void FilterReader::readDisplacement(FilterStep& step) {
     };
 }
 
+// A broken step shows nothing.
 void FilterReader::readNothing(FilterStep& step) {
     step.inputs = {kTransparent};
+    step.apply = nullptr;
+}
+
+void FilterReader::readImage(FilterStep& step) {
+    step.inputs = {kTransparent};
+    step.linear = false;
+    const AFRect region = subregion(m_region);
+    const pugi::xml_node node = m_node;
+    step.apply = [=, reader = FilterImage{m_context, m_area.space}](const StepInputs& in) {
+        AImage image = *in.images[0];
+        reader.paint(in, image, node, region);
+        return image;
+    };
 }
 
 }  // namespace svg

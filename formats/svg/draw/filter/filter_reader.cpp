@@ -21,8 +21,9 @@ AFRect readRect(pugi::xml_node node, bool ofBox, const Affine& fromUnit, const L
     };
     const double x = get("x", Axis::horizontal, fromUnit.a, fromUnit.e, missing.left);
     const double y = get("y", Axis::vertical, fromUnit.d, fromUnit.f, missing.top);
-    const double width = get("width", Axis::horizontal, fromUnit.a, 0, missing.Width());
-    const double height = get("height", Axis::vertical, fromUnit.d, 0, missing.Height());
+    // Less than nothing is nothing.
+    const double width = std::max(0.0, get("width", Axis::horizontal, fromUnit.a, 0, missing.Width()));
+    const double height = std::max(0.0, get("height", Axis::vertical, fromUnit.d, 0, missing.Height()));
     return {finite(x), finite(y), finite(x + width), finite(y + height)};
 }
 
@@ -45,8 +46,7 @@ const FilterReader::Primitive FilterReader::kPrimitives[] = {
     {"feSpecularLighting", 1, &FilterReader::readLighting},
     {"feConvolveMatrix", 1, &FilterReader::readConvolve},
     {"feDisplacementMap", 2, &FilterReader::readDisplacement},
-    // Other pictures are not drawn into filters.
-    {"feImage", 0, &FilterReader::readNothing},
+    {"feImage", 0, &FilterReader::readImage},
 };
 
 FilterReader::FilterReader(DrawContext& context, const FilterArea& area, pugi::xml_node filter)
@@ -82,10 +82,11 @@ void FilterReader::readStep(const Primitive& primitive) {
     m_style = m_context.styleAt(m_node);
     FilterStep step;
     step.linear = m_style.linearFilters;
-    step.area = intersection(pixelRect(rectBounds(m_area.space.toDrawing, subregion())), m_graph.region);
     if (primitive.inputs > 0) step.inputs.push_back(inputOf(m_node, "in"));
     if (primitive.inputs > 1) step.inputs.push_back(inputOf(m_node, "in2"));
     (this->*primitive.read)(step);
+    m_regions.push_back(subregion(usualRegion(step)));
+    step.area = intersection(pixelRect(rectBounds(m_area.space.toDrawing, m_regions.back())), m_graph.region);
     // What turned out to do nothing hands its input on.
     if (!step.apply) step.apply = [](const StepInputs& in) { return *in.images[0]; };
     m_graph.steps.push_back(std::move(step));
@@ -93,37 +94,48 @@ void FilterReader::readStep(const Primitive& primitive) {
     if (!result.empty()) m_names[result] = static_cast<int>(m_graph.steps.size()) - 1;
 }
 
-// Without a name, or with one that no step before has: the step before.
+// That of the inputs together; of the filter where there is none, or one that the filter starts with, and for tiles.
+AFRect FilterReader::usualRegion(const FilterStep& step) const {
+    BoundsBuilder inputs;
+    for (const int input : step.inputs) {
+        if (input == kTransparent) continue;
+        if (input < 0) return m_region;
+        inputs.add(m_regions[static_cast<std::size_t>(input)]);
+    }
+    return inputs.isEmpty() || splitName(m_node.name()).local == "feTile" ? m_region : inputs.get();
+}
+
+// Without a name, or with one that no step before has: the step before. What lies below the element, and the paints
+// of its shape, are not at hand: the element itself stands for them, as in browsers.
 int FilterReader::inputOf(pugi::xml_node node, const char* attribute) const {
     const std::string_view name = trim(textOf(node, attribute));
     const auto found = m_names.find(name);
     if (found != m_names.end()) return found->second;
-    if (name == "SourceGraphic") return kSourceGraphic;
     if (name == "SourceAlpha") return kSourceAlpha;
-    if (name == "BackgroundImage" || name == "BackgroundAlpha" || name == "FillPaint" ||
-        name == "StrokePaint")
-        return kTransparent;
+    if (name == "SourceGraphic" || name == "BackgroundImage" || name == "BackgroundAlpha" ||
+        name == "FillPaint" || name == "StrokePaint")
+        return kSourceGraphic;
     return m_graph.steps.empty() ? kSourceGraphic : static_cast<int>(m_graph.steps.size()) - 1;
 }
 
-AFRect FilterReader::subregion() const {
+AFRect FilterReader::subregion(const AFRect& around) const {
     const LengthContext lengths{m_style.fontSize, m_area.space.width, m_area.space.height};
-    return readRect(m_node, m_boxPrimitives, m_fromUnit, lengths, m_region);
+    return readRect(m_node, m_boxPrimitives, m_fromUnit, lengths, around);
 }
 
 double FilterReader::number(const char* name, double missing) const {
     std::string_view text = trim(textOf(m_node, name));
     double value = missing;
-    return takeNumber(text, value) ? value : missing;
+    return takeNumber(text, value) && text.empty() ? value : missing;
 }
 
 AFPoint FilterReader::pair(const char* name, AFPoint missing) const {
-    std::string_view text = trimFront(textOf(m_node, name));
+    std::string_view text = trim(textOf(m_node, name));
     AFPoint value;
     if (!takeNumber(text, value.x)) return missing;
     text = skipSeparator(text);
     if (!takeNumber(text, value.y)) value.y = value.x;
-    return value;
+    return text.empty() ? value : missing;
 }
 
 std::string_view FilterReader::word(const char* name) const {

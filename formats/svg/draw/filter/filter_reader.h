@@ -25,7 +25,9 @@ private:
 
     void readStep(const Primitive& primitive);
     int inputOf(pugi::xml_node node, const char* attribute) const;
-    AFRect subregion() const;
+    // What a step is cut to, in user space. `around`: where it says nothing.
+    AFRect subregion(const AFRect& around) const;
+    AFRect usualRegion(const FilterStep& step) const;
 
     void readBlend(FilterStep& step);
     void readColorMatrix(FilterStep& step);
@@ -42,6 +44,7 @@ private:
     void readOffset(FilterStep& step);
     void readTile(FilterStep& step);
     void readTurbulence(FilterStep& step);
+    void readImage(FilterStep& step);
     void readNothing(FilterStep& step);
 
     double number(const char* name, double missing = 0) const;
@@ -63,6 +66,7 @@ private:
     AFPoint m_scale;       // pixels to the user unit
     AFRect m_region;       // in user space
     FilterGraph m_graph;
+    std::vector<AFRect> m_regions;  // of the steps, in user space
     std::map<std::string_view, int> m_names;
 };
 

@@ -25,6 +25,7 @@ struct ReadGradient {
     // x1, y1, x2, y2, or cx, cy, r, fx, fy, fr.
     std::array<Coordinate, 6> coordinates;
     bool hasFocusX = false, hasFocusY = false;
+    Style style;  // for its transform-origin
     AGradient gradient;
 };
 
@@ -85,6 +86,7 @@ void read(DrawContext& context, pugi::xml_node node, ReadGradient& result) {
     result.radial = result.gradient.radial = kindOf(node) == Element::radialGradient;
     result.inBox = chain.get("gradientUnits") != "userSpaceOnUse";
     result.transform = parseTransform(chain.get("gradientTransform"));
+    result.style = context.styleAt(node);
     const std::string_view spread = chain.get("spreadMethod");
     result.gradient.spread = spread == "reflect"  ? ESpread::reflect
                              : spread == "repeat" ? ESpread::repeat
@@ -108,14 +110,14 @@ void read(DrawContext& context, pugi::xml_node node, ReadGradient& result) {
     }
 }
 
-// A focus outside the end circle lies on its edge.
-void placeFocus(AGradient& gradient) {
-    const double dx = gradient.from.x - gradient.to.x;
-    const double dy = gradient.from.y - gradient.to.y;
-    const double distance = std::hypot(dx, dy);
-    const double most = std::max(0.0, gradient.radius - gradient.fromRadius) * 0.999;
-    if (distance <= most || distance == 0) return;
-    gradient.from = {gradient.to.x + dx * most / distance, gradient.to.y + dy * most / distance};
+// Two equal circles have no colours between them: the first one's fill the circle, the last one's surround it.
+void separateCircles(AGradient& gradient) {
+    constexpr double kApart = 1e-5;
+    const double least = gradient.radius * kApart;
+    if (std::hypot(gradient.from.x - gradient.to.x, gradient.from.y - gradient.to.y) < least &&
+        std::fabs(gradient.fromRadius - gradient.radius) < least) {
+        gradient.fromRadius = gradient.radius * (1 - kApart);
+    }
 }
 
 void place(ReadGradient& read, double width, double height) {
@@ -139,8 +141,8 @@ void place(ReadGradient& read, double width, double height) {
     gradient.radius = std::max(0.0, at(2, Axis::both));
     gradient.from = {read.hasFocusX ? at(3, Axis::horizontal) : gradient.to.x,
                      read.hasFocusY ? at(4, Axis::vertical) : gradient.to.y};
-    gradient.fromRadius = std::clamp(at(5, Axis::both), 0.0, gradient.radius);
-    placeFocus(gradient);
+    gradient.fromRadius = std::max(0.0, at(5, Axis::both));
+    separateCircles(gradient);
 }
 
 ReadGradient& readOnce(DrawContext& context, pugi::xml_node gradient) {
@@ -159,7 +161,9 @@ const AGradient* gradientFor(DrawContext& context, pugi::xml_node node, Bounding
     AAffine units;
     if (read.inBox && !boxUnits(box.get(), units)) return nullptr;
     place(read, read.inBox ? 1 : space.width, read.inBox ? 1 : space.height);
-    read.gradient.toPixels = space.toDrawing * units * read.transform;
+    read.gradient.toPixels =
+        space.toDrawing * units *
+        aboutOrigin(read.transform, read.style, read.inBox ? UserSpace{{}, 1, 1} : space);
     return &read.gradient;
 }
 

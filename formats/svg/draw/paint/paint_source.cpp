@@ -63,15 +63,20 @@ bool isServer(Element element) {
     return element >= Element::linearGradient && element <= Element::hatch;
 }
 
-// What a style says.
+bool contextPaint(const Painted& painted, PaintKind kind, APaint& result);
+
+// What a style says. A server that cannot be painted gives way to the colour behind it, where there is one.
 bool stylePaint(const Painted& painted, const Paint& paint, std::uint32_t currentColor, APaint& result) {
     PaintKind kind = paint.kind;
     if (kind == PaintKind::reference) {
         const pugi::xml_node server = painted.context.tree().findResource(paint.text);
-        if (isServer(kindOf(server))) return serverPaint(painted, server, result);
+        if (isServer(kindOf(server)) && serverPaint(painted, server, result)) return true;
         kind = paint.fallback;
     }
     switch (kind) {
+        case PaintKind::contextFill:
+        case PaintKind::contextStroke:
+            return contextPaint(painted, kind, result);
         case PaintKind::rgb:
             return solidRgb(paint.rgb, painted.opacity * (paint.alpha / 255.0), result);
         case PaintKind::currentColor:
@@ -85,6 +90,24 @@ bool stylePaint(const Painted& painted, const Paint& paint, std::uint32_t curren
         default:
             return false;
     }
+}
+
+// The paint of what is drawn around, where that stands: one gradient goes on from one marker to the next.
+bool contextPaint(const Painted& painted, PaintKind kind, APaint& result) {
+    DrawContext& context = painted.context;
+    const ContextPaint* const around = context.contextPaint();
+    if (!around) return false;
+    const std::optional<AAffine> back = around->place.inverse();
+    if (!back) return false;
+    UserSpace space = around->space;
+    space.toDrawing = context.place() * *back * space.toDrawing;
+    BoundingBox box(around->box);
+    const Paint& paint = kind == PaintKind::contextFill ? around->style.fill : around->style.stroke;
+    context.setContextPaint(around->outer);
+    const bool paints =
+        stylePaint({context, space, box, painted.opacity}, paint, around->style.color, result);
+    context.setContextPaint(around);
+    return paints;
 }
 
 // The opacity that the style gives to what the model keeps as a plain colour.
@@ -110,46 +133,56 @@ pugi::xml_node serverOf(DrawContext& context, const ABrushItem* item, const Pain
 }
 
 bool itemPaint(Painted painted, const AColorItem* color, const ABrushItem* item, const Paint& paint,
-               APaint& result) {
+               std::uint32_t currentColor, APaint& result) {
     if (!color && item) {
         if (const auto* const plain = dynamic_cast<const ASolidBrushItem*>(item)) {
             color = plain->getColorItem();
         } else {
-            return serverPaint(painted, serverOf(painted.context, item, paint), result);
+            if (serverPaint(painted, serverOf(painted.context, item, paint), result)) return true;
+            Paint behind = paint;
+            behind.kind = paint.kind == PaintKind::reference ? paint.fallback : PaintKind::none;
+            return stylePaint(painted, behind, currentColor, result);
         }
     }
     if (!color) return false;
     return solid(color->getDisplayColor(), painted.opacity * colorOpacity(painted.context, paint), result);
 }
 
+// What is painted like something around it is placed there too, which the model knows nothing of.
+bool isOfModel(const PaintSource& source, const Paint& paint) {
+    return source.object && paint.kind != PaintKind::contextFill && paint.kind != PaintKind::contextStroke;
+}
+
 }  // namespace
 
 bool hasFill(const PaintSource& source, const Style& style) {
     if (!source.visible.fill) return false;
-    return source.object ? source.object->getBrush() != nullptr : style.fill.kind != PaintKind::none;
+    return isOfModel(source, style.fill) ? source.object->getBrush() != nullptr
+                                         : style.fill.kind != PaintKind::none;
 }
 
 bool hasStroke(const PaintSource& source, const Style& style) {
     if (!source.visible.stroke || !(style.strokeWidth > 0)) return false;
-    return source.object ? source.object->getPen() != nullptr : style.stroke.kind != PaintKind::none;
+    return isOfModel(source, style.stroke) ? source.object->getPen() != nullptr
+                                           : style.stroke.kind != PaintKind::none;
 }
 
 bool fillPaint(DrawContext& context, const PaintSource& source, const Style& style, const UserSpace& space,
                BoundingBox& box, double opacity, APaint& paint) {
     const Painted painted{context, space, box, opacity * style.fillOpacity};
-    if (!source.object) return stylePaint(painted, style.fill, style.color, paint);
+    if (!isOfModel(source, style.fill)) return stylePaint(painted, style.fill, style.color, paint);
     const ABrush* const brush = source.object->getBrush();
-    return brush && itemPaint(painted, nullptr, brush->getBrushItem(), style.fill, paint);
+    return brush && itemPaint(painted, nullptr, brush->getBrushItem(), style.fill, style.color, paint);
 }
 
 bool strokePaint(DrawContext& context, const PaintSource& source, const Style& style, const UserSpace& space,
                  BoundingBox& box, double opacity, APaint& paint) {
     const Painted painted{context, space, box, opacity * style.strokeOpacity};
-    if (!source.object) return stylePaint(painted, style.stroke, style.color, paint);
+    if (!isOfModel(source, style.stroke)) return stylePaint(painted, style.stroke, style.color, paint);
     const APen* const pen = source.object->getPen();
     const APenItem* const item = pen ? pen->getPenItem() : nullptr;
     if (!item || item->getStyle() == APenItem::kStyleNone) return false;
-    return itemPaint(painted, item->getColorItem(), item->getBrushItem(), style.stroke, paint);
+    return itemPaint(painted, item->getColorItem(), item->getBrushItem(), style.stroke, style.color, paint);
 }
 
 }  // namespace svg

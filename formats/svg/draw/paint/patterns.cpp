@@ -99,10 +99,12 @@ std::optional<Placing> place(const Pattern& pattern, const AFRect& box, const Us
     if (ofBox) cell = rectBounds(fromUnit, cell);
     if (cell.IsRectEmpty()) return std::nullopt;
 
-    Placing placing{space.toDrawing * parseTransform(pattern.transform), cell, space};
+    Placing placing{space.toDrawing * aboutOrigin(parseTransform(pattern.transform), style, space), cell,
+                    space};
     UserSpace& content = placing.content;
     content.useWidth = content.useHeight = -1;
     AFRect viewBox;
+    if (isEmptyViewBox(pattern.viewBox)) return std::nullopt;
     if (!pattern.viewBox.empty() && parseViewBox(pattern.viewBox, viewBox)) {
         content.toDrawing = translation(cell.left, cell.top) *
                             fitViewBox(viewBox, cell.Width(), cell.Height(), pattern.aspect);
@@ -309,6 +311,15 @@ private:
         if (!((right - left) * (bottom - top) <= kMostCells)) return;
         ACanvas canvas(pixelsOf(image));
         const DrawContext::OnCanvas on(m_context, canvas);
+        // A tile serves many shapes, so it is painted like none of them.
+        const ContextPaint* const around = m_context.contextPaint();
+        m_context.setContextPaint(nullptr);
+        paintCells(toImage, left, top, right, bottom);
+        m_context.setContextPaint(around);
+    }
+
+    void paintCells(const AAffine& toImage, double left, double top, double right, double bottom) {
+        const AFRect& cell = m_placing.cell;
         bool repeated = false;
         for (double y = top; y < bottom; ++y) {
             for (double x = left; x < right; ++x) {

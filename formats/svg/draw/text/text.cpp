@@ -54,13 +54,15 @@ std::string familyOf(std::string_view written) {
 
 // How far below the point of the text its base line lies.
 double baselineOffset(const Style& style) {
-    switch (style.baseline) {
+    switch (style.own.alignment.value_or(style.baseline)) {
         case Baseline::alphabetic:
             return 0;
         case Baseline::middle:
             return 0.26 * style.fontSize;
         case Baseline::central:
             return (kAscent - kDescent) / 2 * style.fontSize;
+        case Baseline::mathematical:
+            return kAscent / 2 * style.fontSize;
         case Baseline::hanging:
             return 0.75 * style.fontSize;
         case Baseline::textBefore:
