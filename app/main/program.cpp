@@ -63,9 +63,8 @@ void addFiles(CLI::App* command, std::vector<std::string>& files) {
 
 // A footer of the commands that take several drawings.
 std::string several(const std::string& example) {
-    return "Of several drawings, those that fail are told, and the others are done nevertheless; the exit "
-           "status "
-           "is then 2.\n\n" +
+    return "Of several drawings, those that fail are told, and the others are done nevertheless; the "
+           "exit status is then 2.\n\n" +
            example;
 }
 

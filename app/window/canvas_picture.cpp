@@ -10,7 +10,7 @@ namespace app::window {
 
 namespace {
 
-constexpr int kSide = 256;
+constexpr int kTileSide = 256;
 constexpr std::size_t kBudget = std::size_t{192} << 20;  // some screens of the largest kind
 constexpr double kMarkWidth = 1.5;
 
@@ -39,7 +39,7 @@ void CanvasPicture::show(std::shared_ptr<const ADisplayList> list, std::shared_p
     m_tiles.reset();
     m_marks.clear();
     m_tiles = std::make_unique<ATiles>(std::move(list), std::move(paint),
-                                       ATiles::Options{kSide, kBudget, 0, m_listener});
+                                       ATiles::Options{kTileSide, kBudget, 0, m_listener});
 }
 
 void CanvasPicture::showPaint(std::shared_ptr<const AShownPaint> paint) {

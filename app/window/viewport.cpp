@@ -7,7 +7,7 @@ namespace app::window {
 
 namespace {
 
-constexpr double kMargin = 24;          // around a page that is fitted
+constexpr double kPageMargin = 24;      // around a page that is fitted
 constexpr double kLeastInSight = 48;    // pixels of the page
 constexpr double kFarthest = 1 << 28;   // pixels stay well within an int
 constexpr double kMostEnlarged = 1024;  // times the page that fits, or the full size
@@ -18,8 +18,8 @@ int whole(double pixel) {
 }
 
 ScrollRange rangeOf(double pageFrom, double pageTo, int position, int length) {
-    const int from = std::min(position, whole(std::floor(pageFrom - kMargin)));
-    const int to = std::max(position + length, whole(std::ceil(pageTo + kMargin)));
+    const int from = std::min(position, whole(std::floor(pageFrom - kPageMargin)));
+    const int to = std::max(position + length, whole(std::ceil(pageTo + kPageMargin)));
     return {from, to, position, length};
 }
 
@@ -48,8 +48,8 @@ void Viewport::setPage(const AFRect& page, double fullSize) {
 }
 
 double Viewport::fittingZoom() const {
-    const double width = std::max(1.0, m_width - 2 * kMargin);
-    const double height = std::max(1.0, m_height - 2 * kMargin);
+    const double width = std::max(1.0, m_width - 2 * kPageMargin);
+    const double height = std::max(1.0, m_height - 2 * kPageMargin);
     return std::min(width / m_page.Width(), height / m_page.Height());
 }
 

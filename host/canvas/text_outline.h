@@ -5,8 +5,10 @@
 //     canvas.fill(text.path, AAffine::translation(x, baseline), paint, EFillRule::nonZero);
 #pragma once
 
+#include <compare>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "canvas/path.h"
 
@@ -15,12 +17,40 @@ struct AFont {
     double size = 16;    // of the em square
     int weight = 400;    // 100 to 900
     bool italic = false;
+    // Where the text library can; on Windows it cannot.
+    bool smallCaps = false;
+    int stretch = 100;         // per cent of the usual width
+    bool rightToLeft = false;  // what has no direction of its own
+
+    friend auto operator<=>(const AFont&, const AFont&) = default;
 };
 
 struct ATextOutline {
     APath path;          // its baseline starts at 0, 0
     double advance = 0;  // where a following text would start
 };
+
+// A letter with its marks, or several letters that are one in the font. Shaped as a part of the whole text, so that
+// letters join and keep their distances; on Windows each is shaped by itself.
+struct ATextCluster {
+    std::size_t begin = 0, end = 0;  // bytes of the text
+    ATextOutline outline;            // from 0, 0
+};
+struct ATextClusters {
+    std::vector<ATextCluster> list;  // in the order of the text
+    bool rightToLeft = false;        // all of it runs to the left
+};
+ATextClusters outlineClusters(std::string_view text, const AFont& font);
+
+// Heights above the base line, of a font of that size.
+struct AFontMetrics {
+    double ascent = 0, descent = 0;  // the latter positive below
+    double xHeight = 0;
+    double superscript = 0, subscript = 0;  // where their base lines lie; the latter positive below
+    double underline = 0, lineThrough = 0;  // the middle of the line
+    double underlineThickness = 0, lineThroughThickness = 0;
+};
+AFontMetrics fontMetrics(const AFont& font);
 
 // One line of UTF-8 text; a character that no font has shows as the library shows it. Empty without text,
 // with a size that is not positive, and for bytes that are not UTF-8.

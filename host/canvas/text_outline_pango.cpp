@@ -1,5 +1,6 @@
 // Pango's objects live as long as the process and are for one thread at a time, so the others wait.
 #include <cairo.h>
+#include <hb-ot.h>
 #include <pango/pangocairo.h>
 
 #include <algorithm>
@@ -28,6 +29,9 @@ struct Release {
     void operator()(PangoContext* context) const { g_object_unref(context); }
     void operator()(PangoFontMap* map) const { g_object_unref(map); }
     void operator()(PangoLayout* layout) const { g_object_unref(layout); }
+    void operator()(PangoFont* font) const { g_object_unref(font); }
+    void operator()(PangoFontMetrics* metrics) const { pango_font_metrics_unref(metrics); }
+    void operator()(PangoGlyphString* glyphs) const { pango_glyph_string_free(glyphs); }
 };
 template <class T>
 using Held = std::unique_ptr<T, Release>;
@@ -50,6 +54,28 @@ public:
     }
 
     PangoLayout* layout() { return m_layout.get(); }
+    PangoContext* context() { return m_context.get(); }
+    PangoFontMap* fonts() { return m_fonts.get(); }
+
+    // Lays out a text, with its own direction where it has one.
+    PangoLayoutLine* layOut(const std::string& line, const PangoFontDescription& font, bool rightToLeft) {
+        pango_context_set_base_dir(m_context.get(), rightToLeft ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR);
+        pango_layout_set_auto_dir(m_layout.get(), FALSE);
+        pango_layout_context_changed(m_layout.get());
+        pango_layout_set_font_description(m_layout.get(), &font);
+        pango_layout_set_text(m_layout.get(), line.data(), static_cast<int>(line.size()));
+        return pango_layout_get_line_readonly(m_layout.get(), 0);
+    }
+
+    Held<cairo_path_t> outline(PangoFont* font, PangoGlyphString* glyphs) {
+        cairo_t* cairo = m_cairo.get();
+        cairo_new_path(cairo);
+        cairo_move_to(cairo, 0, 0);
+        pango_cairo_glyph_string_path(cairo, font, glyphs);
+        Held<cairo_path_t> path(cairo_copy_path(cairo));
+        cairo_new_path(cairo);
+        return path;
+    }
 
     Held<cairo_path_t> outline() {
         cairo_t* cairo = m_cairo.get();
@@ -76,6 +102,19 @@ Layouter& layouter() {
     return shared;
 }
 
+PangoStretch stretchOf(int percent) {
+    constexpr std::pair<int, PangoStretch> kStretches[] = {
+        {56, PANGO_STRETCH_ULTRA_CONDENSED}, {68, PANGO_STRETCH_EXTRA_CONDENSED},
+        {81, PANGO_STRETCH_CONDENSED},       {93, PANGO_STRETCH_SEMI_CONDENSED},
+        {106, PANGO_STRETCH_NORMAL},         {118, PANGO_STRETCH_SEMI_EXPANDED},
+        {137, PANGO_STRETCH_EXPANDED},       {175, PANGO_STRETCH_EXTRA_EXPANDED},
+    };
+    for (const auto& [below, stretch] : kStretches) {
+        if (percent < below) return stretch;
+    }
+    return PANGO_STRETCH_ULTRA_EXPANDED;
+}
+
 Held<PangoFontDescription> describe(const AFont& font, double size) {
     Held<PangoFontDescription> description(pango_font_description_new());
     const bool named =
@@ -87,6 +126,8 @@ Held<PangoFontDescription> describe(const AFont& font, double size) {
                                       static_cast<PangoWeight>(std::clamp(font.weight, 100, 1000)));
     pango_font_description_set_style(description.get(),
                                      font.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+    if (font.smallCaps) pango_font_description_set_variant(description.get(), PANGO_VARIANT_SMALL_CAPS);
+    if (font.stretch != 100) pango_font_description_set_stretch(description.get(), stretchOf(font.stretch));
     return description;
 }
 
@@ -126,26 +167,109 @@ APath pathOf(const cairo_path_t& outline, double scale) {
     return path;
 }
 
+std::mutex& layoutMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+bool canBeLaidOut(std::string_view text, const AFont& font) {
+    return !text.empty() && text.size() <= kLongestText && font.size > 0 && std::isfinite(font.size) &&
+           g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != FALSE;
+}
+
+double layoutSize(const std::string& line) {
+    return kLayoutSize * static_cast<double>(kLongText) /
+           static_cast<double>(std::max(line.size(), kLongText));
+}
+
+// The glyphs of one cluster; of text that runs to the left, the last glyph stands first.
+ATextCluster clusterOf(Layouter& shared, const PangoGlyphItemIter& at, double scale) {
+    const bool forward = at.start_glyph < at.end_glyph;
+    const int first = forward ? at.start_glyph : at.end_glyph + 1;
+    const int last = forward ? at.end_glyph : at.start_glyph + 1;
+    const Held<PangoGlyphString> glyphs(pango_glyph_string_new());
+    pango_glyph_string_set_size(glyphs.get(), last - first);
+    for (int i = first; i < last; ++i) glyphs->glyphs[i - first] = at.glyph_item->glyphs->glyphs[i];
+    ATextCluster cluster{
+        static_cast<std::size_t>(at.start_index), static_cast<std::size_t>(at.end_index), {}};
+    cluster.outline.advance = pango_glyph_string_get_width(glyphs.get()) * scale / PANGO_SCALE;
+    const Held<cairo_path_t> path = shared.outline(at.glyph_item->item->analysis.font, glyphs.get());
+    if (path->status == CAIRO_STATUS_SUCCESS) cluster.outline.path = pathOf(*path, scale);
+    return cluster;
+}
+
 }  // namespace
 
-ATextOutline outlineText(std::string_view text, const AFont& font) {
-    if (text.empty() || text.size() > kLongestText || !(font.size > 0) || !std::isfinite(font.size))
-        return {};
+ATextClusters outlineClusters(std::string_view text, const AFont& font) {
     const std::string line = oneLine(text);
-    const auto length = static_cast<int>(line.size());
-    if (!g_utf8_validate(line.data(), length, nullptr)) return {};
-    const double size =
-        kLayoutSize * static_cast<double>(kLongText) / static_cast<double>(std::max(line.size(), kLongText));
-    const double scale = font.size / size;
-
-    static std::mutex mutex;
-    const std::lock_guard lock(mutex);
+    if (!canBeLaidOut(line, font)) return {};
+    const double size = layoutSize(line);
+    const std::lock_guard lock(layoutMutex());
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, size);
-    pango_layout_set_font_description(shared.layout(), description.get());
-    pango_layout_set_text(shared.layout(), line.data(), length);
+    PangoLayoutLine* const laidOut = shared.layOut(line, *description, font.rightToLeft);
+    ATextClusters clusters;
+    clusters.rightToLeft = laidOut->runs != nullptr;
+    for (const GSList* run = laidOut->runs; run; run = run->next) {
+        auto* const item = static_cast<PangoGlyphItem*>(run->data);
+        clusters.rightToLeft = clusters.rightToLeft && item->item->analysis.level % 2 != 0;
+        PangoGlyphItemIter at{};
+        for (gboolean more = pango_glyph_item_iter_init_start(&at, item, line.c_str()); more;
+             more = pango_glyph_item_iter_next_cluster(&at)) {
+            clusters.list.push_back(clusterOf(shared, at, font.size / size));
+        }
+    }
+    std::sort(clusters.list.begin(), clusters.list.end(),
+              [](const ATextCluster& a, const ATextCluster& b) { return a.begin < b.begin; });
+    return clusters;
+}
+
+AFontMetrics fontMetrics(const AFont& font) {
+    const std::lock_guard lock(layoutMutex());
+    Layouter& shared = layouter();
+    const Held<PangoFontDescription> description = describe(font, kLayoutSize);
+    const Held<PangoFontMetrics> of(pango_context_get_metrics(shared.context(), description.get(), nullptr));
+    const double scale = font.size / kLayoutSize / PANGO_SCALE;
+    AFontMetrics metrics;
+    metrics.ascent = pango_font_metrics_get_ascent(of.get()) * scale;
+    metrics.descent = pango_font_metrics_get_descent(of.get()) * scale;
+    metrics.underlineThickness = pango_font_metrics_get_underline_thickness(of.get()) * scale;
+    metrics.lineThroughThickness = pango_font_metrics_get_strikethrough_thickness(of.get()) * scale;
+    // The library tells the upper edges.
+    metrics.underline =
+        pango_font_metrics_get_underline_position(of.get()) * scale - metrics.underlineThickness / 2;
+    metrics.lineThrough =
+        pango_font_metrics_get_strikethrough_position(of.get()) * scale - metrics.lineThroughThickness / 2;
+    metrics.xHeight = font.size / 2;
+    metrics.subscript = font.size / 5;
+    metrics.superscript = font.size / 3;
+    const Held<PangoFont> loaded(
+        pango_font_map_load_font(shared.fonts(), shared.context(), description.get()));
+    hb_font_t* const table = loaded ? pango_font_get_hb_font(loaded.get()) : nullptr;
+    if (!table) return metrics;
+    int across = 0, down = 0;
+    hb_font_get_scale(table, &across, &down);
+    const auto read = [&](hb_ot_metrics_tag_t tag, double& value) {
+        hb_position_t position = 0;
+        if (down != 0 && hb_ot_metrics_get_position(table, tag, &position) && position > 0)
+            value = position * font.size / down;
+    };
+    read(HB_OT_METRICS_TAG_X_HEIGHT, metrics.xHeight);
+    read(HB_OT_METRICS_TAG_SUBSCRIPT_EM_Y_OFFSET, metrics.subscript);
+    read(HB_OT_METRICS_TAG_SUPERSCRIPT_EM_Y_OFFSET, metrics.superscript);
+    return metrics;
+}
+
+ATextOutline outlineText(std::string_view text, const AFont& font) {
+    const std::string line = oneLine(text);
+    if (!canBeLaidOut(line, font)) return {};
+    const double size = layoutSize(line);
+    const double scale = font.size / size;
+    const std::lock_guard lock(layoutMutex());
+    Layouter& shared = layouter();
+    const Held<PangoFontDescription> description = describe(font, size);
     PangoRectangle extents{};
-    pango_layout_line_get_extents(pango_layout_get_line_readonly(shared.layout(), 0), nullptr, &extents);
+    pango_layout_line_get_extents(shared.layOut(line, *description, font.rightToLeft), nullptr, &extents);
     const Held<cairo_path_t> outline = shared.outline();
     if (outline->status != CAIRO_STATUS_SUCCESS) return {};
     return {pathOf(*outline, scale), extents.width * scale / PANGO_SCALE};

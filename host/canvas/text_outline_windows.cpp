@@ -1,6 +1,7 @@
 // GDI keeps what is drawn between BeginPath and EndPath as an outline, texts too.
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <memory>
 #include <new>
 
@@ -156,6 +157,70 @@ std::size_t pieceOf(kzutil::WideView rest) {
 }
 
 }  // namespace
+
+namespace {
+
+// The bytes of a character and of the marks upon it.
+std::size_t clusterLength(std::string_view text) {
+    std::size_t length = 1;
+    while (length < text.size() && (text[length] & 0xc0) == 0x80) ++length;
+    // Combining marks from U+0300 to U+036F.
+    while (length + 1 < text.size() &&
+           (text[length] == '\xcc' ||
+            (text[length] == '\xcd' && static_cast<unsigned char>(text[length + 1]) < 0xb0))) {
+        length += 2;
+    }
+    return length;
+}
+
+}  // namespace
+
+ATextClusters outlineClusters(std::string_view text, const AFont& font) {
+    ATextClusters clusters;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = at + clusterLength(text.substr(at));
+        clusters.list.push_back({at, end, outlineText(text.substr(at, end - at), font)});
+        at = end;
+    }
+    return clusters;
+}
+
+AFontMetrics fontMetrics(const AFont& font) {
+    Font selected;  // outlives the context that has it
+    const Context dc(CreateCompatibleDC(nullptr));
+    selected = fontFor(dc.get(), font);
+    if (!dc || !selected) throw std::bad_alloc();
+    SelectObject(dc.get(), selected.get());
+    const double scale = font.size / kLayoutSize;
+    TEXTMETRICW text{};
+    GetTextMetricsW(dc.get(), &text);
+    AFontMetrics metrics;
+    metrics.ascent = text.tmAscent * scale;
+    metrics.descent = text.tmDescent * scale;
+    metrics.xHeight = font.size / 2;
+    metrics.subscript = font.size / 5;
+    metrics.superscript = font.size / 3;
+    metrics.underline = -font.size * 0.1;
+    metrics.lineThrough = font.size * 0.28;
+    metrics.underlineThickness = metrics.lineThroughThickness = font.size * 0.06;
+    std::vector<std::byte> bytes(GetOutlineTextMetricsW(dc.get(), 0, nullptr));
+    auto* const outline = reinterpret_cast<OUTLINETEXTMETRICW*>(bytes.data());
+    if (bytes.size() < sizeof *outline ||
+        GetOutlineTextMetricsW(dc.get(), static_cast<UINT>(bytes.size()), outline) == 0) {
+        return metrics;
+    }
+    const auto read = [&](int value, double& target) {
+        if (value > 0) target = value * scale;
+    };
+    read(static_cast<int>(outline->otmsXHeight), metrics.xHeight);
+    read(outline->otmptSubscriptOffset.y, metrics.subscript);
+    read(outline->otmptSuperscriptOffset.y, metrics.superscript);
+    read(static_cast<int>(outline->otmsUnderscoreSize), metrics.underlineThickness);
+    read(static_cast<int>(outline->otmsStrikeoutSize), metrics.lineThroughThickness);
+    read(static_cast<int>(outline->otmsStrikeoutPosition), metrics.lineThrough);
+    metrics.underline = outline->otmsUnderscorePosition * scale - metrics.underlineThickness / 2;
+    return metrics;
+}
 
 ATextOutline outlineText(std::string_view text, const AFont& font) {
     if (text.empty() || text.size() > kLongestText || !(font.size > 0) || !std::isfinite(font.size))

@@ -135,6 +135,65 @@ TEST(DrawText, DecorationsRunUnderAndThroughTheText) {
     EXPECT_NE(through, drawBody("<text x='10' y='50' font-size='40'>H<tspan>&#160;</tspan>H</text>"));
 }
 
+TEST(DrawText, LinesArePaintedLikeTheElementThatAsksForThem) {
+    const Picture picture = drawBody(
+        "<g text-decoration='underline' fill='red'><text x='10' y='50' font-size='60' "
+        "fill='lime'>HHH</text></g>");
+    int red = 0;
+    for (int y = 51; y < 70; ++y) red += picture.at(60, y) == kRed ? 1 : 0;
+    EXPECT_GT(red, 0);
+    EXPECT_EQ(
+        drawBody("<g fill='red'><text x='10' y='50' font-size='60' fill='lime'>HHH</text></g>").at(60, 58),
+        kWhite);
+}
+
+TEST(DrawText, AnAlignmentBaselineMovesAPart) {
+    const auto bottom = [](const std::string& attributes) {
+        return inkOfText("<text x='10' y='50' font-size='30'><tspan " + attributes + ">H</tspan></text>")
+            .bottom;
+    };
+    EXPECT_GT(bottom("alignment-baseline='middle'"), bottom("") + 4);
+    EXPECT_GT(bottom("alignment-baseline='hanging'"), bottom("alignment-baseline='middle'") + 4);
+    EXPECT_LT(bottom("alignment-baseline='after-edge'"), bottom("") - 3);
+    EXPECT_EQ(bottom("alignment-baseline='auto'"), bottom(""));
+}
+
+TEST(DrawText, ATextThatRunsToTheLeftStartsAtItsRight) {
+    const Ink ink = inkOfText("<text x='150' y='60' font-size='20' direction='rtl'>HHH</text>");
+    EXPECT_LT(ink.right, 153);
+    EXPECT_GT(ink.left, 80);
+}
+
+TEST(DrawText, LettersThatArePlacedSinglyRunInTheirDirection) {
+    // Three Hebrew letters with moves of no length look as without.
+    const std::string letters = "&#x5d0;&#x5d5;&#x5dd;</text>";
+    const std::string start = "<text x='10' y='60' font-size='40' ";
+    const Picture whole = drawBody(start + ">" + letters);
+    const Ink placed = inkOfText(start + "dy='0 0.001 0.001'>" + letters);
+    EXPECT_NEAR(placed.left, inkOf(whole).left, 2);
+    EXPECT_NEAR(placed.right, inkOf(whole).right, 2);
+}
+
+TEST(DrawText, LettersThatArePlacedSinglyKeepTheirDistances) {
+    const Ink whole = inkOfText("<text x='10' y='60' font-size='60'>AVAV</text>");
+    const Ink placed = inkOfText("<text x='10' y='60' font-size='60' rotate='0 0.001'>AVAV</text>");
+    EXPECT_NEAR(placed.width(), whole.width(), 2);
+}
+
+TEST(DrawText, ColumnsRunDownward) {
+    const std::string text = "<text x='100' y='10' font-size='20' writing-mode='vertical-rl' ";
+    const Ink ink = inkOfText(text + ">HHHH</text>");
+    EXPECT_GT(ink.bottom, ink.width() * 2);
+    EXPECT_NEAR((ink.left + ink.right) / 2, 100, 5);
+    EXPECT_NEAR(inkOfText(text + "dy='20'>HHHH</text>").bottom, ink.bottom + 20, 1);
+}
+
+TEST(DrawText, ATextLengthIsAnchoredAsAWhole) {
+    const Ink ink =
+        inkOfText("<text x='100' y='60' font-size='20' textLength='150' text-anchor='middle'>HHHH</text>");
+    EXPECT_NEAR((ink.left + ink.right) / 2, 100, 3);
+}
+
 TEST(DrawText, BaselinesMoveTheText) {
     const int plain = inkOfText("<text x='10' y='50' font-size='30'>H</text>").bottom;
     EXPECT_GT(inkOfText("<text x='10' y='50' font-size='30' dominant-baseline='hanging'>H</text>").bottom,

@@ -23,7 +23,7 @@ TEST(Errors, NameFileLineAndReason) {
         {"<?xml version='1.0'?>\n<html/>", "test.svg:2: this is no SVG drawing: its root is <html>"},
         {"<svg xmlns='urn:other'/>", "test.svg:1: this is no SVG drawing: its root is <svg>"},
         {"<svg/>\n<svg/>", "test.svg:2: a second root element <svg>"},
-        {"\x1F\x8B\x08", "test.svg: compressed drawings are not supported, unpack it first"}};
+        {"\x1F\x8B\x08", "test.svg: its compressed data is cut off"}};
     for (const auto& [text, error] : cases) EXPECT_EQ(errorOf(text), error) << text;
 }
 

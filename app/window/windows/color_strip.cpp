@@ -9,9 +9,9 @@ namespace app::window {
 
 namespace {
 
-constexpr int kSide = 28;
-constexpr int kGap = 4;
-constexpr int kMargin = 8;
+constexpr int kSwatchSide = 28;
+constexpr int kSwatchGap = 4;
+constexpr int kStripMargin = 8;
 
 APath rectangle(const RECT& rect) {
     return APath::rectangle({static_cast<double>(rect.left), static_cast<double>(rect.top),
@@ -76,7 +76,8 @@ void ColorStrip::choose(int index) {
 }
 
 int ColorStrip::shownCount() const {
-    return std::max(1, static_cast<int>(client().Width() - 2 * scaled(kMargin)) / scaled(kSide + kGap));
+    return std::max(
+        1, static_cast<int>(client().Width() - 2 * scaled(kStripMargin)) / scaled(kSwatchSide + kSwatchGap));
 }
 
 void ColorStrip::scrollTo(int first) {
@@ -85,15 +86,15 @@ void ColorStrip::scrollTo(int first) {
 }
 
 RECT ColorStrip::rectOf(int index) const {
-    const int left = scaled(kMargin) + (index - m_first) * scaled(kSide + kGap);
-    const int top = (height() - scaled(kSide)) / 2;
-    return {left, top, left + scaled(kSide), top + scaled(kSide)};
+    const int left = scaled(kStripMargin) + (index - m_first) * scaled(kSwatchSide + kSwatchGap);
+    const int top = (height() - scaled(kSwatchSide)) / 2;
+    return {left, top, left + scaled(kSwatchSide), top + scaled(kSwatchSide)};
 }
 
 int ColorStrip::indexAt(POINT point) const {
-    const int step = scaled(kSide + kGap);
-    const int index = m_first + static_cast<int>(point.x - scaled(kMargin)) / step;
-    if (point.x < scaled(kMargin) || index >= static_cast<int>(m_swatches.size())) return -1;
+    const int step = scaled(kSwatchSide + kSwatchGap);
+    const int index = m_first + static_cast<int>(point.x - scaled(kStripMargin)) / step;
+    if (point.x < scaled(kStripMargin) || index >= static_cast<int>(m_swatches.size())) return -1;
     return index;
 }
 

@@ -12,7 +12,7 @@ namespace {
 constexpr int kRow = 26;
 constexpr int kHead = 26;  // the title above the rows
 constexpr int kIcon = 18;
-constexpr int kMargin = 8;
+constexpr int kListMargin = 8;
 
 }  // namespace
 
@@ -48,12 +48,12 @@ void LayerList::choose(int row) {
 }
 
 POINT LayerList::eyeOf(int row) const {
-    return {scaled(kMargin) + scaled(kIcon) / 2, rectOf(row).top + scaled(kRow) / 2};
+    return {scaled(kListMargin) + scaled(kIcon) / 2, rectOf(row).top + scaled(kRow) / 2};
 }
 
 POINT LayerList::lockOf(int row) const {
     const POINT eye = eyeOf(row);
-    return {eye.x + scaled(kIcon + kMargin / 2), eye.y};
+    return {eye.x + scaled(kIcon + kListMargin / 2), eye.y};
 }
 
 void LayerList::turnEye(int row) {
@@ -85,17 +85,17 @@ void LayerList::paintRow(PaintBuffer& buffer, int row) {
         icon(lockOf(row), layer.isLocked ? "locked" : "unlocked");
     }
     const std::string count = std::to_string(layer.objects);
-    rect.right -= scaled(kMargin);
+    rect.right -= scaled(kListMargin);
     buffer.text(count, rect, screen().font(), isChosen ? ink : GetSysColor(COLOR_GRAYTEXT), DT_RIGHT);
-    rect.left = lockOf(row).x + scaled(kIcon) / 2 + scaled(kMargin);
-    rect.right -= scaled(7) * static_cast<int>(count.size()) + scaled(kMargin);
+    rect.left = lockOf(row).x + scaled(kIcon) / 2 + scaled(kListMargin);
+    rect.right -= scaled(7) * static_cast<int>(count.size()) + scaled(kListMargin);
     buffer.text(layer.isMaster ? layer.name + " (master)" : layer.name, rect, screen().font(), ink);
 }
 
 void LayerList::paint(PaintBuffer& buffer) {
     buffer.fill({0, 0, buffer.width(), buffer.height()}, GetSysColor(COLOR_BTNFACE));
     buffer.fill({0, 0, buffer.width(), 1}, GetSysColor(COLOR_BTNSHADOW));
-    buffer.text("Layers", {scaled(kMargin), 0, buffer.width(), scaled(kHead)}, screen().boldFont(),
+    buffer.text("Layers", {scaled(kListMargin), 0, buffer.width(), scaled(kHead)}, screen().boldFont(),
                 GetSysColor(COLOR_BTNTEXT));
     const int end = std::min(static_cast<int>(m_rows.size()), m_first + shownCount() + 1);
     for (int row = m_first; row < end; ++row) paintRow(buffer, row);
@@ -106,7 +106,7 @@ void LayerList::OnLButtonDown(UINT, CPoint point) {
     const int row = m_first + static_cast<int>(point.y - scaled(kHead)) / scaled(kRow);
     if (point.y < scaled(kHead) || row >= static_cast<int>(m_rows.size())) return;
     choose(row);
-    const int reach = scaled(kIcon + kMargin / 2) / 2;
+    const int reach = scaled(kIcon + kListMargin / 2) / 2;
     if (std::abs(point.x - eyeOf(row).x) < reach) return turnEye(row);
     if (std::abs(point.x - lockOf(row).x) < reach) turnLock(row);
 }

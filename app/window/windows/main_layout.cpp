@@ -14,7 +14,7 @@ enum PaneId : UINT { kCommandBarId = 1, kToolColumnId, kCanvasId, kStripId, kLay
 constexpr int kSideWidth = 206;
 constexpr int kBadgeWidth = 128;
 constexpr int kBadgeHeight = 24;
-constexpr int kGap = 6;
+constexpr int kPaneGap = 6;
 
 struct BarCommand {
     int command;
@@ -102,7 +102,7 @@ void MainWindow::layOut() {
     RECT client, status;
     GetClientRect(&client);
     ::GetWindowRect(m_status, &status);
-    const int gap = m_screen.scaled(kGap);
+    const int gap = m_screen.scaled(kPaneGap);
     const int bottom = static_cast<int>(client.bottom - (status.bottom - status.top));
     const int side = m_showsLayers ? m_screen.scaled(kSideWidth) : 0;
     const int barHeight = static_cast<int>(m_commandBar.size().cy) + gap;

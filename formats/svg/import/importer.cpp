@@ -165,13 +165,15 @@ AObject* Importer::createObject(const AClassInfo& row, pugi::xml_node node, Elem
 void Importer::readObject(pugi::xml_node node, Element element) {
     if (m_attributes.has(Attribute::id)) m_document.getNames().prefetch(m_attributes.get(Attribute::id));
     const Style& computed = m_styles.compute(node, m_attributes, {m_frames.back().style}, m_ownStyle);
-    const bool wanted = isWanted(m_attributes);
+    const bool conditional =
+        m_attributes.has(Attribute::systemLanguage) || m_attributes.has(Attribute::requiredExtensions);
+    const bool wanted = !conditional || isWanted(m_attributes);
     if (!wanted) {
         if (&computed != &m_ownStyle) m_ownStyle = computed;
         m_ownStyle.displayed = false;
     }
     const Style& style = wanted ? computed : m_ownStyle;
-    const bool moved = moves(style, element) || m_frames.back().moved;
+    const bool moved = (hasOwnTransform(style) && moves(style, element)) || m_frames.back().moved;
     const auto refersTo = [&](std::string_view text, Element kind) {
         std::string_view id;
         return !text.empty() && takeUrl(text, id) && kindOf(m_index.findResource(id)) == kind;
@@ -202,18 +204,19 @@ void Importer::readObject(pugi::xml_node node, Element element) {
     if (row.kind == AClassKind::bitmap) {
         static_cast<ABitmap*>(object)->setColorModel(colorModelOf(m_attributes));
     } else {
-        setPaint(*object, style);
+        // The last kinds are those of what stands around.
+        if (style.fill.kind >= PaintKind::contextFill || style.stroke.kind >= PaintKind::contextFill) {
+            setContextPaint(*object, style);
+        } else {
+            object->setBrush(m_paint.brush(style.fill, style.color));
+            object->setPen(m_paint.pen(style.stroke, style.color));
+        }
     }
     setGeometry(*object, node, element, style, moved);
 }
 
-void Importer::setPaint(AObject& object, const Style& style) {
+void Importer::setContextPaint(AObject& object, const Style& style) {
     const auto isOfContext = [](const Paint& paint) { return paint.kind >= PaintKind::contextFill; };
-    if (!isOfContext(style.fill) && !isOfContext(style.stroke)) {
-        object.setBrush(m_paint.brush(style.fill, style.color));
-        object.setPen(m_paint.pen(style.stroke, style.color));
-        return;
-    }
     // What a "use" is painted with stands for its context.
     struct Found {
         Paint paint;

@@ -50,7 +50,7 @@ private:
     void readLayer(pugi::xml_node node);
     void readObject(pugi::xml_node node, Element element);
     bool moves(const Style& style, Element element);
-    void setPaint(AObject& object, const Style& style);
+    void setContextPaint(AObject& object, const Style& style);
     void setGeometry(AObject& object, pugi::xml_node node, Element element, const Style& style, bool moved);
     void enterContainer(AParent& container, pugi::xml_node node, Element element, const Style& style,
                         bool moved);

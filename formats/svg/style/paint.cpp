@@ -12,6 +12,7 @@ namespace {
 
 // Behind a colour may stand the same one in another space, which is not read: "#cd853f icc-color(acmecmyk, 0.1)".
 bool isColorEnd(std::string_view text) {
+    if (text.empty()) return true;
     text = trimFront(text);
     return text.empty() || startsWithNoCase(text, "icc-color(") || startsWithNoCase(text, "device-");
 }

@@ -246,7 +246,8 @@ AFRect shapeBounds(Element element, const AttributeSet& attributes, const UserSp
 }
 
 AFRect curveBounds(Element element, const AttributeSet& attributes, const UserSpace& outer) {
-    const Affine transform = outer.toDrawing * ownTransform(attributes);
+    const Affine transform =
+        attributes.has(Attribute::transform) ? outer.toDrawing * ownTransform(attributes) : outer.toDrawing;
     BoundsBuilder bounds;
     if (element == Element::path)
         addPathBounds(attributes.get(Attribute::d), transform, bounds);

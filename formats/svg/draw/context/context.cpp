@@ -37,6 +37,7 @@ DrawContext::DrawContext(const std::string& text, const UserSpace& root, ACanvas
       m_root(root),
       m_blends(asksForBlending(text)),
       m_usesContextPaint(text.find("context-") != text.npos),
+      m_hasDecorations(text.find("text-decoration") != text.npos),
       m_canvas(&canvas) {
     readSheets();
     restart(root, canvas);
@@ -48,6 +49,7 @@ DrawContext::DrawContext(const std::string& text, const UserSpace& root, ADispla
       m_root(root),
       m_blends(asksForBlending(text)),
       m_usesContextPaint(text.find("context-") != text.npos),
+      m_hasDecorations(text.find("text-decoration") != text.npos),
       m_canvas(nullptr),
       m_recorder(&recorder),
       m_clipBounds(pixelsAround({-kFarPixels, -kFarPixels, kFarPixels, kFarPixels}, 0)),

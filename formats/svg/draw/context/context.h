@@ -74,6 +74,8 @@ public:
 
     // Whether something in the drawing is painted like what it stands in.
     bool usesContextPaint() const { return m_usesContextPaint; }
+    // Whether something in the drawing asks for lines under, over or through texts.
+    bool hasDecorations() const { return m_hasDecorations; }
     const ContextPaint* contextPaint() const { return m_contextPaint; }
     void setContextPaint(const ContextPaint* paint) { m_contextPaint = paint; }
     // From the pixels of the picture to those of the canvas that is drawn on.
@@ -204,6 +206,7 @@ private:
     UserSpace m_root;
     bool m_blends;
     bool m_usesContextPaint;
+    bool m_hasDecorations;
     bool m_isInner = false;
     const ContextPaint* m_contextPaint = nullptr;
     AAffine m_place;

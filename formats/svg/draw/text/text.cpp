@@ -6,9 +6,8 @@
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <tuple>
+#include <utility>
 
-#include "canvas/text_outline.h"
 #include "formats/svg/draw/text/text_characters.h"
 #include "formats/svg/draw/text/text_path.h"
 #include "formats/svg/values/text_scan.h"
@@ -18,8 +17,6 @@ namespace svg {
 
 namespace {
 
-// Of the font size.
-constexpr double kDecorationWidth = 0.06;
 // Below this a text length is only another program's measuring of the same glyphs.
 constexpr double kSlightStretch = 0.02;
 // Letters pushed closer than this would lie upon each other; narrower ones can still be read.
@@ -27,10 +24,12 @@ constexpr double kTightest = 0.9;
 
 // Letters of texts that place every one of them, and labels that many texts share.
 struct GlyphCache : DrawCache {
-    using Key = std::tuple<std::string, std::string, double, int, bool>;
+    using Key = std::pair<std::string, AFont>;
     static constexpr std::size_t kMostGlyphs = 4096;
     static constexpr std::size_t kLongestLabel = 32;
     std::map<Key, ATextOutline> glyphs;
+    std::map<Key, ATextClusters> clusters;
+    std::map<AFont, AFontMetrics> metrics;
 };
 
 struct Run {
@@ -38,46 +37,43 @@ struct Run {
     ATextOutline glyphs;
     double spacing = 0;  // behind it
     double stretch = 1;  // of its width
+    // Where the drawing puts it, as its first character says; NaN where it follows the run before.
+    double x = kNowhere, y = kNowhere, dx = 0, dy = 0;
+    double rotate = 0;     // degrees
+    bool upright = false;  // in a vertical text
 
     double width() const { return glyphs.advance * stretch; }
     double advance() const { return width() + spacing; }
 };
 
-// "'DejaVu Sans', serif" without the quotation marks.
-std::string familyOf(std::string_view written) {
-    std::string family;
-    for (const char c : written) {
-        if (c != '\'' && c != '"') family.push_back(c);
-    }
-    return family;
+// Letters of scripts whose letters join are not moved apart.
+bool joins(char32_t code) {
+    constexpr std::pair<char32_t, char32_t> kJoining[] = {
+        {0x600, 0x7bf},   {0x7c0, 0x7ff},   {0x840, 0x8ff},  {0x1800, 0x18af},
+        {0xa840, 0xa87f}, {0xfb50, 0xfdff}, {0xfe70, 0xfeff}};
+    if (code < kJoining[0].first) return false;
+    return std::any_of(std::begin(kJoining), std::end(kJoining),
+                       [code](const auto& range) { return code >= range.first && code <= range.second; });
 }
 
-// How far below the point of the text its base line lies.
-double baselineOffset(const Style& style) {
-    switch (style.own.alignment.value_or(style.baseline)) {
-        case Baseline::alphabetic:
-            return 0;
-        case Baseline::middle:
-            return 0.26 * style.fontSize;
-        case Baseline::central:
-            return (kAscent - kDescent) / 2 * style.fontSize;
-        case Baseline::mathematical:
-            return kAscent / 2 * style.fontSize;
-        case Baseline::hanging:
-            return 0.75 * style.fontSize;
-        case Baseline::textBefore:
-            return kAscent * style.fontSize;
-        case Baseline::textAfter:
-        case Baseline::ideographic:
-            return -kDescent * style.fontSize;
-    }
-    return 0;
+// Letters that stand upright in a vertical text: those of East Asia, and pictures.
+bool isUpright(char32_t code) {
+    constexpr std::pair<char32_t, char32_t> kUpright[] = {
+        {0x1100, 0x11ff}, {0x2e80, 0xa4cf}, {0xac00, 0xd7af},   {0xf900, 0xfaff},
+        {0xfe30, 0xfe4f}, {0xff00, 0xff60}, {0x1f300, 0x1faff}, {0x20000, 0x3ffff}};
+    if (code < kUpright[0].first) return false;
+    return std::any_of(std::begin(kUpright), std::end(kUpright),
+                       [code](const auto& range) { return code >= range.first && code <= range.second; });
 }
 
 class Layout {
 public:
-    Layout(DrawContext& context, const UserSpace& space, const TextCharacters& text)
-        : m_context(context), m_space(space), m_text(text), m_fits(text.characters.size()) {}
+    Layout(DrawContext& context, const UserSpace& space, const TextCharacters& text, bool vertical)
+        : m_context(context),
+          m_space(space),
+          m_text(text),
+          m_fits(text.characters.size()),
+          m_vertical(vertical) {}
 
     void run(std::vector<TextPiece>& pieces) {
         fitLengths();
@@ -105,19 +101,63 @@ private:
 
     const TextSpan& spanOf(const Run& run) const { return m_text.spans[m_text.characters[run.first].span]; }
 
-    ATextOutline outline(std::size_t first, std::size_t last) {
-        const Style& style = m_text.spans[m_text.characters[first].span].style;
+    std::string_view textOf(std::size_t first, std::size_t last) const {
         const std::size_t begin = m_text.characters[first].begin;
         const std::size_t end = m_text.characters[last - 1].begin + m_text.characters[last - 1].size;
-        const std::string_view text = std::string_view(m_text.bytes).substr(begin, end - begin);
-        const AFont font{familyOf(style.fontFamily), style.fontSize, style.fontWeight, style.italic};
-        if (text.size() > GlyphCache::kLongestLabel) return outlineText(text, font);
-        auto& glyphs = m_context.cache<GlyphCache>(CacheOf::texts).glyphs;
-        GlyphCache::Key key{std::string(text), font.family, font.size, font.weight, font.italic};
-        const auto found = glyphs.find(key);
-        if (found != glyphs.end()) return found->second;
-        if (glyphs.size() >= GlyphCache::kMostGlyphs) glyphs.clear();
-        return glyphs.emplace(std::move(key), outlineText(text, font)).first->second;
+        return std::string_view(m_text.bytes).substr(begin, end - begin);
+    }
+
+    template <class Outlines, class Make>
+    static Outlines cached(std::map<GlyphCache::Key, Outlines>& cache, std::string_view text,
+                           const AFont& font, Make make) {
+        if (text.size() > GlyphCache::kLongestLabel) return make(text, font);
+        GlyphCache::Key key{std::string(text), font};
+        const auto found = cache.find(key);
+        if (found != cache.end()) return found->second;
+        if (cache.size() >= GlyphCache::kMostGlyphs) cache.clear();
+        return cache.emplace(std::move(key), make(text, font)).first->second;
+    }
+
+    ATextOutline outline(std::size_t first, std::size_t last) {
+        const AFont font = fontOf(m_text.spans[m_text.characters[first].span].style);
+        return cached(glyphCache().glyphs, textOf(first, last), font, outlineText);
+    }
+
+    GlyphCache& glyphCache() { return m_context.cache<GlyphCache>(CacheOf::texts); }
+
+    const AFontMetrics& metricsOf(const Style& style) {
+        auto& metrics = glyphCache().metrics;
+        if (metrics.size() >= GlyphCache::kMostGlyphs) metrics.clear();
+        AFont font = fontOf(style);
+        const auto found = metrics.find(font);
+        if (found != metrics.end()) return found->second;
+        const AFontMetrics made = fontMetrics(font);
+        return metrics.emplace(std::move(font), made).first->second;
+    }
+
+    // How far below the point of the text its base line lies.
+    double baselineOffset(const Style& style) {
+        const Baseline baseline = style.own.alignment.value_or(style.baseline);
+        if (baseline == Baseline::alphabetic) return 0;
+        const AFontMetrics& font = metricsOf(style);
+        switch (baseline) {
+            case Baseline::alphabetic:
+                return 0;
+            case Baseline::middle:
+                return font.xHeight / 2;
+            case Baseline::central:
+                return (font.ascent - font.descent) / 2;
+            case Baseline::mathematical:
+                return font.ascent / 2;
+            case Baseline::hanging:
+                return font.ascent * 0.8;
+            case Baseline::textBefore:
+                return font.ascent;
+            case Baseline::textAfter:
+            case Baseline::ideographic:
+                return -font.descent;
+        }
+        return 0;
     }
 
     // Whether the drawing says where a character goes.
@@ -125,27 +165,94 @@ private:
         return !std::isnan(one.x) || !std::isnan(one.y) || one.dx != 0 || one.dy != 0;
     }
 
-    std::size_t runEnd(std::size_t first, std::size_t end) const {
-        const std::vector<TextCharacter>& all = m_text.characters;
-        const TextSpan& span = m_text.spans[all[first].span];
-        std::size_t at = clusterEnd(all, first, end);
-        if (span.textPath || span.style.letterSpacing != 0 || m_fits[first].spacing != 0) return at;
-        while (at < end && all[at].span == all[first].span && !isPlaced(all[at]) && all[at].rotate == 0 &&
-               all[first].rotate == 0 && m_fits[at].spacing == 0) {
-            if (span.style.wordSpacing != 0 && all[at - 1].code == ' ') break;
-            at = clusterEnd(all, at, end);
-        }
+    // The end of what one span says, which is shaped as a whole.
+    std::size_t segmentEnd(std::size_t first, std::size_t end) const {
+        std::size_t at = first;
+        while (at < end && m_text.characters[at].span == m_text.characters[first].span) ++at;
         return at;
+    }
+
+    // Whether letters of a segment are placed one by one.
+    bool isLoose(std::size_t first, std::size_t last) const {
+        const TextSpan& span = m_text.spans[m_text.characters[first].span];
+        if (span.textPath || span.style.letterSpacing != 0) return true;
+        for (std::size_t i = first; i < last; ++i) {
+            const TextCharacter& one = m_text.characters[i];
+            if ((i != first && isPlaced(one)) || one.rotate != 0 || m_fits[i].spacing != 0 ||
+                (span.style.wordSpacing != 0 && one.code == ' ') || (m_vertical && isUpright(one.code))) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    Run makeRun(std::size_t first, std::size_t last, ATextOutline glyphs) const {
+        const TextCharacter& one = m_text.characters[first];
+        const Style& style = m_text.spans[one.span].style;
+        Run run{first,
+                last,
+                std::move(glyphs),
+                m_fits[first].spacing,
+                m_fits[first].stretch,
+                one.x,
+                one.y,
+                one.dx,
+                one.dy,
+                one.rotate,
+                m_vertical && isUpright(one.code)};
+        if (!joins(one.code)) run.spacing += style.letterSpacing;
+        if (m_text.characters[last - 1].code == ' ') run.spacing += style.wordSpacing;
+        if (run.upright) run.glyphs.path = moved(run.glyphs, style);
+        return run;
+    }
+
+    // An upright letter of a vertical text stands in the middle of its line; its advance is its height.
+    static APath moved(ATextOutline& glyphs, const Style& style) {
+        APath path;
+        path.append(glyphs.path, AAffine::translation(-glyphs.advance / 2, 0));
+        glyphs.advance = style.fontSize;
+        return path;
     }
 
     void makeRuns(std::size_t first, std::size_t end, std::vector<Run>& runs) {
         while (first < end) {
-            const std::size_t last = runEnd(first, end);
-            const Style& style = m_text.spans[m_text.characters[first].span].style;
-            Run run{first, last, outline(first, last), style.letterSpacing + m_fits[first].spacing,
-                    m_fits[first].stretch};
-            if (m_text.characters[last - 1].code == ' ') run.spacing += style.wordSpacing;
-            runs.push_back(std::move(run));
+            const std::size_t last = segmentEnd(first, end);
+            if (isLoose(first, last)) {
+                makeLooseRuns(first, last, runs);
+            } else {
+                runs.push_back(makeRun(first, last, outline(first, last)));
+            }
+            first = last;
+        }
+    }
+
+    // A run for each letter of a segment, shaped with those beside it.
+    void makeLooseRuns(std::size_t first, std::size_t last, std::vector<Run>& runs) {
+        const AFont font = fontOf(m_text.spans[m_text.characters[first].span].style);
+        ATextClusters clusters = cached(glyphCache().clusters, textOf(first, last), font, outlineClusters);
+        const std::size_t start = m_text.characters[first].begin;
+        const std::size_t before = runs.size();
+        std::size_t at = first;
+        for (ATextCluster& cluster : clusters.list) {
+            const std::size_t begin = at;
+            while (at < last && m_text.characters[at].begin - start < cluster.end) ++at;
+            // Marks stay with their letter, wherever the drawing puts them.
+            if (at > begin) runs.push_back(makeRun(begin, at, std::move(cluster.outline)));
+        }
+        if (clusters.rightToLeft) turnRound(runs, before);
+    }
+
+    // Letters that run to the left stand in the opposite order, up to the next that the drawing places.
+    static void turnRound(std::vector<Run>& runs, std::size_t first) {
+        while (first < runs.size()) {
+            std::size_t last = first + 1;
+            while (last < runs.size() && std::isnan(runs[last].x) && std::isnan(runs[last].y)) ++last;
+            const double x = std::exchange(runs[first].x, kNowhere);
+            const double y = std::exchange(runs[first].y, kNowhere);
+            std::reverse(runs.begin() + static_cast<std::ptrdiff_t>(first),
+                         runs.begin() + static_cast<std::ptrdiff_t>(last));
+            runs[first].x = x;
+            runs[first].y = y;
             first = last;
         }
     }
@@ -180,56 +287,76 @@ private:
         const pugi::xml_node path = spanOf(runs[first]).textPath;
         std::size_t at = first + 1;
         for (; at < runs.size(); ++at) {
-            const TextCharacter& one = m_text.characters[runs[at].first];
-            const bool jumps = !std::isnan(one.x) || !std::isnan(one.y);
+            const bool jumps = !std::isnan(runs[at].x) || !std::isnan(runs[at].y);
             if (spanOf(runs[at]).textPath != path || (jumps && !path)) break;
         }
         return at;
     }
 
     double anchorShift(const std::vector<Run>& runs, std::size_t first, std::size_t last) const {
-        const TextAnchor anchor = spanOf(runs[first]).style.textAnchor;
+        const Style& style = spanOf(runs[first]).style;
+        TextAnchor anchor = style.textAnchor;
+        // A text that runs to the left starts at its right.
+        if (style.rightToLeft && anchor != TextAnchor::middle)
+            anchor = anchor == TextAnchor::start ? TextAnchor::end : TextAnchor::start;
         if (anchor == TextAnchor::start) return 0;
         double length = 0;
         for (std::size_t i = first; i < last; ++i)
-            length += runs[i].advance() + m_text.characters[runs[i].first].dx;
+            length += runs[i].advance() + (m_vertical ? runs[i].dy : runs[i].dx);
+        // What a text length adds stands between letters, not behind the last one.
+        length -= m_fits[runs[last - 1].last - 1].spacing;
         return anchor == TextAnchor::middle ? -length / 2 : -length;
     }
 
+    static AAffine rotation(double degrees) {
+        const double angle = std::fmod(degrees, 360) * 3.14159265358979323846 / 180;
+        return {std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle), 0, 0};
+    }
+
     void placeOnLine(const std::vector<Run>& runs, std::size_t first, std::size_t last) {
-        const TextCharacter& start = m_text.characters[runs[first].first];
+        const Run& start = runs[first];
         if (!std::isnan(start.x)) m_at.x = start.x;
         if (!std::isnan(start.y)) m_at.y = start.y;
-        m_at.x += anchorShift(runs, first, last);
+        (m_vertical ? m_at.y : m_at.x) += anchorShift(runs, first, last);
         for (std::size_t i = first; i < last; ++i) {
             const Run& run = runs[i];
-            const TextCharacter& one = m_text.characters[run.first];
-            m_at.x += one.dx;
-            m_at.y += one.dy;
+            m_at.x += run.dx;
+            m_at.y += run.dy;
             AAffine placed = AAffine::translation(m_at.x, m_at.y);
-            if (one.rotate != 0) {
-                const double angle = std::fmod(one.rotate, 360) * 3.14159265358979323846 / 180;
-                placed = placed *
-                         AAffine{std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle), 0, 0};
-            }
+            if (run.rotate != 0) placed = placed * rotation(run.rotate);
+            if (m_vertical) placed = placed * inColumn(run);
             addRun(run, placed);
-            m_at.x += run.advance();
+            (m_vertical ? m_at.y : m_at.x) += run.advance();
         }
+    }
+
+    // From a run's base line to a column: the middle of its letters lies on the line, and they are turned, but for those
+    // that stand upright.
+    AAffine inColumn(const Run& run) {
+        const AFontMetrics& font = metricsOf(spanOf(run).style);
+        const double middle = (font.ascent - font.descent) / 2;
+        if (run.upright) return AAffine::translation(0, run.glyphs.advance / 2 + middle);
+        return AAffine{0, 1, -1, 0, 0, 0} * AAffine::translation(0, middle);
     }
 
     void placeOnPath(const std::vector<Run>& runs, std::size_t first, std::size_t last) {
         const TextSpan& span = spanOf(runs[first]);
         const TextPath path(m_context, span.textPath, m_space, span.style.fontSize);
-        double along = path.start() + anchorShift(runs, first, last);
+        const double start = path.start() + anchorShift(runs, first, last);
+        double along = start;
         double above = 0;
         for (std::size_t i = first; i < last; ++i) {
             const Run& run = runs[i];
-            const TextCharacter& one = m_text.characters[run.first];
-            along += one.dx;
-            above += one.dy;
+            // A position of its own is one along the path.
+            if (!std::isnan(run.x)) along = start + run.x;
+            along += run.dx;
+            above += run.dy;
             const double half = run.width() / 2;
-            if (const std::optional<AAffine> placed = path.place(along + half))
-                addRun(run, *placed * AAffine::translation(-half, above));
+            if (const std::optional<AAffine> placed = path.place(along + half)) {
+                AAffine turned = *placed * AAffine::translation(-half, above);
+                if (run.rotate != 0) turned = turned * rotation(run.rotate);
+                addRun(run, turned);
+            }
             along += run.advance();
         }
         if (const std::optional<AAffine> end = path.place(path.length())) m_at = {end->e, end->f};
@@ -254,26 +381,39 @@ private:
         const AFRect line{0, -kAscent * size, run.glyphs.advance, kDescent * size};
         m_bounds.add(rectBounds(toText, line));
         const double length = run.advance() / (run.stretch != 0 ? run.stretch : 1);
-        const auto addLine = [&](APath& lines, double middle) {
-            const double half = kDecorationWidth * size / 2;
-            lines.append(APath::rectangle({0, middle * size - half, length, middle * size + half}), toText);
+        // A line is as high and as thick as the font of the element that asks for it says.
+        const auto addLine = [&](APath& lines, int source, double AFontMetrics::*middle,
+                                 double AFontMetrics::*thickness) {
+            if (source < 0) return;
+            const AFontMetrics& font = metricsOf(m_text.spans[static_cast<std::size_t>(source)].style);
+            const double half = font.*thickness / 2;
+            lines.append(APath::rectangle({0, -(font.*middle) - half, length, -(font.*middle) + half}),
+                         toText);
         };
-        if (span.decoration.underline) addLine(m_under, 0.12);
-        if (span.decoration.overline) addLine(m_under, -kAscent);
-        if (span.decoration.lineThrough) addLine(m_over, -0.28);
+        addLine(m_underline, span.underline, &AFontMetrics::underline, &AFontMetrics::underlineThickness);
+        addLine(m_overline, span.overline, &AFontMetrics::ascent, &AFontMetrics::underlineThickness);
+        addLine(m_lineThrough, span.lineThrough, &AFontMetrics::lineThrough,
+                &AFontMetrics::lineThroughThickness);
     }
 
     // Lines are pieces of their own: in one outline they could cut holes into the letters.
     void finishPiece() {
         if (!m_open) return;
         m_open->box = m_bounds.get();
-        for (APath* part : {&m_under, &m_open->outline, &m_over}) {
-            const bool isLine = part != &m_open->outline;
-            if (!isLine || !part->empty()) m_pieces.push_back({std::move(*part), m_open->box, m_open->style});
-            part->clear();
-        }
+        const TextSpan& span = m_text.spans[m_openSpan];
+        addLines(m_underline, span.underline);
+        addLines(m_overline, span.overline);
+        m_pieces.push_back(*m_open);
+        addLines(m_lineThrough, span.lineThrough);
         m_bounds = BoundsBuilder();
         m_open.reset();
+    }
+
+    void addLines(APath& lines, int source) {
+        if (lines.empty()) return;
+        const Style& style = m_text.spans[static_cast<std::size_t>(source)].style;
+        m_pieces.push_back({std::move(lines), m_open->box, style});
+        lines.clear();
     }
 
     DrawContext& m_context;
@@ -286,7 +426,8 @@ private:
     std::optional<TextPiece> m_open;
     std::size_t m_openSpan = 0;
     BoundsBuilder m_bounds;
-    APath m_under, m_over;
+    APath m_underline, m_overline, m_lineThrough;
+    bool m_vertical;
 };
 
 }  // namespace
@@ -297,7 +438,7 @@ void layOutText(DrawContext& context, const DrawnElement& text, std::vector<Text
     const TextCharacters characters = collectCharacters(context, text);
     // What is repeated may be long: sixteen letters count as an element.
     if (characters.characters.empty() || !context.spend(characters.characters.size() / 16)) return;
-    Layout(context, text.space, characters).run(pieces);
+    Layout(context, text.space, characters, text.style.vertical).run(pieces);
 }
 
 }  // namespace svg

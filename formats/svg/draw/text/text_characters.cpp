@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "formats/svg/tree/switch_case.h"
 #include "formats/svg/values/text_scan.h"
 #include "formats/svg/xml/encoding.h"
 
@@ -12,8 +13,6 @@ namespace {
 constexpr int kDeepestText = 64;  // parts within parts
 constexpr char32_t kNoCharacter = 0xfffd;
 constexpr char32_t kJoiner = 0x200d;
-constexpr double kSubShift = -0.2;  // of the font size around
-constexpr double kSuperShift = 0.33;
 
 // Takes one character from the front of the text; what is not UTF-8 is a replacement character for each byte.
 char32_t takeCharacter(std::string_view& text) {
@@ -108,8 +107,9 @@ public:
             }
         }
         TextSpan span;
+        addLinesAround(text, span);
         span.style = text.style;
-        enter(text.node, text.attributes, std::move(span), nullptr, preserve, 0);
+        enter(text.node, text.attributes, std::move(span), nullptr, preserve, kUsualFontSize);
         if (m_endsWithLooseSpace) {
             m_out.characters.pop_back();
             m_out.bytes.pop_back();
@@ -122,13 +122,45 @@ public:
     }
 
 private:
+    // Lines under the text that elements around it ask for are painted like those.
+    void addLinesAround(const DrawnElement& text, TextSpan& span) {
+        if (!m_context.hasDecorations()) return;
+        std::vector<pugi::xml_node> chain;
+        for (pugi::xml_node at = text.node.parent(); at.type() == pugi::node_element; at = at.parent())
+            chain.push_back(at);
+        if (!m_context.spend(chain.size() / 16)) return;
+        Style style;
+        AttributeSet attributes;
+        for (std::size_t i = chain.size(); i-- > 0;) {
+            attributes.read(chain[i]);
+            Style room;
+            const Style& own = m_context.styleOf(chain[i], attributes, style, m_space, room);
+            if (&own != &style) style = own;
+            if (!noteLines(style.own.decoration, span)) continue;
+            TextSpan around;
+            // As high and as thick as the text's own font says.
+            around.style = text.style;
+            around.style.fill = style.fill;
+            around.style.stroke = style.stroke;
+            around.style.color = style.color;
+            m_out.spans.push_back(std::move(around));
+        }
+    }
+
+    // The next span is what asks for these lines. False when there are none.
+    bool noteLines(const TextDecoration& lines, TextSpan& span) const {
+        const int next = static_cast<int>(m_out.spans.size());
+        if (lines.underline) span.underline = next;
+        if (lines.overline) span.overline = next;
+        if (lines.lineThrough) span.lineThrough = next;
+        return lines.underline || lines.overline || lines.lineThrough;
+    }
+
     void enter(pugi::xml_node node, const AttributeSet& attributes, TextSpan span, const PositionLists* outer,
                bool preserve, double fontSizeAround) {
         const OwnStyle& own = span.style.own;
-        span.decoration.underline |= own.decoration.underline;
-        span.decoration.overline |= own.decoration.overline;
-        span.decoration.lineThrough |= own.decoration.lineThrough;
-        span.baselineShift += shiftOf(own.baselineShift, span.style.fontSize, fontSizeAround);
+        noteLines(own.decoration, span);
+        span.baselineShift += shiftOf(span.style, fontSizeAround);
         const LengthContext lengths{span.style.fontSize, m_space.width, m_space.height};
         if (!parseLength(textOf(node, "textLength"), Axis::horizontal, lengths, span.textLength))
             span.textLength = -1;
@@ -177,9 +209,13 @@ private:
             span.style = m_context.styleOf(node, attributes, around.style, m_space, room);
             span.textPath = kindOf(node) == Element::textPath ? node : around.textPath;
             span.baselineShift = around.baselineShift;
-            span.decoration = around.decoration;
+            span.underline = around.underline;
+            span.overline = around.overline;
+            span.lineThrough = around.lineThrough;
+            // A path within a path has no place.
+            if (around.textPath && kindOf(node) == Element::textPath) return;
         }
-        if (!span.style.displayed) return;
+        if (!span.style.displayed || !isWanted(attributes)) return;
         if (const char* space = node.attribute("xml:space").as_string(nullptr))
             preserve = std::strcmp(space, "preserve") == 0;
         const double fontSizeAround = m_out.spans[parent].style.fontSize;
@@ -232,13 +268,15 @@ private:
         m_out.characters.push_back(one);
     }
 
-    static double shiftOf(std::string_view text, double fontSize, double fontSizeAround) {
-        text = trim(text);
+    static double shiftOf(const Style& style, double fontSizeAround) {
+        const std::string_view text = trim(style.own.baselineShift);
         if (text.empty() || equalsNoCase(text, "baseline")) return 0;
-        if (equalsNoCase(text, "sub")) return kSubShift * fontSizeAround;
-        if (equalsNoCase(text, "super")) return kSuperShift * fontSizeAround;
+        AFont font = fontOf(style);
+        font.size = fontSizeAround;
+        if (equalsNoCase(text, "sub")) return -fontMetrics(font).subscript;
+        if (equalsNoCase(text, "super")) return fontMetrics(font).superscript;
         double value = 0;
-        parseLength(text, Axis::vertical, {fontSize, fontSizeAround, fontSizeAround}, value);
+        parseLength(text, Axis::vertical, {style.fontSize, fontSizeAround, fontSizeAround}, value);
         return value;
     }
 
@@ -268,6 +306,16 @@ bool isMark(char32_t code) {
 }
 
 }  // namespace
+
+AFont fontOf(const Style& style) {
+    // "'DejaVu Sans', serif" without the quotation marks.
+    std::string family;
+    for (const char c : style.fontFamily) {
+        if (c != '\'' && c != '"') family.push_back(c);
+    }
+    return {std::move(family), style.fontSize,    style.fontWeight, style.italic,
+            style.smallCaps,   style.fontStretch, style.rightToLeft};
+}
 
 TextCharacters collectCharacters(DrawContext& context, const DrawnElement& text) {
     return Collector(context, text.space).run(text);

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "canvas/text_outline.h"
 #include "formats/svg/draw/context/context.h"
 
 namespace svg {
@@ -22,11 +23,12 @@ constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
 // The text element, or one of tspan, textPath, tref, a within it.
 struct TextSpan {
     Style style;
-    pugi::xml_node textPath;          // around it, or null
-    double baselineShift = 0;         // upwards, with that of the elements around
-    double textLength = -1;           // negative: as long as it is
-    bool stretchesGlyphs = false;     // to the text length
-    TextDecoration decoration;        // its own or one around
+    pugi::xml_node textPath;       // around it, or null
+    double baselineShift = 0;      // upwards, with that of the elements around
+    double textLength = -1;        // negative: as long as it is
+    bool stretchesGlyphs = false;  // to the text length
+    // The span that asks for each of the lines, itself or one around it; negative: none.
+    int underline = -1, overline = -1, lineThrough = -1;
     std::size_t first = 0, last = 0;  // its characters
 };
 
@@ -44,10 +46,14 @@ struct TextCharacter {
 struct TextCharacters {
     std::string bytes;  // UTF-8
     std::vector<TextCharacter> characters;
-    std::vector<TextSpan> spans;  // in the order of their start tags; the first is the text element's
+    // In the order of their start tags. Elements around the text that ask for lines come first, without characters.
+    std::vector<TextSpan> spans;
 };
 
 TextCharacters collectCharacters(DrawContext& context, const DrawnElement& text);
+
+// What a style says of letters.
+AFont fontOf(const Style& style);
 
 // The end of the cluster (a letter with the marks upon it) that starts at a character.
 std::size_t clusterEnd(const std::vector<TextCharacter>& characters, std::size_t first, std::size_t end);

@@ -59,6 +59,11 @@ TextPath::TextPath(DrawContext& context, pugi::xml_node textPath, const UserSpac
         if (takeNumber(offset, percent)) m_start = finite(m_length * percent / 100);
     } else {
         parseLength(offset, Axis::horizontal, lengths, m_start);
+        // In the length that the path says it has.
+        double counted = 0;
+        const pugi::xml_node path = context.tree().findAny(referenceOf(textPath));
+        if (parseLength(textOf(path, "pathLength"), Axis::both, {}, counted) && counted > 0)
+            m_start = finite(m_start * m_length / counted);
     }
 }
 
