@@ -171,14 +171,14 @@ TEST(DrawTransforms, PlaceObjectsOfTheModelToo) {
     EXPECT_DOUBLE_EQ(b.top, 50);
 }
 
-constexpr char kMarker[] =
+constexpr char kArrowHead[] =
     "<marker id='m' markerUnits='userSpaceOnUse' markerWidth='20' markerHeight='20' refX='10' refY='10'>"
     "<rect width='20' height='20' fill='context-stroke'/><rect x='6' y='6' width='8' height='8' "
     "fill='context-fill'/>"
     "</marker>";
 
 TEST(DrawContextPaint, MarkersTakeThePaintsOfTheirShape) {
-    const Picture picture = drawBody(std::string(kMarker) +
+    const Picture picture = drawBody(std::string(kArrowHead) +
                                      "<path d='M50 50H150' fill='lime' stroke='blue' marker-start='url(#m)'/>"
                                      "<path d='M50 80H150' fill='none' stroke='red' marker-end='url(#m)'/>");
     EXPECT_COLOR(picture, 50, 50, kLime);
@@ -190,7 +190,7 @@ TEST(DrawContextPaint, AGradientGoesOnFromMarkerToMarker) {
     const Picture picture = drawBody(
         "<linearGradient id='g' gradientUnits='userSpaceOnUse' x1='99' x2='101'><stop stop-color='red'/>"
         "<stop offset='1' stop-color='blue'/></linearGradient>" +
-        std::string(kMarker) +
+        std::string(kArrowHead) +
         "<path d='M50 50H150' stroke='url(#g)' marker-start='url(#m)' marker-end='url(#m)' opacity='0.99'/>");
     EXPECT_TRUE(hasColor(picture, 42, 42, 0xff0303, 4));
     EXPECT_TRUE(hasColor(picture, 158, 58, 0x0303ff, 4));
@@ -281,7 +281,7 @@ TEST(DrawMarkers, HaveEffectsOfTheirOwn) {
     EXPECT_COLOR(picture, 60, 60, 0xff8080);
 }
 
-std::string filtered(const std::string& primitives,
+std::string filteredBy(const std::string& primitives,
                      const std::string& shape = box("fill='lime' filter='url(#f)'"),
                      const std::string& attributes = "") {
     return "<filter id='f' color-interpolation-filters='sRGB' " + attributes + ">" + primitives +
@@ -290,12 +290,12 @@ std::string filtered(const std::string& primitives,
 
 TEST(DrawFilterValues, AFloodFillsWhatHasNoPaint) {
     const Picture picture =
-        drawBody(filtered("<feFlood flood-color='red'/>", box("fill='none' filter='url(#f)'")));
+        drawBody(filteredBy("<feFlood flood-color='red'/>", box("fill='none' filter='url(#f)'")));
     EXPECT_COLOR(picture, 50, 50, kRed);
 }
 
 TEST(DrawFilterValues, AStepWithoutARegionFillsThatOfItsInputs) {
-    const Picture picture = drawBody(filtered(
+    const Picture picture = drawBody(filteredBy(
         "<feFlood x='20' y='10' width='10' height='20' flood-color='red'/><feOffset dx='5'/><feTile/>"));
     EXPECT_COLOR(picture, 22, 15, kWhite);
     EXPECT_COLOR(picture, 27, 15, kRed);
@@ -305,7 +305,7 @@ TEST(DrawFilterValues, AStepWithoutARegionFillsThatOfItsInputs) {
 
 TEST(DrawFilterValues, NumbersWithSomethingBehindThemAreNone) {
     const auto at = [](const std::string& primitive, int x) {
-        const Picture picture = drawBody(filtered(primitive));
+        const Picture picture = drawBody(filteredBy(primitive));
         return picture.at(x, 50);
     };
     EXPECT_EQ(at("<feOffset dx='50%'/>", 22), kLime);
@@ -322,17 +322,17 @@ TEST(DrawFilterValues, BrokenStepsShowNothing) {
          {"<feConvolveMatrix kernelMatrix='1 2'/>",
           "<feConvolveMatrix kernelMatrix='0 0 0 0 1 0 0 0 0' targetX='3'/>", "<feDiffuseLighting/>",
           "<feTurbulence baseFrequency='-1'/>", "<feFlood width='-5' flood-color='red'/>"}) {
-        EXPECT_COLOR(drawBody(filtered(primitive)), 50, 50, kWhite) << primitive;
+        EXPECT_COLOR(drawBody(filteredBy(primitive)), 50, 50, kWhite) << primitive;
     }
 }
 
 TEST(DrawFilterValues, PaintsAndBackgroundsAreTheElementItself) {
     for (const char* const input : {"FillPaint", "StrokePaint", "BackgroundImage"})
-        EXPECT_COLOR(drawBody(filtered("<feOffset in='" + std::string(input) + "'/>")), 50, 50, kLime);
+        EXPECT_COLOR(drawBody(filteredBy("<feOffset in='" + std::string(input) + "'/>")), 50, 50, kLime);
 }
 
 TEST(DrawFilterValues, OneThatIsNotThereIsLeftOut) {
-    EXPECT_COLOR(drawBody(filtered("<feFlood flood-color='red'/>", box("filter='url(#no) url(#f)'"))), 50, 50,
+    EXPECT_COLOR(drawBody(filteredBy("<feFlood flood-color='red'/>", box("filter='url(#no) url(#f)'"))), 50, 50,
                  kRed);
     EXPECT_COLOR(drawBody(box("fill='red' filter='url(#no)'")), 50, 50, kRed);
 }
@@ -344,14 +344,14 @@ TEST(DrawFilterValues, FunctionsAskForUnits) {
 
 TEST(DrawFilterValues, WorkAlongTheAxesOfATurnedElement) {
     // Sixteen pixels down the element are sixteen to the left in the picture.
-    const Picture picture = drawBody(filtered("<feOffset dy='16'/>",
+    const Picture picture = drawBody(filteredBy("<feOffset dy='16'/>",
                                               "<rect width='40' height='40' fill='red' filter='url(#f)' "
                                               "transform='translate(100,20) rotate(90)'/>",
                                               "x='-1' y='-1' width='3' height='3'"));
     EXPECT_COLOR(picture, 92, 40, kWhite);
     EXPECT_COLOR(picture, 50, 40, kRed);
     // A flood fills the turned region, not the box around it.
-    const Picture flood = drawBody(filtered("<feFlood flood-color='red'/>",
+    const Picture flood = drawBody(filteredBy("<feFlood flood-color='red'/>",
                                             "<rect x='-30' y='-30' width='60' height='60' filter='url(#f)' "
                                             "transform='translate(100,50) rotate(45)'/>",
                                             "x='0' y='0' width='1' height='1'"));
@@ -401,7 +401,7 @@ TEST(DrawInnerDrawings, CostWhatTheyRepeat) {
 
 TEST(DrawInnerDrawings, FillFilterSteps) {
     const Picture picture = drawBody(
-        filtered("<feImage x='20' y='10' width='40' height='20' href='" + std::string(kInner) + "'/>"));
+        filteredBy("<feImage x='20' y='10' width='40' height='20' href='" + std::string(kInner) + "'/>"));
     EXPECT_COLOR(picture, 30, 20, kRed);
     EXPECT_COLOR(picture, 50, 20, kBlue);
     EXPECT_COLOR(picture, 100, 50, kWhite);
@@ -409,11 +409,11 @@ TEST(DrawInnerDrawings, FillFilterSteps) {
 
 TEST(DrawFilterValues, ElementsFillFilterSteps) {
     const Picture picture = drawBody("<defs><rect id='e' width='30' height='30' fill='red'/></defs>" +
-                                     filtered("<feImage x='40' y='30' href='#e'/>"));
+                                     filteredBy("<feImage x='40' y='30' href='#e'/>"));
     EXPECT_COLOR(picture, 50, 50, kRed);
     EXPECT_COLOR(picture, 30, 50, kWhite);
     // One that shows itself shows nothing.
-    EXPECT_COLOR(drawBody(filtered("<feImage href='#self'/>", box("id='self' fill='red' filter='url(#f)'"))),
+    EXPECT_COLOR(drawBody(filteredBy("<feImage href='#self'/>", box("id='self' fill='red' filter='url(#f)'"))),
                  190, 5, kWhite);
 }
 

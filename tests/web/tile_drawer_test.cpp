@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr char kSea[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="100" height="80">
+constexpr char kHull[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="100" height="80">
   <rect id="hull" width="90" height="40" fill="red"/>
 </svg>)svg";
 constexpr std::uint32_t kEach = 40;
@@ -26,7 +26,7 @@ protected:
         changed.notify_all();
     }};
 
-    void SetUp() override { session.openBytes(kSea, "sea.svg"); }
+    void SetUp() override { session.openBytes(kHull, "sea.svg"); }
     void want(std::uint32_t first, const char* scale) {
         for (std::uint32_t i = 0; i < kEach; ++i)
             tiles.want(first + i, "1 1 " + std::string(scale) + " 64 " + std::to_string(i % 4) + " 0");
