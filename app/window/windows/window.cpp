@@ -30,7 +30,7 @@ int runWindow(const std::string& file) {
 
 bool isForWindow(const std::vector<std::string>& arguments) {
     if (arguments.empty()) return hasOwnConsole();
-    if (arguments.size() != 1 || arguments[0].starts_with('-')) return false;
+    if (arguments.size() != 1 || arguments[0].empty() || arguments[0].starts_with('-')) return false;
     const std::string extension = extensionOf(arguments[0]);
     return extension == ".svg" || extension == ".svgz";
 }
