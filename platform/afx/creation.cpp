@@ -1,5 +1,6 @@
 #include "platform/afx/creation.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/afx/window_state.h"
@@ -11,9 +12,10 @@ AfxWindowState& AfxGetWindowState() {
 }
 
 AfxWindowCreation::AfxWindowCreation(CWnd& window)
-    : m_pending(&window),
-      m_outer(std::exchange(AfxGetWindowState().creation, this)),
-      m_hook(SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId())) {}
+    : m_pending(&window), m_hook(SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId())) {
+    if (!m_hook) throw std::bad_alloc();
+    m_outer = std::exchange(AfxGetWindowState().creation, this);
+}
 
 AfxWindowCreation::~AfxWindowCreation() {
     UnhookWindowsHookEx(m_hook);

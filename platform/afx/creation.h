@@ -12,6 +12,7 @@
 
 class AfxWindowCreation {
 public:
+    // Raises bad_alloc when the window could not be waited for.
     explicit AfxWindowCreation(CWnd& window);
     ~AfxWindowCreation();
     AfxWindowCreation(const AfxWindowCreation&) = delete;
@@ -23,7 +24,7 @@ private:
     static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
 
     CWnd* m_pending;
-    AfxWindowCreation* m_outer;
+    AfxWindowCreation* m_outer = nullptr;
     HHOOK m_hook;
 };
 

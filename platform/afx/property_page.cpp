@@ -27,8 +27,11 @@ UINT CALLBACK CPropertyPage::Callback(HWND, UINT message, PROPSHEETPAGEW* record
     auto* page = reinterpret_cast<CPropertyPage*>(record->lParam);
     if (message == PSPCB_CREATE) {
         page->m_shown = false;
-        page->m_creation.reset(new (std::nothrow) AfxWindowCreation(*page));
-        return page->m_creation != nullptr;
+        try {
+            page->m_creation = std::make_unique<AfxWindowCreation>(*page);
+        } catch (const std::bad_alloc&) {
+            return FALSE;
+        }
     }
     if (message == PSPCB_RELEASE) page->m_creation.reset();
     return TRUE;

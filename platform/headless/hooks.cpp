@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/headless/desk.h"
+#include "platform/headless/guard.h"
 
 namespace headless {
 
@@ -38,9 +39,11 @@ HHOOK SetWindowsHookExW(int kind, HOOKPROC procedure, HINSTANCE, DWORD) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
-    auto handle = reinterpret_cast<HHOOK>(hooks().last_handle += 4);
-    hooks().chain.push_back({handle, procedure});
-    return handle;
+    return guarded([&] {
+        auto handle = reinterpret_cast<HHOOK>(hooks().last_handle += 4);
+        hooks().chain.push_back({handle, procedure});
+        return handle;
+    });
 }
 
 BOOL UnhookWindowsHookEx(HHOOK hook) {
