@@ -282,8 +282,8 @@ TEST(DrawMarkers, HaveEffectsOfTheirOwn) {
 }
 
 std::string filteredBy(const std::string& primitives,
-                     const std::string& shape = box("fill='lime' filter='url(#f)'"),
-                     const std::string& attributes = "") {
+                       const std::string& shape = box("fill='lime' filter='url(#f)'"),
+                       const std::string& attributes = "") {
     return "<filter id='f' color-interpolation-filters='sRGB' " + attributes + ">" + primitives +
            "</filter>" + shape;
 }
@@ -332,8 +332,8 @@ TEST(DrawFilterValues, PaintsAndBackgroundsAreTheElementItself) {
 }
 
 TEST(DrawFilterValues, OneThatIsNotThereIsLeftOut) {
-    EXPECT_COLOR(drawBody(filteredBy("<feFlood flood-color='red'/>", box("filter='url(#no) url(#f)'"))), 50, 50,
-                 kRed);
+    EXPECT_COLOR(drawBody(filteredBy("<feFlood flood-color='red'/>", box("filter='url(#no) url(#f)'"))), 50,
+                 50, kRed);
     EXPECT_COLOR(drawBody(box("fill='red' filter='url(#no)'")), 50, 50, kRed);
 }
 
@@ -345,16 +345,16 @@ TEST(DrawFilterValues, FunctionsAskForUnits) {
 TEST(DrawFilterValues, WorkAlongTheAxesOfATurnedElement) {
     // Sixteen pixels down the element are sixteen to the left in the picture.
     const Picture picture = drawBody(filteredBy("<feOffset dy='16'/>",
-                                              "<rect width='40' height='40' fill='red' filter='url(#f)' "
-                                              "transform='translate(100,20) rotate(90)'/>",
-                                              "x='-1' y='-1' width='3' height='3'"));
+                                                "<rect width='40' height='40' fill='red' filter='url(#f)' "
+                                                "transform='translate(100,20) rotate(90)'/>",
+                                                "x='-1' y='-1' width='3' height='3'"));
     EXPECT_COLOR(picture, 92, 40, kWhite);
     EXPECT_COLOR(picture, 50, 40, kRed);
     // A flood fills the turned region, not the box around it.
     const Picture flood = drawBody(filteredBy("<feFlood flood-color='red'/>",
-                                            "<rect x='-30' y='-30' width='60' height='60' filter='url(#f)' "
-                                            "transform='translate(100,50) rotate(45)'/>",
-                                            "x='0' y='0' width='1' height='1'"));
+                                              "<rect x='-30' y='-30' width='60' height='60' filter='url(#f)' "
+                                              "transform='translate(100,50) rotate(45)'/>",
+                                              "x='0' y='0' width='1' height='1'"));
     EXPECT_COLOR(flood, 100, 50, kRed);
     EXPECT_COLOR(flood, 74, 24, kWhite);
 }
@@ -413,8 +413,9 @@ TEST(DrawFilterValues, ElementsFillFilterSteps) {
     EXPECT_COLOR(picture, 50, 50, kRed);
     EXPECT_COLOR(picture, 30, 50, kWhite);
     // One that shows itself shows nothing.
-    EXPECT_COLOR(drawBody(filteredBy("<feImage href='#self'/>", box("id='self' fill='red' filter='url(#f)'"))),
-                 190, 5, kWhite);
+    EXPECT_COLOR(
+        drawBody(filteredBy("<feImage href='#self'/>", box("id='self' fill='red' filter='url(#f)'"))), 190, 5,
+        kWhite);
 }
 
 }  // namespace
