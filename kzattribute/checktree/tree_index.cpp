@@ -47,6 +47,8 @@ std::size_t TreeIndex::ChildHash::operator()(const Child& child) const {
     return text ^ (std::hash<HTREEITEM>()(child.parent) * 0x9e3779b97f4a7c15ULL);
 }
 
+TreeIndex::Contents::Contents() : byText(&memory), nodes(&memory) {}
+
 void TreeIndex::attach(HWND tree) {
     m_tree = tree;
     forget();

@@ -54,9 +54,10 @@ private:
     };
     // In one piece of memory, texts included: it is built once and forgotten as a whole.
     struct Contents {
+        Contents();  // its own: std::optional asks for one before members' initializers are known
         std::pmr::monotonic_buffer_resource memory;
-        std::pmr::unordered_map<Child, HTREEITEM, ChildHash> byText{&memory};
-        std::pmr::unordered_map<HTREEITEM, Node> nodes{&memory};
+        std::pmr::unordered_map<Child, HTREEITEM, ChildHash> byText;
+        std::pmr::unordered_map<HTREEITEM, Node> nodes;
     };
 
     Contents& learn();
