@@ -213,7 +213,13 @@ for (const colorScheme of ["light", "dark"]) {
       await tab.dialogButton("Cancel").click();
       await tab.dialogClosed();
       await tab.chooseColor("red");
-      await tab.page.getByRole("dialog", { name: "red" }).waitFor();
+      const card = tab.page.getByRole("dialog", { name: "red" });
+      await card.waitFor();
+      assert.equal(await card.evaluate(element => {
+        const { left, top, right, bottom } = element.getBoundingClientRect();
+        return [[left, top], [right, top], [left, bottom], [right, bottom]].every(([x, y]) => element.contains(
+          document.elementFromPoint(x + (x === left ? 12 : -12), y + (y === top ? 12 : -12))));
+      }), true, "nothing lies above the card of a color");
       await check("color");
       await tab.page.locator("#script").click();
       await check("script");
