@@ -73,19 +73,20 @@ export class Server {
   async open(options = {}) {
     const context = await (await startBrowser()).newContext({ viewport: { width: 1280, height: 800 }, reducedMotion: "reduce", ...options });
     await context.grantPermissions(["clipboard-read", "clipboard-write"]);
-    const tab = new Tab(await context.newPage());
+    const tab = new Tab(await context.newPage(), this);
     await tab.load(this.address);
     return tab;
   }
 }
 
 export class Tab {
-  constructor(page) {
+  constructor(page, server) {
     this.page = page;
     this.errors = [];
     page.on("pageerror", error => this.errors.push(error.message));
     page.on("console", message => {  // a tile that came too late is none of the page's
       if (message.type() === "error" && !/404|ERR_/.test(message.text())) this.errors.push(message.text());
+    this.server = server;
     });
   }
 
@@ -101,6 +102,9 @@ export class Tab {
   counts(text) { return this.page.locator("#counts", { hasText: text }).waitFor(); }
 
   tool(name) { return this.page.locator("#tools").getByRole("button", { name, exact: true }); }
+  // One more of the same server.
+  another(options) { return this.server.open(options); }
+
 
   // Until the tiles of what is shown are there.
   tiles() { return this.page.waitForSelector('html[data-tiles*="/"]'); }
