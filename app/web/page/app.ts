@@ -35,6 +35,8 @@ class App {
   private seen: Partial<State> = {};
   private seenChanges = 0;
   private tools: Tool[] = [];
+  private readonly settleTools = rove(byId("tools"));
+  private readonly settleLayers = rove(byId("layers"), 2);
 
   constructor(private readonly session: Session) {
     this.view = new DrawingView(session, fail);
@@ -99,7 +101,7 @@ class App {
                                                     icon(icons[tool.class] ?? icons.tool), make("span", {}, tool.name))));
     }
     tools.forEach((tool, i) => { (bar.children[i] as HTMLButtonElement).disabled = !tool.valid; });
-    rove(bar, () => [...bar.querySelectorAll<HTMLElement>("button")])();
+    this.settleTools();
     if (focused) bar.querySelector<HTMLElement>(`[data-tool="${CSS.escape(focused)}"]`)?.focus();
   }
 
@@ -294,9 +296,8 @@ function showMenu(button: HTMLElement, entries: [string, () => void][]): void {
   menu.style.top = `${place.bottom + 4}px`;
   menu.style.left = `${Math.max(8, Math.min(place.left, innerWidth - menu.offsetWidth - 8))}px`;
   button.setAttribute("aria-expanded", "true");
-  const items = () => [...menu.querySelectorAll<HTMLElement>("button")];
-  rove(menu, items)();
-  items()[0]?.focus();
+  rove(menu)();
+  menu.querySelector("button")?.focus();
   document.addEventListener("pointerdown", outside, true);
 }
 

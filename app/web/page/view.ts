@@ -100,7 +100,7 @@ export class DrawingView {
     bar.append(pan, select, make("span", { class: "gap", role: "separator", "aria-orientation": "vertical" }),
                button("Zoom in", icons.plus, () => this.zoomBy(ZOOM), "+"), button("Zoom out", icons.minus, () => this.zoomBy(-ZOOM), "-"),
                button("Show the whole page", icons.fit, () => this.fit(), "0"));
-    rove(bar, () => [...bar.querySelectorAll<HTMLElement>("button")])();
+    rove(bar)();
     document.addEventListener("keydown", event => {
       if (event.ctrlKey || event.altKey || event.metaKey || document.querySelector("dialog[open]")) return;
       if ((event.target as Element).closest("#swatches, input")) return;
