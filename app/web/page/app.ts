@@ -62,7 +62,7 @@ class App {
     const mayBeOther = this.session.changes !== this.seenChanges;
     this.seenChanges = this.session.changes;
     const lines: string[] = [];
-    if (isOther("drawing")) lines.push("print layers");
+    if (mayBeOther || isOther("drawing")) lines.push("print layers");
     if (mayBeOther || isOther("drawing", "shown", "filter")) lines.push("print colors");
     if (isOther("drawing", "selection", "selected")) lines.push("print extents");
     if (mayBeOther || isOther("drawing", "selection", "selected")) lines.push("print tools");
@@ -125,22 +125,21 @@ class App {
   }
 
   private showLayers(layers: Layer[]): void {
-    byId("layers").replaceChildren(...[...layers].reverse().map(layer => {
-      const row = make("li", { class: layer.hidden || layer.locked ? "dim" : "" }, icon(icons.layer),
-                       make("span", { class: "text", title: layer.name }, layer.name));
-      const mark = (path: string, name: string) => {
-        const picture = icon(path);
-        picture.removeAttribute("aria-hidden");
-        picture.setAttribute("role", "img");
-        picture.setAttribute("aria-label", name);
-        row.append(picture);
-      };
-      if (layer.master) row.append(make("span", { class: "tag" }, "master"));
-      if (layer.locked) mark(icons.lock, "locked");
-      if (layer.hidden) mark(icons.hidden, "hidden");
-      row.append(make("span", { class: "count" }, number.format(layer.objects)));
-      return row;
-    }));
+    const list = byId("layers");
+    const focused = (document.activeElement as HTMLElement | null)?.dataset.act;
+    const button = (layer: Layer, name: string, isOn: boolean, path: string, verb: string) =>
+      make("button", { class: "tool", "aria-label": `${layer.name}: ${name}`, title: name, "aria-pressed": String(isOn),
+                       "data-act": `${name} ${layer.name}`,
+                       click: () => { this.session.ask(line("layer", layer.name, verb)).catch(fail); } }, icon(path));
+    list.replaceChildren(...[...layers].reverse().map(layer => make(
+      "li", { class: layer.hidden || layer.locked ? "dim" : "" },
+      layer.master ? icon(icons.layer) : button(layer, "Hidden", layer.hidden, layer.hidden ? icons.hidden : icons.shown, layer.hidden ? "show" : "hide"),
+      make("span", { class: "text", title: layer.name }, layer.name),
+      layer.master ? make("span", { class: "tag" }, "master")
+                   : button(layer, "Locked", layer.locked, layer.locked ? icons.lock : icons.unlocked, layer.locked ? "unlock" : "lock"),
+      make("span", { class: "count" }, number.format(layer.objects)))));
+    this.settleLayers();
+    if (focused) list.querySelector<HTMLElement>(`[data-act="${CSS.escape(focused)}"]`)?.focus();
   }
 
   private addActions(): void {
