@@ -40,14 +40,16 @@ export function tempFolder() {
   return fs.mkdtempSync(path.join(os.tmpdir(), "kz-browser-"));
 }
 
-// kzdraw serve, with drawings by name; `program` is another one than the built one.
+// kzdraw serve, with drawings by name. `program` is another one than the built one; `words` are its own, `variables` those
+// of its environment that differ.
 export class Server {
-  static async start(drawings = { "sea.svg": SEA }, program = process.env.KZDRAW) {
+  static async start(drawings = { "sea.svg": SEA }, program = process.env.KZDRAW,
+                     words = ["serve", "--no-open", ...Object.keys(drawings)], variables = {}) {
     const server = new Server();
     server.folder = tempFolder();
     for (const [name, text] of Object.entries(drawings)) fs.writeFileSync(path.join(server.folder, name), text);
-    server.process = spawn(program, ["serve", "--no-open", ...Object.keys(drawings)], {
-      cwd: server.folder, env: { ...process.env, XDG_CONFIG_HOME: path.join(server.folder, "config") },
+    server.process = spawn(program, words, {
+      cwd: server.folder, env: { ...process.env, XDG_CONFIG_HOME: path.join(server.folder, "config"), ...variables },
       stdio: ["ignore", "pipe", "inherit"],
     });
     server.address = await new Promise((resolve, reject) => {
@@ -138,6 +140,12 @@ export class Tab {
 
   // A row of the open dialog's tree.
   row(name) { return this.page.locator("#tool-dialog").getByRole("treeitem", { name, exact: true }); }
+  async openDrawing(name) {
+    await this.page.locator("#open").click();
+    await this.page.getByRole("menuitem", { name }).click();
+    await this.page.getByRole("heading", { name }).waitFor();
+  }
+
 
   async rowIs(name, state) {
     await this.page.locator(`#tool-dialog .row[aria-checked="${state}"]`, { hasText: name }).first().waitFor();
