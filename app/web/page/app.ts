@@ -79,7 +79,7 @@ class App {
     const name = state.file?.split("/").pop() ?? "kzdraw";
     byId("file-name").textContent = name;
     document.title = state.file === null ? "kzdraw" : `${name} – kzdraw`;
-    const parts = state.objects === null ? [] : [`${number.format(state.objects)} objects`];
+    const parts = state.objects === null ? [] : [state.objects === 1 ? "1 object" : `${number.format(state.objects)} objects`];
     if (state.selected) parts.push(`${number.format(state.selected)} selected`);
     if (state.hidden) parts.push(`${number.format(state.hidden)} hidden`);
     byId("counts").textContent = parts.join(" · ");
@@ -107,6 +107,7 @@ class App {
 
   // A tool that takes a colour gets the one that is chosen; one that only may take one works without.
   private async run(tool: Tool): Promise<void> {
+    if (document.body.classList.contains("panel-open")) this.togglePanel();
     const item = tool.flags & TAKES_ITEM ? this.strip.chosen?.item : undefined;
     try {
       const [first] = await this.session.send([line("tool", tool.class, ...(item ? [item] : []))]);
@@ -163,7 +164,13 @@ class App {
       event.preventDefault();
       byId(id).click();
     });
-    byId("badge").addEventListener("click", () => byId("tools").querySelector<HTMLElement>("button")?.focus());
+    byId("badge").addEventListener("click", () => {
+      if (getComputedStyle(byId("side")).visibility === "hidden") this.togglePanel();
+      else byId("tools").querySelector<HTMLElement>("button")?.focus();
+    });
+    const closePanel = () => { if (document.body.classList.contains("panel-open")) this.togglePanel(); };
+    byId("stage").addEventListener("pointerdown", closePanel, true);
+    byId("side").addEventListener("keydown", event => { if (event.key === "Escape") closePanel(); });
     byId("choose").addEventListener("click", () => byId("file").click());
     byId<HTMLInputElement>("file").addEventListener("change", event => {
       const input = event.target as HTMLInputElement;
@@ -172,10 +179,12 @@ class App {
     });
   }
 
+  // Where the window is narrow the tools and layers lie in a panel.
   private togglePanel(): void {
     const isOpen = document.body.classList.toggle("panel-open");
     byId("panel").setAttribute("aria-expanded", String(isOpen));
     if (isOpen) byId("tools").querySelector<HTMLElement>('button[tabindex="0"]')?.focus();
+    else if (byId("side").contains(document.activeElement)) byId("panel").focus();
   }
 
   private openMenu(of: "open" | "download"): void {
