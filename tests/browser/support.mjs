@@ -25,8 +25,10 @@ export const SEA = `<svg xmlns="http://www.w3.org/2000/svg" width="200" height="
 
 let browser;
 
+export const browserPath = "/usr/bin/chromium";
+
 export async function startBrowser() {
-  browser ??= await chromium.launch({ executablePath: "/usr/bin/chromium", args: ["--no-sandbox"] });
+  browser ??= await chromium.launch({ executablePath: browserPath, args: ["--no-sandbox"] });
   return browser;
 }
 
@@ -84,11 +86,11 @@ export class Server {
 export class Tab {
   constructor(page, server) {
     this.page = page;
+    this.server = server;
     this.errors = [];
     page.on("pageerror", error => this.errors.push(error.message));
     page.on("console", message => {  // a tile that came too late is none of the page's
       if (message.type() === "error" && !/404|ERR_/.test(message.text())) this.errors.push(message.text());
-    this.server = server;
     });
   }
 
@@ -100,13 +102,13 @@ export class Tab {
 
   close() { return this.page.context().close(); }
 
+  // One more of the same server.
+  another(options) { return this.server.open(options); }
+
   // Until the head says so: "1 selected".
   counts(text) { return this.page.locator("#counts", { hasText: text }).waitFor(); }
 
   tool(name) { return this.page.locator("#tools").getByRole("button", { name, exact: true }); }
-  // One more of the same server.
-  another(options) { return this.server.open(options); }
-
 
   // Until the tiles of what is shown are there.
   tiles() { return this.page.waitForSelector('html[data-tiles*="/"]'); }
@@ -138,14 +140,14 @@ export class Tab {
     await this.page.getByRole("option", { name: new RegExp(`^${name},`) }).click();
   }
 
-  // A row of the open dialog's tree.
-  row(name) { return this.page.locator("#tool-dialog").getByRole("treeitem", { name, exact: true }); }
   async openDrawing(name) {
     await this.page.locator("#open").click();
     await this.page.getByRole("menuitem", { name }).click();
     await this.page.getByRole("heading", { name }).waitFor();
   }
 
+  // A row of the open dialog's tree.
+  row(name) { return this.page.locator("#tool-dialog").getByRole("treeitem", { name, exact: true }); }
 
   async rowIs(name, state) {
     await this.page.locator(`#tool-dialog .row[aria-checked="${state}"]`, { hasText: name }).first().waitFor();
