@@ -114,11 +114,12 @@ function memory(pid) {
 }
 
 test("what a killed browser has taken comes back", { timeout: 120000 }, async () => {
-  const { pid } = server.process;
+  const own = await Server.start({ "large.svg": LARGE });
+  const { pid } = own.process;
   const before = memory(pid);
   const doomed = await chromium.launchServer({ executablePath: browserPath, args: ["--no-sandbox"] });
   const page = await (await chromium.connect(doomed.wsEndpoint())).newPage();
-  await page.goto(server.address);
+  await page.goto(own.address);
   await page.waitForSelector('html[data-tiles*="/"]');
   const meanwhile = memory(pid);
   await doomed.kill();
@@ -127,7 +128,8 @@ test("what a killed browser has taken comes back", { timeout: 120000 }, async ()
   const after = memory(pid);
   console.log(`memory: ${before.toFixed(0)} MiB, with the page ${meanwhile.toFixed(0)}, after it was killed ${after.toFixed(0)}`);
   assert.ok(after - before < (meanwhile - before) / 4, "what is left is the server's own");
-  const tab = await server.open();
+  const tab = await own.open();
   await tab.counts("100,000 objects");
   await tab.close();
+  assert.equal(await own.stop(), 0);
 });
