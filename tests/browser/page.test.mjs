@@ -192,6 +192,23 @@ test("two tabs have a drawing each", async () => {
   await other.close();
 });
 
+test("one tab too many is told why, and starts once another is closed", { timeout: 120000 }, async () => {
+  const own = await Server.start();
+  const tabs = [];
+  for (let i = 0; i < 4; i++) tabs.push(await own.open());
+  const late = await own.open();
+  const told = late.page.getByRole("dialog", { name: "No session could be started" });
+  await told.getByText("as many drawings are open as there may be: close a tab").waitFor();
+  await tabs[0].close();
+  while (await told.isVisible()) {
+    await Promise.all([late.page.waitForEvent("load"), told.getByRole("button", { name: "Start again" }).click()]);
+    await late.page.waitForSelector("html[data-ready]");
+  }
+  await late.counts("6 objects");
+  for (const tab of [...tabs.slice(1), late]) await tab.close();
+  assert.equal(await own.stop(), 0);
+});
+
 inTab("what was done is copied as a script that kzdraw runs", async tab => {
   await tab.chooseColor("red");
   await tab.tool("Hide This Color").click();

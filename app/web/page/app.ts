@@ -25,7 +25,20 @@ function speak(text: string): void {
 }
 
 function fail(error: unknown): void {
-  notify(error instanceof Error ? error.message : String(error), true);
+  notify(message(error), true);
+}
+
+// The page can do nothing any more, or nothing yet.
+function showEnd(title: string, reason: string): void {
+  const dialog = byId<HTMLDialogElement>("ended-dialog");
+  if (dialog.open) return;
+  dialog.replaceChildren(make("h2", { id: "ended-title" }, title), make("p", {}, reason),
+                         make("div", { class: "buttons" }, make("button", { class: "primary end", click: () => location.reload() }, "Start again")));
+  dialog.showModal();
+}
+
+function message(error: unknown): string {
+  return error instanceof Error ? error.message : String(error);
 }
 
 class App {
@@ -45,7 +58,7 @@ class App {
     this.dialog = new ToolDialog(session, speak, fail, () => { this.showMessages().catch(fail); });
     session.onState = state => this.follow(state).catch(fail);
     session.onProgress = progress => this.showProgress(progress);
-    session.onEnded = reason => this.showEnd(reason);
+    session.onEnded = reason => showEnd("The session has ended", reason);
     this.addActions();
     this.takeDrops();
   }
@@ -268,14 +281,6 @@ class App {
     if (progress) byId("progress-text").textContent = `${progress.line}  ${progress.seconds >= 1 ? `${Math.round(progress.seconds)} s` : ""}`;
   }
 
-  private showEnd(reason: string): void {
-    const dialog = byId<HTMLDialogElement>("ended-dialog");
-    if (dialog.open) return;
-    dialog.replaceChildren(make("h2", { id: "ended-title" }, "The session has ended"), make("p", {}, reason),
-                           make("div", { class: "buttons" }, make("button", { class: "primary end", click: () => location.reload() }, "Start again")));
-    dialog.showModal();
-  }
-
   async begin(): Promise<void> {
     if (this.session.state) await this.follow(this.session.state);
     else await this.session.ask("print state");
@@ -315,12 +320,8 @@ function setTheme(theme: string | null): void {
 
 async function main(): Promise<void> {
   setTheme(localStorage.getItem("kzdraw-theme"));
-  try {
-    const app = new App(await Session.start());
-    await app.begin();
-  } catch (error) {
-    fail(error);
-  }
+  const session = await Session.start().catch((error: unknown) => showEnd("No session could be started", message(error)));
+  if (session) await new App(session).begin().catch(fail);
   document.documentElement.dataset.ready = "true";
 }
 
