@@ -98,7 +98,7 @@ export class Strip {
                     objects(color), color.visible ? null : "hidden"];
     const card = make("div", { id: "color-card", role: "dialog", "aria-label": color.name },
                       make("div", { class: "head" }, sample,
-                           make("div", {}, make("strong", {}, color.name), make("span", {}, detail.filter(Boolean).map(part => part!.replaceAll(" ", "\u00a0")).join(" · ")))));
+                           make("div", {}, make("strong", {}, color.name), make("span", {}, detail.filter(Boolean).map(part => part!.replace(/ /g, "\u00a0")).join(" · ")))));
     for (const command of this.commands(color)) card.append(make("button", { click: () => command.run() }, command.name));
     const close = () => {
       card.remove();
