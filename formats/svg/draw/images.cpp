@@ -20,13 +20,13 @@ constexpr double kLeastScale = 1e-9;
 // To be read, and to be shown smaller, every pixel has to be looked at.
 constexpr double kStepsForPixel = 0.25;
 
-// Decoded images, the last used one first. A data URI is found by its address: attributes stay where they are
-// as long as the tree.
 struct Picture {
     AImage image;
     std::unique_ptr<InnerDrawing> drawing;  // instead of the image
 };
 
+// Decoded pictures, the last used one first. A data URI is found by its address: attributes stay where they are
+// as long as the tree.
 struct ImageCache : DrawCache {
     struct Entry {
         const char* uri;

@@ -91,11 +91,6 @@ private:
         return anchor == TextAnchor::middle ? -length / 2 : -length;
     }
 
-    static AAffine rotation(double degrees) {
-        const double angle = std::fmod(degrees, 360) * 3.14159265358979323846 / 180;
-        return {std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle), 0, 0};
-    }
-
     void placeOnLine(const std::vector<TextRun>& runs, std::size_t first, std::size_t last) {
         const TextRun& start = runs[first];
         if (!std::isnan(start.x)) m_at.x = start.x;
