@@ -119,11 +119,11 @@ TEST(ImageFiles, BrokenGifsAndWebpsAreNoneOrAnImage) {
         for (std::size_t size = 0; size + 24 < whole.size(); ++size)
             EXPECT_TRUE(decodeImage(whole.subspan(0, size)).empty()) << size;
         std::vector<unsigned char> bytes(whole.begin(), whole.end());
-        for (unsigned char& byte : bytes) {
+        for (unsigned char& changed : bytes) {
             for (const int other : {0, 1, 127, 255}) {
-                const auto before = std::exchange(byte, static_cast<unsigned char>(other));
+                const auto before = std::exchange(changed, static_cast<unsigned char>(other));
                 EXPECT_LE(decodeImage(bytes).pixels().size(), std::size_t{6} << 20);
-                byte = before;
+                changed = before;
             }
         }
     }

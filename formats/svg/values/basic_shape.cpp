@@ -91,12 +91,13 @@ bool splitPosition(std::string_view text, std::string_view& before, std::string_
     return true;
 }
 
-// A radius: a length, or how far the middle lies from a side. `near`, `far`: these distances.
-bool readRadius(std::string_view text, Axis axis, const Round& in, double near, double far, double& radius) {
+// A radius: a length, or how far the middle lies from a side. `closest`, `farthest`: these distances.
+bool readRadius(std::string_view text, Axis axis, const Round& in, double closest, double farthest,
+                double& radius) {
     if (equalsNoCase(text, "closest-side")) {
-        radius = near;
+        radius = closest;
     } else if (equalsNoCase(text, "farthest-side")) {
-        radius = far;
+        radius = farthest;
     } else {
         return in.length(text, axis, radius) && radius >= 0;
     }
