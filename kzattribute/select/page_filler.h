@@ -36,8 +36,8 @@ public:
         const Known& fill = m_fills.get(keyOf(brush));
         const Known& stroke = m_strokes.get(keyOf(pen));
         // One branch for the three, and seldom the wrong one.
-        if (isSettled(ofClass, ItemKind::object, selected) & isSettled(fill, ItemKind::fill, selected) &
-            isSettled(stroke, ItemKind::stroke, selected)) {
+        if ((newsOf(ofClass, ItemKind::object, selected) | newsOf(fill, ItemKind::fill, selected) |
+             newsOf(stroke, ItemKind::stroke, selected)) == 0) {
             m_serials += std::uint64_t{fill.hasColor} + stroke.hasColor;
             return;
         }
@@ -72,8 +72,12 @@ private:
 
     // No paint is known like any other.
     const void* keyOf(const void* paint) const { return paint ? paint : this; }
+    // 0 when offering it marks nothing any more.
+    std::uint32_t newsOf(const Known& known, ItemKind kind, bool selected) const {
+        return known.settledAt[selected ? 1 : 0] ^ (m_unsettled.count(kind, selected) + 1);
+    }
     bool isSettled(const Known& known, ItemKind kind, bool selected) const {
-        return known.settledAt[selected ? 1 : 0] == m_unsettled.count(kind, selected) + 1;
+        return newsOf(known, kind, selected) == 0;
     }
     void settle(Known& known, ItemKind kind, bool selected) {
         known.settledAt[selected ? 1 : 0] = m_unsettled.count(kind, selected) + 1;
