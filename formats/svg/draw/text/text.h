@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "formats/svg/draw/context/context.h"
+#include "formats/svg/draw/text/text_characters.h"
 
 namespace svg {
 
@@ -12,6 +12,8 @@ struct TextPiece {
     APath outline;  // in the text's user space, decorations included
     AFRect box;     // of its line: the advance wide, ascent and descent high; for bounding boxes
     Style style;    // computed; that of the text element itself where no tspan says otherwise
+    // The innermost part that it lies in; null: none. Pieces of one part follow each other.
+    std::shared_ptr<const TextEffect> effect;
 };
 
 // Lays out a text. Pieces that are not displayed are left out; those with visibility: hidden are, too, but
