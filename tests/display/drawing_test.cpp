@@ -132,6 +132,42 @@ TEST(DisplayList, ObjectsFarBelowAPixelDoNotVanish) {
     EXPECT_NE(image.at(9, 9), 0xffffffU);
 }
 
+TEST(DisplayList, KeepsAnOutlineThatComesAgainOnce) {
+    std::string symbol = "<defs><path id='s' d='M0 0";
+    for (int i = 0; i < 40; ++i) symbol += "q1 2 3 " + std::to_string(i % 7) + "t-2 1";
+    symbol += "z' stroke='blue'/></defs>";
+    const auto uses = [&](int count) {
+        std::string body = symbol;
+        for (int i = 0; i < count; ++i)
+            body += "<use href='#s' x='" + std::to_string(i * 3) + "' y='" + std::to_string(i) + "'/>";
+        return svg_test::drawing(body);
+    };
+    const std::size_t once = Shown(uses(1)).list->outlineBytes();
+    const Shown often(uses(50));
+    EXPECT_GE(often.list->entryCount(), 50U);
+    EXPECT_EQ(often.list->outlineBytes(), once);
+    expectSamePicture(uses(50), AAffine::scaling(1.5));
+}
+
+TEST(DisplayList, LabelsThatReadAlikeShareTheirLetters) {
+    const auto labels = [](int count) {
+        std::string body;
+        for (int i = 0; i < count; ++i)
+            body += "<text x='" + std::to_string(5 * i) + "' y='" + std::to_string(20 + i) +
+                    "' font-size='12' stroke='red'>room 7</text>";
+        return svg_test::drawing(body);
+    };
+    EXPECT_EQ(Shown(labels(30)).list->outlineBytes(), Shown(labels(1)).list->outlineBytes());
+    expectSamePicture(labels(30), AAffine::scaling(0.7));
+    // Not those of runs that are placed one by one, or that carry a line.
+    expectSamePicture(
+        svg_test::drawing(
+            "<text x='5 30 60' y='30 40'>abc</text><text x='90' y='50' text-decoration='underline "
+            "line-through'>abc <tspan fill='red' dy='9'>abc</tspan></text>"
+            "<text x='5' y='80' textLength='80'>room 7 room 7</text>"),
+        AAffine());
+}
+
 TEST(DisplayList, TakesFewBytesForAnObject) {
     std::string body;
     for (int i = 0; i < 2000; ++i) {

@@ -140,7 +140,7 @@ void ElementWalk::paintText(const DrawnElement& text, const PaintSource& source)
     bool strokes = false;
     for (const TextPiece& piece : m_pieces) {
         boxes.add(piece.box);
-        if (!piece.outline.empty()) outlines.add(piece.outline.bounds());
+        if (!piece.outline->empty()) outlines.add(rectBounds(piece.placed(), piece.outline->bounds()));
         strokes |= piece.style.stroke.kind != PaintKind::none;
     }
     const double margin = 1 + (strokes ? strokeReach(text.style, text.space) * 2 : 0);
@@ -169,16 +169,18 @@ void ElementWalk::paintPieces(const DrawnElement& text, const PaintSource& sourc
     APaint paint;
     for (const TextPiece& piece : m_pieces) {
         const Style& style = piece.style;
+        UserSpace placed = text.space;
+        placed.toDrawing = placed.toDrawing * piece.placed();
         // A part with a paint of its own is painted with that; the model holds the whole text's.
         const PaintSource& fill = samePaint(style.fill, text.style.fill) ? source : ownStyle;
         const PaintSource& line = samePaint(style.stroke, text.style.stroke) ? source : ownStyle;
         for (const PaintPart part : style.paintOrder) {
             if (part == PaintPart::fill && hasFill(fill, style) &&
                 fillPaint(m_context, fill, style, text.space, known, opacity, paint))
-                m_context.fill(piece.outline, text.space.toDrawing, paint, EFillRule::nonZero);
+                m_context.fill(*piece.outline, placed.toDrawing, paint, EFillRule::nonZero);
             if (part == PaintPart::stroke && hasStroke(line, style) &&
                 strokePaint(m_context, line, style, text.space, known, opacity, paint))
-                stroke(piece.outline, style, text.space, paint);
+                stroke(*piece.outline, style, placed, paint);
         }
     }
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -27,14 +28,14 @@ struct GlyphCache : DrawCache {
     using Key = std::pair<std::string, AFont>;
     static constexpr std::size_t kMostGlyphs = 4096;
     static constexpr std::size_t kLongestLabel = 32;
-    std::map<Key, ATextOutline> glyphs;
+    std::map<Key, std::shared_ptr<const ATextOutline>> glyphs;
     std::map<Key, ATextClusters> clusters;
     std::map<AFont, AFontMetrics> metrics;
 };
 
 struct Run {
     std::size_t first = 0, last = 0;  // characters
-    ATextOutline glyphs;
+    std::shared_ptr<const ATextOutline> glyphs;
     double spacing = 0;  // behind it
     double stretch = 1;  // of its width
     // Where the drawing puts it, as its first character says; NaN where it follows the run before.
@@ -42,7 +43,7 @@ struct Run {
     double rotate = 0;     // degrees
     bool upright = false;  // in a vertical text
 
-    double width() const { return glyphs.advance * stretch; }
+    double width() const { return glyphs->advance * stretch; }
     double advance() const { return width() + spacing; }
 };
 
@@ -118,9 +119,12 @@ private:
         return cache.emplace(std::move(key), make(text, font)).first->second;
     }
 
-    ATextOutline outline(std::size_t first, std::size_t last) {
+    std::shared_ptr<const ATextOutline> outline(std::size_t first, std::size_t last) {
         const AFont font = fontOf(m_text.spans[m_text.characters[first].span].style);
-        return cached(glyphCache().glyphs, textOf(first, last), font, outlineText);
+        return cached(glyphCache().glyphs, textOf(first, last), font,
+                      [](std::string_view text, const AFont& one) {
+                          return std::make_shared<const ATextOutline>(outlineText(text, one));
+                      });
     }
 
     GlyphCache& glyphCache() { return m_context.cache<GlyphCache>(CacheOf::texts); }
@@ -186,7 +190,7 @@ private:
         return false;
     }
 
-    Run makeRun(std::size_t first, std::size_t last, ATextOutline glyphs) const {
+    Run makeRun(std::size_t first, std::size_t last, std::shared_ptr<const ATextOutline> glyphs) const {
         const TextCharacter& one = m_text.characters[first];
         const Style& style = m_text.spans[one.span].style;
         Run run{first,
@@ -202,16 +206,16 @@ private:
                 m_vertical && isUpright(one.code)};
         if (!joins(one.code)) run.spacing += style.letterSpacing;
         if (m_text.characters[last - 1].code == ' ') run.spacing += style.wordSpacing;
-        if (run.upright) run.glyphs.path = moved(run.glyphs, style);
+        if (run.upright) run.glyphs = moved(*run.glyphs, style);
         return run;
     }
 
     // An upright letter of a vertical text stands in the middle of its line; its advance is its height.
-    static APath moved(ATextOutline& glyphs, const Style& style) {
-        APath path;
-        path.append(glyphs.path, AAffine::translation(-glyphs.advance / 2, 0));
-        glyphs.advance = style.fontSize;
-        return path;
+    static std::shared_ptr<const ATextOutline> moved(const ATextOutline& glyphs, const Style& style) {
+        ATextOutline upright;
+        upright.path.append(glyphs.path, AAffine::translation(-glyphs.advance / 2, 0));
+        upright.advance = style.fontSize;
+        return std::make_shared<const ATextOutline>(std::move(upright));
     }
 
     void makeRuns(std::size_t first, std::size_t end, std::vector<Run>& runs) {
@@ -237,7 +241,9 @@ private:
             const std::size_t begin = at;
             while (at < last && m_text.characters[at].begin - start < cluster.end) ++at;
             // Marks stay with their letter, wherever the drawing puts them.
-            if (at > begin) runs.push_back(makeRun(begin, at, std::move(cluster.outline)));
+            if (at > begin)
+                runs.push_back(
+                    makeRun(begin, at, std::make_shared<const ATextOutline>(std::move(cluster.outline))));
         }
         if (clusters.rightToLeft) turnRound(runs, before);
     }
@@ -335,7 +341,7 @@ private:
     AAffine inColumn(const Run& run) {
         const AFontMetrics& font = metricsOf(spanOf(run).style);
         const double middle = (font.ascent - font.descent) / 2;
-        if (run.upright) return AAffine::translation(0, run.glyphs.advance / 2 + middle);
+        if (run.upright) return AAffine::translation(0, run.glyphs->advance / 2 + middle);
         return AAffine{0, 1, -1, 0, 0, 0} * AAffine::translation(0, middle);
     }
 
@@ -376,9 +382,9 @@ private:
         }
         const double shift = baselineOffset(style) - span.baselineShift;
         const AAffine toText = placed * AAffine::translation(0, shift) * AAffine::scaling(run.stretch, 1);
-        m_open->outline.append(run.glyphs.path, toText);
+        addGlyphs(run, toText);
         const double size = style.fontSize;
-        const AFRect line{0, -kAscent * size, run.glyphs.advance, kDescent * size};
+        const AFRect line{0, -kAscent * size, run.glyphs->advance, kDescent * size};
         m_bounds.add(rectBounds(toText, line));
         const double length = run.advance() / (run.stretch != 0 ? run.stretch : 1);
         // A line is as high and as thick as the font of the element that asks for it says.
@@ -396,24 +402,43 @@ private:
                 &AFontMetrics::lineThroughThickness);
     }
 
+    // A run that is a piece by itself stays as it was shaped, so that labels share it.
+    void addGlyphs(const Run& run, const AAffine& toText) {
+        const bool isMoved = toText.a == 1 && toText.b == 0 && toText.c == 0 && toText.d == 1;
+        if (!m_alone && m_outline.empty() && isMoved) {
+            m_alone = run.glyphs;
+            m_open->at = {toText.e, toText.f};
+            return;
+        }
+        if (m_alone) m_outline.append(m_alone->path, m_open->placed());
+        m_alone = nullptr;
+        m_open->at = {};
+        m_outline.append(run.glyphs->path, toText);
+    }
+
+    static std::shared_ptr<const APath> taken(APath& path) {
+        return std::make_shared<const APath>(std::exchange(path, {}));
+    }
+
     // Lines are pieces of their own: in one outline they could cut holes into the letters.
     void finishPiece() {
         if (!m_open) return;
-        m_open->box = m_bounds.get();
+        const AFRect box = m_open->box = m_bounds.get();
         const TextSpan& span = m_text.spans[m_openSpan];
-        addLines(m_underline, span.underline);
-        addLines(m_overline, span.overline);
-        m_pieces.push_back(*m_open);
-        addLines(m_lineThrough, span.lineThrough);
-        m_bounds = BoundsBuilder();
+        addLines(m_underline, span.underline, box);
+        addLines(m_overline, span.overline, box);
+        m_open->outline = m_alone ? std::shared_ptr<const APath>(m_alone, &m_alone->path) : taken(m_outline);
+        m_alone = nullptr;
+        m_pieces.push_back(std::move(*m_open));
         m_open.reset();
+        addLines(m_lineThrough, span.lineThrough, box);
+        m_bounds = BoundsBuilder();
     }
 
-    void addLines(APath& lines, int source) {
+    void addLines(APath& lines, int source, const AFRect& box) {
         if (lines.empty()) return;
         const Style& style = m_text.spans[static_cast<std::size_t>(source)].style;
-        m_pieces.push_back({std::move(lines), m_open->box, style});
-        lines.clear();
+        m_pieces.push_back({taken(lines), {}, box, style});
     }
 
     DrawContext& m_context;
@@ -425,6 +450,8 @@ private:
     // The runs of one span that follow each other are one piece.
     std::optional<TextPiece> m_open;
     std::size_t m_openSpan = 0;
+    std::shared_ptr<const ATextOutline> m_alone;  // the only run of the open piece, placed by it
+    APath m_outline;                              // else of all its runs
     BoundsBuilder m_bounds;
     APath m_underline, m_overline, m_lineThrough;
     bool m_vertical;
