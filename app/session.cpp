@@ -11,18 +11,6 @@
 
 namespace app {
 
-namespace {
-
-// A step of the history, as what a tool does is.
-void replaceSelection(ADocView& view, const AObList& objects) {
-    AHistory::Step step(view.getHistory());
-    view.m_selection->resetSelection(0);
-    view.m_selection->addSelection(&objects, 0, 1);
-    step.end();
-}
-
-}  // namespace
-
 std::filesystem::path filePath(const std::string& name) {
     if (name.empty()) throw Failure{"the name of a file is empty"};
     try {
@@ -127,13 +115,22 @@ void Session::select(const std::vector<std::string>& names) {
         if (!object) throw Failure{"there is no object " + inQuotes(name)};
         objects.AddTail(object);
     }
-    replaceSelection(view(), objects);
+    replaceSelection(objects);
 }
 
 void Session::selectAll() {
     AObList objects(0, 10);
     for (AObject* object : selectableObjects(*this)) objects.AddTail(object);
-    replaceSelection(view(), objects);
+    replaceSelection(objects);
+}
+
+// A step of the history, as what a tool does is.
+void Session::replaceSelection(AObList& objects) {
+    AHistory::Step step(view().getHistory());
+    ASelection& selection = *view().m_selection;
+    selection.resetSelection(0);
+    selection.addSelection(&objects, 0, 1);
+    step.end();
 }
 
 void Session::changeLayer(const std::string& title, const std::string& change) {

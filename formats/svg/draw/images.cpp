@@ -18,13 +18,13 @@ namespace {
 constexpr std::size_t kMostImageBytes = std::size_t{1} << 28;
 constexpr double kLeastScale = 1e-9;
 
-// Decoded images, the last used one first. A data URI is found by its address: attributes stay where they are
-// as long as the tree.
 struct Picture {
     AImage image;
     std::unique_ptr<InnerDrawing> drawing;  // instead of the image
 };
 
+// Decoded pictures, the last used one first. A data URI is found by its address: attributes stay where they are
+// as long as the tree.
 struct ImageCache : DrawCache {
     struct Entry {
         const char* uri;
