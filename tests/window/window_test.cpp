@@ -547,7 +547,7 @@ TEST_F(Window, TheHarbourBeforeAndAfterAColorIsHidden) {
 TEST(WindowProcess, OpensTheDrawingItIsStartedWithAndEndsWithStatus0WhenItIsClosed) {
     const TempFolder folder;
     const std::filesystem::path file = folder.write(u8"p\u00E5rk.svg", kPark);
-    kzutil::WideString line = kzutil::widen("kzdraw.exe window \"" + app::wholeName(utf8(file)) + "\"");
+    kzutil::WideString line = kzutil::widen("kzdraw.exe window \"" + wholeName(utf8(file)) + "\"");
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
