@@ -1,4 +1,5 @@
-# The libraries of others: kz_xml (pugixml), kz_zlib, kz_cairo and kz_codecs (libpng, libjpeg).
+# The libraries of others: kz_xml (pugixml), kz_zlib, kz_cairo and kz_codecs (libpng, libjpeg,
+# giflib, libwebp).
 #
 # Natively they are Debian's packages. There are none for Windows: tools/windows-libraries builds the same versions
 # from Debian's source packages, once for a machine.
@@ -29,7 +30,8 @@ if(WIN32)
     ${checked_strings})
   # Not the import library beside it: zlib would be one more DLL.
   target_link_libraries(kz_zlib INTERFACE ${CMAKE_FIND_ROOT_PATH}/lib/libz.a)
-  target_link_libraries(kz_codecs INTERFACE ${built}/lib/libpng16.a ${built}/lib/libjpeg.a kz_zlib)
+  target_link_libraries(kz_codecs INTERFACE ${built}/lib/libpng16.a ${built}/lib/libjpeg.a ${built}/lib/libgif.a
+    ${built}/lib/libwebp.a kz_zlib)
 else()
   find_package(pugixml REQUIRED)
   # The package's static library: reading a drawing makes dozens of its small calls for each object.
@@ -43,6 +45,8 @@ else()
   target_link_libraries(kz_cairo INTERFACE PkgConfig::cairo)
   find_package(ZLIB REQUIRED)
   target_link_libraries(kz_zlib INTERFACE ZLIB::ZLIB)
-  pkg_check_modules(codecs REQUIRED IMPORTED_TARGET libpng libjpeg)
-  target_link_libraries(kz_codecs INTERFACE PkgConfig::codecs kz_zlib)
+  pkg_check_modules(codecs REQUIRED IMPORTED_TARGET libpng libjpeg libwebp libwebpdemux)
+  # giflib has no description for pkg-config.
+  find_package(GIF REQUIRED)
+  target_link_libraries(kz_codecs INTERFACE PkgConfig::codecs GIF::GIF kz_zlib)
 endif()

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Writes the seeds of image_fuzz: small PNG files of every kind, and the JPEG files of the tests."""
+"""Writes the seeds of image_fuzz: small PNG files of every kind, and the files of other kinds that
+the tests have."""
 import pathlib
 import re
 import struct
@@ -39,10 +40,12 @@ def main():
     SEEDS.mkdir(parents=True, exist_ok=True)
     for name, data in FILES.items():
         (SEEDS / f"{name}.png").write_bytes(data)
-    header = (HERE.parent / "tests" / "support" / "small_jpegs.h").read_text()
-    for name, digits in re.findall(r"k(\w+)\[\] = \{([^}]*)\}", header):
-        data = bytes(int(digit, 16) for digit in re.findall(r"0x(\w\w)", digits))
-        (SEEDS / (re.sub(r"(?<!^)([A-Z])", r"_\1", name).lower() + ".jpg")).write_bytes(data)
+    for header in ("small_jpegs.h", "small_images.h"):
+        text = (HERE.parent / "tests" / "support" / header).read_text()
+        for name, digits in re.findall(r"k(\w+)\[\] = \{([^}]*)\}", text):
+            data = bytes(int(digit, 16) for digit in re.findall(r"0x(\w\w)", digits))
+            kind = "gif" if data.startswith(b"GIF") else "webp" if data.startswith(b"RIFF") else "jpg"
+            (SEEDS / (re.sub(r"(?<!^)([A-Z])", r"_\1", name).lower() + "." + kind)).write_bytes(data)
 
 
 if __name__ == "__main__":

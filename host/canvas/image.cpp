@@ -30,5 +30,9 @@ APixels pixelsOf(AImage& image) {
 AImage decodeImage(std::span<const unsigned char> bytes) {
     if (startsWith(bytes, {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'})) return decodePng(bytes);
     if (startsWith(bytes, {0xff, 0xd8, 0xff})) return decodeJpeg(bytes);
+    if (startsWith(bytes, {'G', 'I', 'F', '8'})) return decodeGif(bytes);
+    if (startsWith(bytes, {'R', 'I', 'F', 'F'}) &&
+        startsWith(bytes.subspan(std::min<std::size_t>(8, bytes.size())), {'W', 'E', 'B', 'P'}))
+        return decodeWebp(bytes);
     return {};
 }

@@ -40,5 +40,5 @@ private:
 // The bytes of a PNG file of the image. Raises bad_alloc.
 std::string encodePng(const AImage& image);
 
-// Reads a PNG or JPEG file's bytes. Empty for anything else, for damaged bytes and for more than kMostPixels.
+// Reads the bytes of a PNG, JPEG, GIF or WebP file; of an animation the first picture. Empty for anything else, for damaged bytes and for more than kMostPixels.
 AImage decodeImage(std::span<const unsigned char> bytes);

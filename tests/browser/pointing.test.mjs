@@ -41,7 +41,11 @@ test("a rubber band to the left takes what reaches in, too", async () => {
   await tab.counts("3 selected");
 });
 
-test("Escape gives a rubber band up", async () => {
+test("Escape gives a rubber band up, and what was selected stays", async () => {
+  await tab.clickAt(30, 55);
+  await tab.counts("1 selected");
+  const asked = [];
+  tab.page.on("request", request => asked.push(request.postData() ?? ""));
   await tab.page.keyboard.down("Shift");
   await tab.page.mouse.move(...await tab.place(5, 5));
   await tab.page.mouse.down();
@@ -51,7 +55,9 @@ test("Escape gives a rubber band up", async () => {
   await tab.page.locator(".band").waitFor({ state: "detached" });
   await tab.page.mouse.up();
   await tab.page.keyboard.up("Shift");
-  await tab.page.waitForSelector("#counts:not(:has-text('selected'))");
+  await tab.tool("Select Similar Color").click();
+  await tab.counts("2 selected");
+  assert.deepEqual(asked.filter(text => /print (at|inside|touching)|select/.test(text)), []);
 });
 
 test("each press of an arrow pans, and Enter selects what is in the middle", async () => {

@@ -2,7 +2,12 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <span>
+#include <utility>
+#include <vector>
+
 #include "support/canvas_picture.h"
+#include "support/small_images.h"
 #include "support/small_jpegs.h"
 
 using namespace test;
@@ -77,6 +82,53 @@ TEST(ImageFiles, ReadsInks) {
     }
 }
 
+TEST(ImageFiles, ReadsGifs) {
+    EXPECT_EQ(rowsOf(decodeImage(kGifColors)), "rgb.\n..rr\n");
+    EXPECT_EQ(rowsOf(decodeImage(kGifInterlaced)), "r\ng\nw\nb\nb\nw\nr\nr\ng\n");
+    EXPECT_EQ(rowsOf(decodeImage(kGifLocalColors)), "wb\n");
+    // Of several pictures the first, at its place.
+    EXPECT_EQ(rowsOf(decodeImage(kGifPlaced)), "....\n.rg.\n.bw.\n");
+}
+
+TEST(ImageFiles, AGifIsAsLargeAsItsPicture) {
+    std::string gif(std::begin(kGifPlaced), std::end(kGifPlaced));
+    gif.replace(6, 4, std::string("\1\0\1\0", 4));
+    EXPECT_EQ(rowsOf(decode(gif)), "...\n.rg\n.bw\n");
+}
+
+TEST(ImageFiles, ReadsWebps) {
+    const AImage exact = decodeImage(kWebpColors);
+    EXPECT_EQ(rowsOf(exact), "rgb.\nw?kb\n");
+    EXPECT_EQ(exact.at(1, 1), 0x80800000U);
+    const AImage lossy = decodeImage(kWebpLossyAlpha);
+    ASSERT_EQ(lossy.height(), 16);
+    EXPECT_NEAR(redOf(lossy.at(8, 2)), 255, 4);
+    EXPECT_EQ(alphaOf(lossy.at(8, 13)), 128);
+    EXPECT_NEAR(blueOf(lossy.at(8, 13)), 128, 4);
+    EXPECT_NEAR(blueOf(decodeImage(kWebpLossy).at(8, 13)), 255, 4);
+    // Of an animation the first picture, at its place.
+    EXPECT_EQ(rowsOf(decodeImage(kWebpAnimation)), "....\n..rg\n..bw\n....\n");
+}
+
+// Cut off anywhere, and with any byte changed, there is an image or none, and no more memory than the size allows.
+TEST(ImageFiles, BrokenGifsAndWebpsAreNoneOrAnImage) {
+    for (const std::span<const unsigned char> whole :
+         {std::span<const unsigned char>(kGifColors), std::span<const unsigned char>(kGifInterlaced),
+          std::span<const unsigned char>(kWebpColors), std::span<const unsigned char>(kWebpLossyAlpha),
+          std::span<const unsigned char>(kWebpAnimation)}) {
+        for (std::size_t size = 0; size + 24 < whole.size(); ++size)
+            EXPECT_TRUE(decodeImage(whole.subspan(0, size)).empty()) << size;
+        std::vector<unsigned char> bytes(whole.begin(), whole.end());
+        for (unsigned char& changed : bytes) {
+            for (const int other : {0, 1, 127, 255}) {
+                const auto before = std::exchange(changed, static_cast<unsigned char>(other));
+                EXPECT_LE(decodeImage(bytes).pixels().size(), std::size_t{6} << 20);
+                changed = before;
+            }
+        }
+    }
+}
+
 TEST(ImageFiles, AFewBytesDoNotTakeGigabytes) {
     using namespace std::string_literals;
     EXPECT_TRUE(decode(png(1 << 14, 1 << 14, 6, 8, "\0\0\0\0\0"s)).empty());
@@ -85,6 +137,11 @@ TEST(ImageFiles, AFewBytesDoNotTakeGigabytes) {
     const std::size_t sizes = wide.find("\xff\xc0") + 5;
     wide.replace(sizes, 4, "\xff\x00\xff\x00"s);
     EXPECT_TRUE(decode(wide).empty());
+    std::string gif(std::begin(kGifColors), std::end(kGifColors));
+    EXPECT_TRUE(decode(gif.replace(6, 4, "\xff\xff\xff\xff")).empty());
+    // The sides of a lossless picture are 14 bits each, less one.
+    std::string webp(std::begin(kWebpColors), std::end(kWebpColors));
+    EXPECT_TRUE(decode(webp.replace(webp.find("VP8L") + 9, 3, "\xff\xff\xff")).empty());
 }
 
 TEST(ImageFiles, AnImageThatEndsEarlyIsNone) {

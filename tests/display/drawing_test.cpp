@@ -149,25 +149,6 @@ TEST(DisplayList, KeepsAnOutlineThatComesAgainOnce) {
     expectSamePicture(uses(50), AAffine::scaling(1.5));
 }
 
-TEST(DisplayList, LabelsThatReadAlikeShareTheirLetters) {
-    const auto labels = [](int count) {
-        std::string body;
-        for (int i = 0; i < count; ++i)
-            body += "<text x='" + std::to_string(5 * i) + "' y='" + std::to_string(20 + i) +
-                    "' font-size='12' stroke='red'>room 7</text>";
-        return svg_test::drawing(body);
-    };
-    EXPECT_EQ(Shown(labels(30)).list->outlineBytes(), Shown(labels(1)).list->outlineBytes());
-    expectSamePicture(labels(30), AAffine::scaling(0.7));
-    // Not those of runs that are placed one by one, or that carry a line.
-    expectSamePicture(
-        svg_test::drawing(
-            "<text x='5 30 60' y='30 40'>abc</text><text x='90' y='50' text-decoration='underline "
-            "line-through'>abc <tspan fill='red' dy='9'>abc</tspan></text>"
-            "<text x='5' y='80' textLength='80'>room 7 room 7</text>"),
-        AAffine());
-}
-
 TEST(DisplayList, TakesFewBytesForAnObject) {
     std::string body;
     for (int i = 0; i < 2000; ++i) {

@@ -28,6 +28,13 @@ bool isBetween(std::uint32_t value, std::uint32_t low, std::uint32_t high) {
     return value >= low && value <= high;
 }
 
+std::string filteredBy(const std::string& primitives,
+                       const std::string& shape = box("fill='lime' filter='url(#f)'"),
+                       const std::string& attributes = "") {
+    return "<filter id='f' color-interpolation-filters='sRGB' " + attributes + ">" + primitives +
+           "</filter>" + shape;
+}
+
 }  // namespace
 
 TEST(DrawFilters, ABlurIsSymmetricAndKeepsTheMiddle) {
@@ -320,6 +327,88 @@ TEST(DrawFilters, ManyStepsAreBounded) {
     std::string property;
     for (int i = 0; i < 200; ++i) property += "blur(1px) ";
     EXPECT_COLOR(drawWithProperty(property), 70, 45, 0xff0000);
+}
+
+TEST(DrawFilters, AFloodFillsWhatHasNoPaint) {
+    const Picture picture =
+        drawBody(filteredBy("<feFlood flood-color='red'/>", box("fill='none' filter='url(#f)'")));
+    EXPECT_COLOR(picture, 50, 50, kRed);
+}
+
+TEST(DrawFilters, AStepWithoutARegionFillsThatOfItsInputs) {
+    const Picture picture = drawBody(filteredBy(
+        "<feFlood x='20' y='10' width='10' height='20' flood-color='red'/><feOffset dx='5'/><feTile/>"));
+    EXPECT_COLOR(picture, 22, 15, kWhite);
+    EXPECT_COLOR(picture, 27, 15, kRed);
+    EXPECT_COLOR(picture, 32, 15, kWhite);
+    EXPECT_COLOR(picture, 107, 75, kRed);
+}
+
+TEST(DrawFilters, NumbersWithSomethingBehindThemAreNone) {
+    const auto at = [](const std::string& primitive, int x) {
+        const Picture picture = drawBody(filteredBy(primitive));
+        return picture.at(x, 50);
+    };
+    EXPECT_EQ(at("<feOffset dx='50%'/>", 22), kLime);
+    EXPECT_EQ(at("<feGaussianBlur stdDeviation='9 9 9'/>", 118), kLime);
+    EXPECT_EQ(at("<feColorMatrix type='saturate' values='0 0'/>", 50), kLime);
+    EXPECT_EQ(at("<feComponentTransfer><feFuncG type='linear' slope='0foo'/></feComponentTransfer>", 50),
+              kLime);
+    EXPECT_EQ(at("<feComponentTransfer><feFuncG type='table' tableValues='0 x'/></feComponentTransfer>", 50),
+              kLime);
+}
+
+TEST(DrawFilters, BrokenStepsShowNothing) {
+    for (const char* const primitive :
+         {"<feConvolveMatrix kernelMatrix='1 2'/>",
+          "<feConvolveMatrix kernelMatrix='0 0 0 0 1 0 0 0 0' targetX='3'/>", "<feDiffuseLighting/>",
+          "<feTurbulence baseFrequency='-1'/>", "<feFlood width='-5' flood-color='red'/>"}) {
+        EXPECT_COLOR(drawBody(filteredBy(primitive)), 50, 50, kWhite) << primitive;
+    }
+}
+
+TEST(DrawFilters, PaintsAndBackgroundsAreTheElementItself) {
+    for (const char* const input : {"FillPaint", "StrokePaint", "BackgroundImage"})
+        EXPECT_COLOR(drawBody(filteredBy("<feOffset in='" + std::string(input) + "'/>")), 50, 50, kLime);
+}
+
+TEST(DrawFilters, OneThatIsNotThereIsLeftOut) {
+    EXPECT_COLOR(drawBody(filteredBy("<feFlood flood-color='red'/>", box("filter='url(#no) url(#f)'"))), 50,
+                 50, kRed);
+    EXPECT_COLOR(drawBody(box("fill='red' filter='url(#no)'")), 50, 50, kRed);
+}
+
+TEST(DrawFilters, FunctionsAskForUnits) {
+    EXPECT_COLOR(drawBody(box("fill='red' filter='hue-rotate(90)'")), 50, 50, kRed);
+    EXPECT_COLOR(drawBody(box("fill='red' filter='blur(9)'")), 119, 50, kRed);
+}
+
+TEST(DrawFilters, WorkAlongTheAxesOfATurnedElement) {
+    // Sixteen pixels down the element are sixteen to the left in the picture.
+    const Picture picture = drawBody(filteredBy("<feOffset dy='16'/>",
+                                                "<rect width='40' height='40' fill='red' filter='url(#f)' "
+                                                "transform='translate(100,20) rotate(90)'/>",
+                                                "x='-1' y='-1' width='3' height='3'"));
+    EXPECT_COLOR(picture, 92, 40, kWhite);
+    EXPECT_COLOR(picture, 50, 40, kRed);
+    // A flood fills the turned region, not the box around it.
+    const Picture flood = drawBody(filteredBy("<feFlood flood-color='red'/>",
+                                              "<rect x='-30' y='-30' width='60' height='60' filter='url(#f)' "
+                                              "transform='translate(100,50) rotate(45)'/>",
+                                              "x='0' y='0' width='1' height='1'"));
+    EXPECT_COLOR(flood, 100, 50, kRed);
+    EXPECT_COLOR(flood, 74, 24, kWhite);
+}
+
+TEST(DrawFilters, ElementsFillFilterSteps) {
+    const Picture picture = drawBody("<defs><rect id='e' width='30' height='30' fill='red'/></defs>" +
+                                     filteredBy("<feImage x='40' y='30' href='#e'/>"));
+    EXPECT_COLOR(picture, 50, 50, kRed);
+    EXPECT_COLOR(picture, 30, 50, kWhite);
+    // One that shows itself shows nothing.
+    EXPECT_COLOR(
+        drawBody(filteredBy("<feImage href='#self'/>", box("id='self' fill='red' filter='url(#f)'"))), 190, 5,
+        kWhite);
 }
 
 }  // namespace svg_test

@@ -50,6 +50,17 @@ TEST(DrawGradients, Spread) {
     EXPECT_NEAR(gray(painted(half + "repeat'>" + kStops + "</linearGradient>"), 190), 230, 4);
 }
 
+TEST(DrawGradients, RepeatedOnesBeginAnewAtOnce) {
+    const Picture picture = painted(
+        "<linearGradient id='g' x2='.5' spreadMethod='repeat'><stop offset='.2' stop-color='black'/>"
+        "<stop offset='.4' stop-color='white'/></linearGradient>");
+    for (const int start : {0, 100}) {
+        EXPECT_EQ(gray(picture, start + 2), 0);
+        EXPECT_EQ(gray(picture, start + 60), 255);
+        EXPECT_EQ(gray(picture, start + 97), 255);
+    }
+}
+
 TEST(DrawGradients, WhatIsNotSaidComesFromTheReferredGradient) {
     const Picture picture = painted("<linearGradient id='a' x1='1' x2='0'>" + kStops +
                                     "</linearGradient><linearGradient id='b' xlink:href='#a'/>"
@@ -121,6 +132,36 @@ TEST(DrawGradients, StrokesTakeThem) {
 
 TEST(DrawGradients, FallbackServesWhereThereIsNoGradient) {
     EXPECT_EQ(drawBody("<rect width='20' height='20' fill='url(#none) red'/>").at(10, 10), 0xff0000U);
+}
+
+TEST(DrawGradients, StopsFloodsAndOffsetsTakeOnlyWhatTheyKnow) {
+    const auto stops = [](const std::string& first) {
+        return drawBody("<linearGradient id='g'><stop " + first + "/><stop offset='1' stop-color='red'/>" +
+                        "</linearGradient>" + box("fill='url(#g)'"));
+    };
+    EXPECT_COLOR(stops("stop-color='url(#x)'"), 21, 50, 0x020000);
+    EXPECT_COLOR(stops("stop-color='none'"), 21, 50, 0x020000);
+    // A length is no offset.
+    EXPECT_COLOR(stops("offset='1px' stop-color='blue'"), 21, 50, 0x0200fc);
+}
+
+TEST(DrawGradients, AFocusOutsideItsCircleMakesACone) {
+    const Picture picture = drawBody(
+        "<radialGradient id='g' gradientUnits='userSpaceOnUse' cx='60' cy='50' r='20' fx='160'>"
+        "<stop stop-color='blue'/><stop offset='1' stop-color='red'/></radialGradient>"
+        "<rect width='200' height='100' fill='url(#g)'/>");
+    EXPECT_COLOR(picture, 190, 50, kWhite);
+    EXPECT_COLOR(picture, 20, 50, kRed);
+    EXPECT_COLOR(picture, 160, 90, kWhite);
+}
+
+TEST(DrawGradients, EqualCirclesOfAGradientShowItsEnds) {
+    const Picture picture = drawBody(
+        "<radialGradient id='g' fr='0.5'><stop stop-color='blue'/>"
+        "<stop offset='1' stop-color='red'/></radialGradient>" +
+        box("fill='url(#g)'"));
+    EXPECT_COLOR(picture, 70, 50, kBlue);
+    EXPECT_COLOR(picture, 22, 12, kRed);
 }
 
 }  // namespace

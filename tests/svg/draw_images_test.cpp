@@ -1,6 +1,8 @@
+#include <span>
 #include <string>
 
 #include "canvas/image.h"
+#include "support/small_images.h"
 #include "svg/picture.h"
 
 namespace svg_test {
@@ -88,6 +90,32 @@ TEST(DrawImages, AMissingSideFollowsThePicture) {
     EXPECT_COLOR(drawBody(image("")), 1, 0, 0x00ff00);
 }
 
+TEST(DrawImages, GifsAndWebpsAreReadToo) {
+    const auto uri = [](const char* type, std::span<const unsigned char> bytes) {
+        return "data:image/" + std::string(type) + ";base64," + base64({bytes.begin(), bytes.end()});
+    };
+    const Picture gif = drawBody(image("width='40' height='20'", uri("gif", test::kGifColors)));
+    EXPECT_COLOR(gif, 5, 5, 0xff0000);
+    EXPECT_COLOR(gif, 15, 5, 0x00ff00);
+    EXPECT_COLOR(gif, 35, 5, 0xffffff);
+    const Picture webp = drawBody(image("width='40' height='20'", uri("webp", test::kWebpColors)));
+    EXPECT_COLOR(webp, 25, 5, 0x0000ff);
+    EXPECT_COLOR(webp, 15, 15, 0xff8080);
+    // What it is counts, not what it is said to be.
+    EXPECT_COLOR(drawBody(image("width='40' height='20'", uri("png", test::kGifColors))), 5, 5, 0xff0000);
+}
+
+TEST(DrawImages, LargeOnesOfFewBytesAreReadUpToABudget) {
+    // A file of 2048 by 2048 pixels, a thousand times; no two have the same text.
+    std::string file(std::begin(test::kGifColors), std::end(test::kGifColors));
+    file.replace(6, 4, std::string("\0\x08\0\x08", 4));
+    std::string body;
+    for (int i = 0; i < 1000; ++i)
+        body += image("width='0' height='9'",
+                      "data:image/gif;x=" + std::to_string(i) + ";base64," + base64(file));
+    EXPECT_COLOR(drawBody(body + box("fill='red'")), 50, 50, 0xff0000);
+}
+
 TEST(DrawImages, OpacityAndTransformCount) {
     const Picture picture = drawBody(image("width='20' height='20' opacity='.5' transform='scale(2)'"));
     EXPECT_TRUE(hasColor(picture, 5, 5, 0xff8080, 4));
@@ -115,6 +143,54 @@ TEST(DrawImages, DamagedPicturesAndHostileSizesDrawNothing) {
                                          "<rect x='190' y='90' width='10' height='10' fill='red'/>");
         EXPECT_COLOR(picture, 195, 95, 0xff0000) << size;
     }
+}
+
+constexpr char kInner[] =
+    "data:image/svg+xml,%3Csvg xmlns=%22http://www.w3.org/2000/svg%22 viewBox=%220 0 20 10%22%3E"
+    "%3Crect width=%2220%22 height=%2210%22 fill=%22blue%22/%3E%3Crect width=%2210%22 height=%2210%22 "
+    "fill=%22red%22/%3E%3C/svg%3E";
+
+TEST(DrawInnerDrawings, FillTheirImage) {
+    const std::string href = " href='" + std::string(kInner) + "'/>";
+    const Picture picture = drawBody("<image x='20' y='20' width='100' height='60'" + href);
+    EXPECT_COLOR(picture, 30, 50, kRed);
+    EXPECT_COLOR(picture, 110, 50, kBlue);
+    EXPECT_COLOR(picture, 30, 22, kWhite);
+    // Its view box is its size.
+    EXPECT_COLOR(drawBody("<image x='100' y='50' opacity='0.5'" + href), 115, 55, 0x8080ff);
+    EXPECT_COLOR(drawBody("<image width='100' height='100' preserveAspectRatio='none'" + href), 75, 5, kBlue);
+}
+
+TEST(DrawInnerDrawings, WithinOneAreNotDrawn) {
+    std::string inner = kInner;
+    for (std::size_t at = 0; (at = inner.find('%', at)) != inner.npos; at += 3) inner.replace(at, 1, "%25");
+    const Picture picture = drawBody(
+        "<image width='200' height='100' href='data:image/svg+xml,%3Csvg "
+        "xmlns=%22http://www.w3.org/2000/svg%22 "
+        "width=%22200%22 height=%22100%22%3E%3Crect width=%22100%22 height=%22100%22 "
+        "fill=%22lime%22/%3E%3Cimage "
+        "width=%22200%22 height=%22100%22 href=%22" +
+        inner + "%22/%3E%3C/svg%3E'/>");
+    EXPECT_COLOR(picture, 50, 50, kLime);
+    EXPECT_COLOR(picture, 150, 50, kWhite);
+}
+
+TEST(DrawInnerDrawings, CostWhatTheyRepeat) {
+    // Ten thousand images of ten thousand elements each: the budget of the picture ends it.
+    std::string inner = "data:image/svg+xml,%3Csvg xmlns=%22http://www.w3.org/2000/svg%22%3E";
+    for (int i = 0; i < 10000; ++i) inner += "%3Cg/%3E";
+    inner += "%3C/svg%3E";
+    std::string body = "<image id='i' width='9' height='9' href='" + inner + "'/>";
+    for (int i = 0; i < 10000; ++i) body += "<use href='#i'/>";
+    EXPECT_COLOR(drawBody(body + box("fill='red'")), 50, 50, kRed);
+}
+
+TEST(DrawInnerDrawings, FillFilterSteps) {
+    const Picture picture = drawBody("<filter id='f'><feImage x='20' y='10' width='40' height='20' href='" +
+                                     std::string(kInner) + "'/></filter>" + box("filter='url(#f)'"));
+    EXPECT_COLOR(picture, 30, 20, kRed);
+    EXPECT_COLOR(picture, 50, 20, kBlue);
+    EXPECT_COLOR(picture, 100, 50, kWhite);
 }
 
 }  // namespace svg_test

@@ -1,6 +1,7 @@
 #include <string>
 
 #include "svg/picture.h"
+#include "svg/support.h"
 
 namespace svg_test {
 
@@ -111,6 +112,54 @@ TEST(DrawMarkers, ManyVerticesAndHostileNumbersAreBounded) {
                                      "<path d='M1e30 0L0 1e30' stroke-width='1e30' marker-end='url(#n)'/>"
                                      "<rect x='100' y='50' width='10' height='10' fill='red'/>");
     EXPECT_COLOR(picture, 105, 55, 0xff0000);
+}
+
+constexpr char kArrowHead[] =
+    "<marker id='m' markerUnits='userSpaceOnUse' markerWidth='20' markerHeight='20' refX='10' refY='10'>"
+    "<rect width='20' height='20' fill='context-stroke'/><rect x='6' y='6' width='8' height='8' "
+    "fill='context-fill'/>"
+    "</marker>";
+
+TEST(DrawContextPaint, MarkersTakeThePaintsOfTheirShape) {
+    const Picture picture = drawBody(std::string(kArrowHead) +
+                                     "<path d='M50 50H150' fill='lime' stroke='blue' marker-start='url(#m)'/>"
+                                     "<path d='M50 80H150' fill='none' stroke='red' marker-end='url(#m)'/>");
+    EXPECT_COLOR(picture, 50, 50, kLime);
+    EXPECT_COLOR(picture, 42, 42, kBlue);
+    EXPECT_COLOR(picture, 150, 80, kRed);
+}
+
+TEST(DrawContextPaint, AGradientGoesOnFromMarkerToMarker) {
+    const Picture picture = drawBody(
+        "<linearGradient id='g' gradientUnits='userSpaceOnUse' x1='99' x2='101'><stop stop-color='red'/>"
+        "<stop offset='1' stop-color='blue'/></linearGradient>" +
+        std::string(kArrowHead) +
+        "<path d='M50 50H150' stroke='url(#g)' marker-start='url(#m)' marker-end='url(#m)' opacity='0.99'/>");
+    EXPECT_TRUE(hasColor(picture, 42, 42, 0xff0303, 4));
+    EXPECT_TRUE(hasColor(picture, 158, 58, 0x0303ff, 4));
+}
+
+TEST(DrawContextPaint, UsesLendTheirPaintsToWhatTheyRepeat) {
+    const auto document = readBody(
+        "<defs><g id='a'><rect id='r' width='40' height='40' fill='context-fill' stroke='context-stroke' "
+        "stroke-width='20'/></g><g id='b'><use href='#a' fill='context-stroke'/></g></defs>"
+        "<use href='#a' x='20' y='20' fill='lime' stroke='blue'/><use href='#b' x='120' y='20' "
+        "stroke='red'/>");
+    const Picture picture(*document);
+    EXPECT_COLOR(picture, 40, 40, kLime);
+    EXPECT_COLOR(picture, 15, 40, kBlue);
+    EXPECT_COLOR(picture, 140, 40, kRed);
+}
+
+TEST(DrawContextPaint, IsNothingWithoutAContext) {
+    EXPECT_COLOR(drawBody("<g fill='red'>" + box("fill='context-fill'") + "</g>"), 50, 50, kWhite);
+}
+
+TEST(DrawMarkers, HaveEffectsOfTheirOwn) {
+    const Picture picture = drawBody(
+        "<marker id='m' opacity='0.5' markerUnits='userSpaceOnUse' markerWidth='20' markerHeight='20'>"
+        "<rect width='20' height='20' fill='red'/></marker><path d='M50 50H150' marker-start='url(#m)'/>");
+    EXPECT_COLOR(picture, 60, 60, 0xff8080);
 }
 
 }  // namespace svg_test

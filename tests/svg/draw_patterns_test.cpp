@@ -140,4 +140,17 @@ TEST(DrawPatterns, HostileNumbersPaintSomethingOrNothing) {
     }
 }
 
+TEST(DrawPatterns, AServerThatCannotPaintGivesWayToTheColourBehindIt) {
+    const std::string gradient =
+        "<linearGradient id='g'><stop stop-color='red'/><stop offset='1'/></linearGradient>";
+    EXPECT_COLOR(drawBody(gradient + "<path d='M0 50H200' stroke='url(#g) lime' stroke-width='20'/>"), 50, 50,
+                 kLime);
+    EXPECT_COLOR(drawBody(gradient + "<path d='M0 50H200' stroke='url(#g)' stroke-width='20'/>"), 50, 50,
+                 kWhite);
+    EXPECT_COLOR(drawBody("<pattern id='p' width='40' height='40' patternUnits='userSpaceOnUse'>"
+                          "<rect width='40' height='40' fill='url(#p) lime'/></pattern>" +
+                          box("fill='url(#p)'")),
+                 50, 50, kLime);
+}
+
 }  // namespace svg_test

@@ -114,4 +114,16 @@ TEST(DrawRoot, EveryPictureOfAViewIsTheSame) {
     EXPECT_EQ(Picture(*document), first);
 }
 
+TEST(DrawRoot, HasABackground) {
+    const auto root = [](const std::string& style) {
+        const auto document = readText("<svg xmlns='http://www.w3.org/2000/svg' width='200' height='100' " +
+                                       style + "><rect width='20' height='20' fill='red'/></svg>");
+        return Picture(*document);
+    };
+    EXPECT_COLOR(root("style='background:lime'"), 100, 50, kLime);
+    EXPECT_COLOR(root("style='background-color:blue;opacity:0'"), 10, 10, kBlue);
+    EXPECT_COLOR(root("style='background:lime'"), 10, 10, kRed);
+    EXPECT_COLOR(root("background='lime'"), 100, 50, kWhite);
+}
+
 }  // namespace

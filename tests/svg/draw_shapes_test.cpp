@@ -116,6 +116,64 @@ TEST(DrawShapes, PercentagesAreOfTheViewport) {
     EXPECT_EQ(picture.at(150, 74), kWhite);
 }
 
+TEST(DrawShapes, LengthsMayBeCalculated) {
+    const auto at = [](const std::string& attributes, int x, int y) {
+        return drawBody("<rect height='100' fill='red' " + attributes + "/>").at(x, y) == kRed;
+    };
+    EXPECT_TRUE(at("width='calc(50% - 20px)'", 79, 5));
+    EXPECT_FALSE(at("width='calc(50% - 20px)'", 80, 5));
+    EXPECT_TRUE(at("x='calc((1px + 4px) * 2)' width='calc(100px/2)'", 59, 5));
+    EXPECT_FALSE(at("x='calc((1px + 4px) * 2)' width='calc(100px/2)'", 60, 5));
+    EXPECT_TRUE(at("width='min(30px, 50%)'", 29, 5));
+    EXPECT_FALSE(at("width='min(30px, 50%)'", 30, 5));
+    EXPECT_TRUE(at("width='max(30px, 50%, 1em)'", 99, 5));
+    EXPECT_TRUE(at("width='clamp(10px, 90%, 40px)'", 39, 5));
+    EXPECT_FALSE(at("width='clamp(10px, 90%, 40px)'", 40, 5));
+    for (const char* const invalid :
+         {"calc(10px", "calc(10px+5px)", "calc()", "calc(2 + 3px)", "calc(2px * 3px)", "calc(3 / 2px)",
+          "clamp(1px, 2px)", "min()", "sin(3)", "calc(3foo)", "(3px)"})
+        EXPECT_FALSE(at("width='" + std::string(invalid) + "'", 0, 0)) << invalid;
+    const std::string deep(10000, '(');
+    EXPECT_FALSE(at("width='calc" + deep + "1px" + std::string(10000, ')') + "'", 0, 0));
+}
+
+TEST(DrawShapes, ValuesOfStylesMayBeCalculated) {
+    EXPECT_COLOR(drawBody(box("fill='red' fill-opacity='calc(1 / 2)'")), 50, 50, 0xff8080);
+    EXPECT_COLOR(drawBody(box("stroke='red' style='stroke-width:calc(2 * 10px)'")), 12, 50, kRed);
+    EXPECT_COLOR(
+        drawBody(
+            "<path d='M0 50H200' stroke='red' stroke-width='20' stroke-dasharray='calc(5px + 5px) 10'/>"),
+        15, 50, kWhite);
+    const Picture moved = drawBody(
+        "<rect width='20' height='20' fill='red' style='transform:translate(calc(50% + 10px), "
+        "0) rotate(calc(360deg / 4))'/>");
+    EXPECT_COLOR(moved, 95, 10, kRed);
+}
+
+TEST(DrawShapes, StyleSheetsMayTellTheirGeometry) {
+    const auto document = readBody(
+        "<style>rect{x:20px;width:50%;height:40px} .c{r:10px;cy:90px} path{d:path(\"M180 0h20v20z\")} "
+        ".n{width:30} .v{--w:10px;width:var(--w)}</style>"
+        "<rect id='a' width='5' y='10' fill='red'/><circle id='b' class='c' cx='100' fill='red'/>"
+        "<path id='c' d='M0 0' fill='red'/><rect id='d' class='n' fill='none'/><rect id='e' class='v' "
+        "fill='none'/>");
+    expectBounds(boundsOf(*document, "a"), {20, 10, 120, 50});
+    expectBounds(boundsOf(*document, "b"), {90, 80, 110, 100});
+    expectBounds(boundsOf(*document, "c"), {180, 0, 200, 20});
+    expectBounds(boundsOf(*document, "d"), {20, 0, 120, 40});
+    expectBounds(boundsOf(*document, "e"), {20, 0, 30, 40});
+    const Picture picture(*document);
+    EXPECT_COLOR(picture, 119, 49, kRed);
+    EXPECT_COLOR(picture, 100, 90, kRed);
+    EXPECT_COLOR(picture, 198, 5, kRed);
+}
+
+TEST(DrawShapes, TheRootsSizeMayStandInItsStyle) {
+    const auto document = readText(
+        "<svg xmlns='http://www.w3.org/2000/svg' style='width:48px;height:auto' viewBox='0 0 24 12'/>");
+    EXPECT_DOUBLE_EQ(document->getPageScale(), 2);
+}
+
 TEST(DrawShapes, TheViewsTransformCounts) {
     const auto document = readBody("<rect x='10' y='10' width='10' height='10' fill='red'/>");
     const Picture picture(*document, AAffine::scaling(4) * AAffine::translation(-10, -10));

@@ -112,6 +112,15 @@ TEST(DrawStructure, NestedDrawingKeepsTheAspectOfItsViewBox) {
     EXPECT_EQ(slice.at(99, 60), kWhite);
 }
 
+TEST(DrawStructure, AViewBoxOfOtherThanFourNumbersIsNone) {
+    for (const char* const box : {"0 0 50 25 3", "0 0 50% 25", "0 0 50px 25", "0 0 50"}) {
+        const Picture picture = drawBody("<svg width='100' height='50' viewBox='" + std::string(box) +
+                                         "'><rect width='25' height='25' fill='red'/></svg>");
+        EXPECT_COLOR(picture, 20, 20, kRed) << box;
+        EXPECT_COLOR(picture, 40, 20, kWhite) << box;
+    }
+}
+
 TEST(DrawStructure, SwitchDrawsTheChildThatImportChose) {
     const Picture picture = drawBody(
         "<switch><rect systemLanguage='fr' width='9' height='9' fill='red'/>"
@@ -160,6 +169,25 @@ TEST(DrawStructure, ObjectsThatTheModelHidesAreNotDrawn) {
     EXPECT_EQ(Picture(*document), drawBody(""));
     document->findObject("a")->setObjectFlags(kObjectHidden, false);
     EXPECT_EQ(Picture(*document).at(10, 10), kRed);
+}
+
+TEST(DrawStructure, AnEmptyViewBoxHidesWhatHasIt) {
+    EXPECT_COLOR(drawBody("<svg viewBox='0 0 0 10'><rect width='50' height='50'/></svg>"), 20, 20, kWhite);
+    EXPECT_COLOR(
+        drawBody("<pattern id='p' width='1' height='1' viewBox='0 0 0 0'><rect width='99' height='99'/>"
+                 "</pattern>" +
+                 box("fill='url(#p)'")),
+        50, 50, kWhite);
+}
+
+TEST(DrawConditions, HideWhatIsForOthersWhereverItStands) {
+    EXPECT_COLOR(drawBody(box("systemLanguage='de' fill='red'")), 50, 50, kWhite);
+    EXPECT_COLOR(drawBody(box("systemLanguage='de, en-GB' fill='red'")), 50, 50, kRed);
+    EXPECT_COLOR(drawBody(box("systemLanguage='' fill='red'")), 50, 50, kWhite);
+    EXPECT_COLOR(drawBody(box("requiredExtensions='' fill='red'")), 50, 50, kWhite);
+    EXPECT_COLOR(drawBody("<g systemLanguage='de'>" + box("fill='red'") + "</g>"), 50, 50, kWhite);
+    EXPECT_COLOR(drawBody("<g mask='url(#n)'><g systemLanguage='de'>" + box("fill='red'") + "</g></g>"), 50,
+                 50, kWhite);
 }
 
 }  // namespace

@@ -126,4 +126,38 @@ TEST(Style, InvalidValuesChangeNothing) {
               drawBody("<path d='M20 20H60' stroke='red'/>"));
 }
 
+TEST(Style, ColoursFollowedBySomethingElseAreNoColours) {
+    EXPECT_COLOR(drawBody(box("fill='rgb(255,0,0) foo'")), 50, 50, 0);
+    EXPECT_COLOR(drawBody(box("fill='#ff0000;'")), 50, 50, 0);
+    EXPECT_COLOR(drawBody(box("fill='#ff0000 icc-color(a, 0.1)'")), 50, 50, kRed);
+}
+
+TEST(Style, CommasAskForComponentsOfOneKind) {
+    EXPECT_COLOR(drawBody(box("fill='rgb(100%,0,0)'")), 50, 50, 0);
+    EXPECT_COLOR(drawBody(box("fill='hsl(120,100,50)'")), 50, 50, 0);
+    EXPECT_COLOR(drawBody(box("fill='rgb(100% 0 0)'")), 50, 50, kRed);
+    EXPECT_COLOR(drawBody(box("fill='rgb(255,0,0'")), 50, 50, kRed);
+}
+
+TEST(Style, APaintOrderNamesEveryPartOnce) {
+    const std::string thick = "fill='lime' stroke='red' stroke-width='20' paint-order=";
+    EXPECT_COLOR(drawBody(box(thick + "'stroke'")), 25, 50, kLime);
+    EXPECT_COLOR(drawBody(box(thick + "'stroke foo'")), 25, 50, kRed);
+    EXPECT_COLOR(drawBody(box(thick + "'stroke fill stroke'")), 25, 50, kRed);
+}
+
+TEST(Style, DashesThatEndWithACommaAreNone) {
+    const std::string line = "<path d='M0 50H200' stroke='red' stroke-width='20' stroke-dasharray=";
+    EXPECT_COLOR(drawBody(line + "'20 20'/>"), 30, 50, kWhite);
+    EXPECT_COLOR(drawBody(line + "'20 20,'/>"), 30, 50, kRed);
+}
+
+TEST(Style, DashesAreMeasuredInTheLengthThatAPathSays) {
+    const std::string line = "<path d='M0 50H200' stroke='red' stroke-width='20' stroke-dasharray='1' ";
+    const Picture scaled = drawBody(line + "pathLength='4'/>");
+    EXPECT_COLOR(scaled, 25, 50, kRed);
+    EXPECT_COLOR(scaled, 75, 50, kWhite);
+    EXPECT_COLOR(drawBody(line + "pathLength='0'/>"), 75, 50, kRed);
+}
+
 }  // namespace

@@ -269,4 +269,49 @@ TEST(DrawText, HostileTextsAreBounded) {
     EXPECT_COLOR(picture, 195, 95, 0xff0000);
 }
 
+TEST(DrawText, PartsHaveEffectsOfTheirOwn) {
+    const auto letters = [](const std::string& part) {
+        return drawBody("<text x='10' y='60' font-size='60'>H<tspan fill='red' " + part +
+                        ">H</tspan>H</text><clipPath id='c'><rect width='200' height='40'/></clipPath>"
+                        "<mask id='m'><rect width='200' height='40' fill='white'/></mask>"
+                        "<filter id='f'><feFlood flood-color='lime'/></filter>");
+    };
+    constexpr std::uint32_t kGreen = 0x00ff00;  // where nothing of it is left, the ink is red or black
+    const Ink whole = inkOf(letters(""), kGreen);
+    const auto redAt = [&](const Picture& picture, int y) {
+        int most = 0;
+        for (int x = whole.left; x <= whole.right; ++x) {
+            const std::uint32_t pixel = picture.at(x, y);
+            if (pixel >> 16 == 0xff) most = std::max(most, static_cast<int>(0xff - (pixel & 0xff)));
+        }
+        return most;
+    };
+    EXPECT_EQ(redAt(letters(""), 50), 255);
+    EXPECT_NEAR(redAt(letters("opacity='0.5'"), 50), 128, 2);
+    for (const char* const cut :
+         {"clip-path='url(#c)'", "mask='url(#m)'", "style='clip-path:inset(0 0 50% 0)'"}) {
+        EXPECT_EQ(redAt(letters(cut), 25), 255) << cut;
+        EXPECT_EQ(redAt(letters(cut), 58), 0) << cut;
+        // What stands around is whole.
+        EXPECT_EQ(inkOf(letters(cut), kGreen).bottom, whole.bottom) << cut;
+    }
+    EXPECT_COLOR(letters("filter='url(#f)'"), whole.left - 2, 50, 0x00ff00);
+}
+
+TEST(DrawText, EffectsOfPartsInPartsJoin) {
+    const auto most = [](const std::string& text) {
+        const Picture picture = drawBody("<text x='10' y='60' font-size='60'>" + text + "</text>");
+        std::uint32_t darkest = 0xff;
+        for (int x = 0; x < Picture::kWidth; ++x) darkest = std::min(darkest, picture.at(x, 50) & 0xff);
+        return static_cast<int>(darkest);
+    };
+    EXPECT_NEAR(most("<tspan opacity='0.5'><tspan opacity='0.5'>H</tspan></tspan>"), 191, 2);
+    EXPECT_NEAR(most("<tspan opacity='0.5'>H<tspan>H</tspan></tspan>"), 128, 2);
+    EXPECT_EQ(most("<tspan opacity='0'>H<tspan>H</tspan></tspan>"), 255);
+    EXPECT_EQ(most("<tspan opacity='0'>H</tspan>H"), 0);
+    std::string deep = "H";
+    for (int i = 0; i < 60; ++i) deep = "<tspan opacity='0.999'>" + deep + "</tspan>";
+    EXPECT_LT(most(deep), 40);
+}
+
 }  // namespace svg_test

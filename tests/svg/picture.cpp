@@ -26,6 +26,10 @@ Picture drawBody(const std::string& body) {
     return Picture(*readBody(body));
 }
 
+std::string box(const std::string& attributes) {
+    return "<rect x='20' y='10' width='100' height='80' " + attributes + "/>";
+}
+
 testing::AssertionResult hasColor(const Picture& picture, int x, int y, std::uint32_t rgb, int tolerance) {
     const std::uint32_t found = picture.at(x, y);
     for (const int shift : {0, 8, 16}) {

@@ -44,6 +44,9 @@ private:
 // A body (see drawing() in support.h), a user unit to the pixel.
 Picture drawBody(const std::string& body);
 
+// A rectangle of 100 by 80 from 20, 10.
+std::string box(const std::string& attributes);
+
 // Whether a pixel has a colour, give or take a little for what is mixed.
 testing::AssertionResult hasColor(const Picture& picture, int x, int y, std::uint32_t rgb, int tolerance = 3);
 

@@ -129,4 +129,29 @@ TEST(StyleSheets, MatchingCountsItsSteps) {
     EXPECT_GE(steps, 4u);
 }
 
+TEST(StyleSheets, AListWithAnInvalidSelectorIsDroppedWhole) {
+    for (const std::string list :
+         {"#a, :foo", "#a, [", "#a,, rect", "#a, ", "#a, b:::c", ":not(#b, :foo)", "#a, .3x"})
+        EXPECT_EQ(fillUnder(list + "{fill:red}"), "black") << list;
+    // But for those in :is() and :where().
+    for (const std::string list : {":is(#a, :foo)", ":where(:foo(3), #a)", "rect:is(, .big)"})
+        EXPECT_EQ(fillUnder(list + "{fill:red}"), "red") << list;
+    EXPECT_EQ(fillUnder(":is(:foo){fill:red}"), "black");
+}
+
+TEST(StyleSheets, ABracketThatNothingClosesTakesTheRest) {
+    EXPECT_EQ(fillUnder("[x {fill:lime} #a{fill:red}"), "black");
+    EXPECT_EQ(fillUnder("#a{fill:red} [x {fill:lime} #a{fill:lime}"), "red");
+    EXPECT_EQ(fillUnder("[x] {fill:lime} #a{fill:red}"), "red");
+    EXPECT_EQ(fillUnder(") {fill:lime} #a{fill:red}"), "red");
+}
+
+TEST(StyleSheets, GeometryIsSupported) {
+    EXPECT_TRUE(svg::isSupported("(width: 5px)"));
+    EXPECT_TRUE(svg::isSupported("(d: path('M0 0'))"));
+    EXPECT_FALSE(svg::isSupported("(width: red)"));
+    EXPECT_TRUE(svg::isSupported("(clip-path: circle(50%))"));
+    EXPECT_FALSE(svg::isSupported("(clip-path: foo(50%))"));
+}
+
 }  // namespace

@@ -236,22 +236,31 @@ export class DrawingView {
       });
       if (!band.isConnected && Math.hypot(end[0] - start[0], end[1] - start[1]) > REACH) element.append(band);
     };
-    const stop = (take: boolean) => {
+    let isGivenUp = false;
+    const up = (event: PointerEvent) => {
       window.removeEventListener("pointermove", move);
       window.removeEventListener("pointerup", up);
+      window.removeEventListener("pointercancel", up);
       window.removeEventListener("keydown", key, true);
       this.map.dragging.enable();
-      if (!band.isConnected) return;
+      if (!band.isConnected && !isGivenUp) return;
       band.remove();
       // The click that ends a drag is none.
       window.addEventListener("click", click => click.stopPropagation(), { capture: true, once: true });
       setTimeout(() => window.dispatchEvent(new MouseEvent("click")));
-      if (take) this.takeBand(start, end, adds).catch(this.fail);
+      if (!isGivenUp && event.type === "pointerup") this.takeBand(start, end, adds).catch(this.fail);
     };
-    const up = () => stop(true);
-    const key = (pressed: KeyboardEvent) => { if (pressed.key === "Escape") stop(false); };
+    // Until the button is released nothing else comes of the drag.
+    const key = (pressed: KeyboardEvent) => {
+      if (pressed.key !== "Escape" || !band.isConnected) return;
+      pressed.stopPropagation();
+      isGivenUp = true;
+      window.removeEventListener("pointermove", move);
+      band.remove();
+    };
     window.addEventListener("pointermove", move);
     window.addEventListener("pointerup", up);
+    window.addEventListener("pointercancel", up);
     window.addEventListener("keydown", key, true);
   }
 

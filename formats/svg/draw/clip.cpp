@@ -4,11 +4,14 @@
 #include <unordered_map>
 
 #include "formats/svg/draw/compositing.h"
+#include "formats/svg/draw/context/pixel_area.h"
 #include "formats/svg/draw/element_walk.h"
 #include "formats/svg/draw/mask.h"
 #include "formats/svg/draw/shapes.h"
 #include "formats/svg/draw/text/text.h"
 #include "formats/svg/tree/switch_case.h"
+#include "formats/svg/values/basic_shape.h"
+#include "formats/svg/values/text_scan.h"
 
 namespace svg {
 
@@ -76,7 +79,7 @@ void appendOutline(DrawContext& context, const DrawnElement& element, Element ki
         return appendShape(kind, element.attributes, element.space, element.style.fontSize, path);
     std::vector<TextPiece> pieces;
     layOutText(context, element, pieces);
-    for (const TextPiece& piece : pieces) path.append(*piece.outline, piece.placed());
+    for (const TextPiece& piece : pieces) path.append(piece.outline, AAffine());
 }
 
 // What a clip path cuts, in the user space of its content.
@@ -157,6 +160,29 @@ const ClipOutline& cachedOutline(DrawContext& context, pugi::xml_node clipPath, 
     return outline;
 }
 
+// False: nothing is left.
+bool pushOutline(DrawContext& context, const APath& outline, const UserSpace& space, EFillRule rule,
+                 int& pushed) {
+    context.pushClip(outline, space.toDrawing, rule);
+    ++pushed;
+    return !isEmpty(context.clipBounds());
+}
+
+// A shape that the style itself tells, placed in a box of the element or of its viewport.
+bool pushBasicShape(DrawContext& context, const BasicShape& shape, const Style& style, const UserSpace& space,
+                    BoundingBox& box, int& pushed) {
+    AFRect reference{0, 0, space.width, space.height};
+    if (shape.box != ShapeBox::view) reference = box.get();
+    if (shape.box == ShapeBox::stroke && style.stroke.kind != PaintKind::none) {
+        const double half = style.strokeWidth / 2;
+        reference = {reference.left - half, reference.top - half, reference.right + half,
+                     reference.bottom + half};
+    }
+    APath outline;
+    appendBasicShape(shape, reference, style.fontSize, outline);
+    return !outline.empty() && pushOutline(context, outline, space, shape.rule, pushed);
+}
+
 // Paints a shape of a clip path, cut by its own clip path and those of the uses around it.
 void paintClipShape(DrawContext& context, const DrawnElement& shape, Element kind,
                     const std::vector<std::unique_ptr<ClippedUse>>& uses) {
@@ -199,9 +225,12 @@ void paintClipShape(DrawContext& context, const DrawnElement& shape, Element kin
 
 }  // namespace
 
-bool pushClipPath(DrawContext& context, std::string_view text, const UserSpace& space, BoundingBox& box,
+bool pushClipPath(DrawContext& context, const Style& clipped, const UserSpace& space, BoundingBox& box,
                   int& pushed, std::vector<pugi::xml_node>& complex) {
-    const pugi::xml_node clipPath = findClipPath(context, text);
+    BasicShape shape;
+    if (!startsWithNoCase(clipped.own.clipPath, "url(") && parseBasicShape(clipped.own.clipPath, shape))
+        return pushBasicShape(context, shape, clipped, space, box, pushed);
+    const pugi::xml_node clipPath = findClipPath(context, clipped.own.clipPath);
     if (!clipPath) return true;  // not there: nothing is cut
     const DrawContext::Visit visit(context, clipPath);
     if (!visit) return true;
@@ -209,8 +238,7 @@ bool pushClipPath(DrawContext& context, std::string_view text, const UserSpace& 
     const Style style = context.styleAt(clipPath);
     if (!contentSpace(clipPath, style, space, box, content)) return false;
     // A clip path may be cut by another one, in the same user space.
-    if (!style.own.clipPath.empty() &&
-        !pushClipPath(context, style.own.clipPath, space, box, pushed, complex))
+    if (!style.own.clipPath.empty() && !pushClipPath(context, style, space, box, pushed, complex))
         return false;
     const ClipOutline& outline = cachedOutline(context, clipPath, content);
     if (!outline.simple) {
@@ -218,10 +246,7 @@ bool pushClipPath(DrawContext& context, std::string_view text, const UserSpace& 
         return true;
     }
     if (outline.path.empty()) return false;
-    context.pushClip(outline.path, content.toDrawing, outline.rule);
-    ++pushed;
-    const RECT& bounds = context.clipBounds();
-    return bounds.left < bounds.right && bounds.top < bounds.bottom;
+    return pushOutline(context, outline.path, content, outline.rule, pushed);
 }
 
 void clipImage(DrawContext& context, pugi::xml_node clipPath, const UserSpace& space, const AFRect& box,

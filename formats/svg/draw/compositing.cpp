@@ -82,7 +82,7 @@ bool Compositing::begin(const DrawnElement& element, BoundingBox& box, const REC
     if (!(opacity > 0)) return false;
     const Style& style = element.style;
     if (!style.own.clipPath.empty() &&
-        !pushClipPath(m_context, style.own.clipPath, element.space, box, m_clips, m_clipPaths)) {
+        !pushClipPath(m_context, style, element.space, box, m_clips, m_clipPaths)) {
         popClips();
         return false;
     }

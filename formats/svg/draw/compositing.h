@@ -18,11 +18,6 @@ namespace svg {
 
 class Compositing {
 public:
-    static bool isNeeded(const Style& style) {
-        return style.own.opacity < 1 || !style.own.clipPath.empty() || !style.own.mask.empty() ||
-               !style.own.filter.empty() || style.own.blend != EBlend::normal || style.own.isolated;
-    }
-
     explicit Compositing(DrawContext& context) : m_context(context) {}
     ~Compositing();
     Compositing(const Compositing&) = delete;

@@ -55,7 +55,7 @@ bool ElementWalk::open(pugi::xml_node container, Element element, Display displa
     readOwnTransform(container, style);
     level.space = enter(outer.space, element, m_attributes);
     AAffine shift;
-    if (Compositing::isNeeded(style)) {
+    if (hasEffects(style)) {
         UserSpace own = outer.space;
         own.toDrawing = own.toDrawing * ownTransform(m_attributes);
         const DrawnElement drawn{container, m_attributes, style, own};
@@ -107,8 +107,9 @@ bool ElementWalk::beginRoot(pugi::xml_node root) {
     style.own.isolated = m_context.blends();
     if (!root) return true;
     m_attributes.read(root);
+    readGeometry(m_attributes, style);
     if (style.own.background.kind != PaintKind::none) paintBackground(style, m_attributes);
-    if (!Compositing::isNeeded(style)) return true;
+    if (!hasEffects(style)) return true;
     const UserSpace own = rootSpace(level.space, m_attributes);
     const DrawnElement drawn{root, m_attributes, style, own};
     BoundingBox box(m_context, drawn);
@@ -176,8 +177,9 @@ void ElementWalk::run(const PaintSource& source) {
         Frame& frame = m_frames.back();
         const pugi::xml_node node = frame.next;
         if (!node) {
-            if (frame.opened) close();
+            // What closes it, a mask perhaps, may repeat the same element.
             if (frame.reference) m_context.leaveReference();
+            if (frame.opened) close();
             m_frames.pop_back();
             continue;
         }

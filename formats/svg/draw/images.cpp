@@ -17,6 +17,8 @@ namespace {
 
 constexpr std::size_t kMostImageBytes = std::size_t{1} << 28;
 constexpr double kLeastScale = 1e-9;
+// To be read, and to be shown smaller, every pixel has to be looked at.
+constexpr double kStepsForPixel = 0.25;
 
 struct Picture {
     AImage image;
@@ -125,7 +127,13 @@ const Picture& cachedPicture(DrawContext& context, std::string_view uri) {
         cache.images.splice(cache.images.begin(), cache.images, found);
         return found->picture;
     }
+    // Reading costs by what there is to read and by what comes of it, whether or not that is seen.
+    static const Picture kNone;
+    constexpr double kStepsForByte = 0.25;
+    if (!context.spendPixels(1 + kStepsForByte * static_cast<double>(uri.size()))) return kNone;
     cache.images.push_front({uri.data(), decode(uri)});
+    context.spendPixels(kStepsForPixel *
+                        static_cast<double>(cache.images.front().picture.image.pixels().size()));
     cache.bytes += bytesOf(cache.images.front().picture);
     constexpr std::size_t kMostImages = 1024;
     while ((cache.bytes > kMostImageBytes || cache.images.size() > kMostImages) && cache.images.size() > 1) {
@@ -192,10 +200,8 @@ void paintPicture(DrawContext& context, const Picture& shown, const UriPicture& 
                   const UserSpace& space) {
     const auto& [uri, viewport, aspect, smooth, opacity] = picture;
     const AFPoint size = sizeOf(shown);
-    // To be shown smaller, every pixel may have to be read.
-    constexpr double kSteps = 0.25;
     if (!(size.x > 0 && size.y > 0) || viewport.IsRectEmpty() ||
-        !context.spendPixels(kSteps * static_cast<double>(shown.image.pixels().size()))) {
+        !context.spendPixels(kStepsForPixel * static_cast<double>(shown.image.pixels().size()))) {
         return;
     }
     const AFRect whole{0, 0, size.x, size.y};

@@ -1,4 +1,4 @@
-// Image elements: PNG and JPEG pictures and SVG drawings in data URIs. Nothing outside the drawing is
+// Image elements: PNG, JPEG, GIF and WebP pictures and SVG drawings in data URIs. Nothing outside the drawing is
 // ever opened.
 #pragma once
 

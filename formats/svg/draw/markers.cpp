@@ -116,7 +116,7 @@ public:
         if (!placed.isFinite() || !isVisible(placed) || !m_context.spend(1)) return;
         UserSpace space = m_content;
         space.toDrawing = placed * m_fit;
-        if (!Compositing::isNeeded(m_style)) return paintContent(space, placed);
+        if (!hasEffects(m_style)) return paintContent(space, placed);
         const DrawnElement drawn{m_node, m_attributes, m_style, space};
         BoundingBox box(m_context, drawn);
         Compositing compositing(m_context);

@@ -1,4 +1,6 @@
 // What an element walk paints: shapes, texts, images.
+#include <algorithm>
+
 #include "formats/svg/draw/context/pixel_area.h"
 #include "formats/svg/draw/element_walk.h"
 #include "formats/svg/draw/images.h"
@@ -37,6 +39,64 @@ bool isOpacityOnly(const Style& style) {
            style.own.blend == EBlend::normal;
 }
 
+// The effects of parts of a text, opened and closed as its pieces come.
+class TextEffects {
+public:
+    TextEffects(DrawContext& context, const DrawnElement& text, BoundingBox& box)
+        : m_context(context), m_text(text), m_box(box) {}
+    // Left without an end, the canvas is as before.
+    ~TextEffects() {
+        while (!m_open.empty()) m_open.pop_back();
+    }
+    TextEffects(const TextEffects&) = delete;
+    TextEffects& operator=(const TextEffects&) = delete;
+
+    // Goes to what lies in this part, or in none. False: it cannot be seen.
+    bool enter(const TextEffect* effect) {
+        std::vector<const TextEffect*> chain;
+        for (; effect; effect = effect->outer.get()) chain.push_back(effect);
+        std::reverse(chain.begin(), chain.end());
+        std::size_t common = 0;
+        while (common < m_open.size() && common < chain.size() && m_open[common].effect == chain[common])
+            ++common;
+        leave(common);
+        for (std::size_t i = common; i < chain.size() && isSeen(); ++i) open(*chain[i]);
+        return isSeen();
+    }
+    void end() { leave(0); }
+    const UserSpace& space() const {
+        return m_open.empty() ? m_text.space : m_open.back().compositing->space();
+    }
+
+private:
+    struct Open {
+        const TextEffect* effect;
+        std::unique_ptr<Compositing> compositing;  // null: nothing can be seen
+    };
+
+    bool isSeen() const { return m_open.empty() || m_open.back().compositing; }
+
+    void open(const TextEffect& effect) {
+        const UserSpace around = space();
+        auto compositing = std::make_unique<Compositing>(m_context);
+        const DrawnElement part{effect.node, m_text.attributes, effect.style, around};
+        if (!compositing->begin(part, m_box, nullptr, effect.style.own.opacity)) compositing.reset();
+        if (compositing) m_context.touch(m_context.clipBounds());
+        m_open.push_back({&effect, std::move(compositing)});
+    }
+
+    void leave(std::size_t count) {
+        for (; m_open.size() > count; m_open.pop_back()) {
+            if (m_open.back().compositing) m_open.back().compositing->end();
+        }
+    }
+
+    DrawContext& m_context;
+    const DrawnElement& m_text;
+    BoundingBox& m_box;
+    std::vector<Open> m_open;
+};
+
 }  // namespace
 
 void ElementWalk::paintShape(const DrawnElement& shape, Element element, const PaintSource& source) {
@@ -60,7 +120,7 @@ void ElementWalk::paintShape(const DrawnElement& shape, Element element, const P
     const bool simple = (fills ? 1 : 0) + (strokes ? 1 : 0) == 1 && !markers && style.own.filter.empty();
     const double opacity = style.own.opacity;
     BoundingBox box(m_outline);
-    if (!Compositing::isNeeded(style) || (simple && isOpacityOnly(style))) {
+    if (!hasEffects(style) || (simple && isOpacityOnly(style))) {
         m_context.touch(reach);
         return paintParts(shape, element, source, {fills, strokes, markers, opacity}, box);
     }
@@ -140,7 +200,7 @@ void ElementWalk::paintText(const DrawnElement& text, const PaintSource& source)
     bool strokes = false;
     for (const TextPiece& piece : m_pieces) {
         boxes.add(piece.box);
-        if (!piece.outline->empty()) outlines.add(rectBounds(piece.placed(), piece.outline->bounds()));
+        if (!piece.outline.empty()) outlines.add(piece.outline.bounds());
         strokes |= piece.style.stroke.kind != PaintKind::none;
     }
     const double margin = 1 + (strokes ? strokeReach(text.style, text.space) * 2 : 0);
@@ -149,7 +209,7 @@ void ElementWalk::paintText(const DrawnElement& text, const PaintSource& source)
     const AFRect box = boxes.get();
     const bool simple = m_pieces.size() == 1 && !strokes && text.style.own.filter.empty();
     const double opacity = text.style.own.opacity;
-    if (!Compositing::isNeeded(text.style) || (simple && isOpacityOnly(text.style))) {
+    if (!hasEffects(text.style) || (simple && isOpacityOnly(text.style))) {
         m_context.touch(reach);
         return paintPieces(text, source, box, opacity);
     }
@@ -167,29 +227,30 @@ void ElementWalk::paintPieces(const DrawnElement& text, const PaintSource& sourc
     BoundingBox known(box);
     const PaintSource ownStyle{nullptr, source.visible};
     APaint paint;
+    TextEffects effects(m_context, text, known);
     for (const TextPiece& piece : m_pieces) {
+        if (!effects.enter(piece.effect.get())) continue;
+        const UserSpace& space = effects.space();
         const Style& style = piece.style;
-        UserSpace placed = text.space;
-        placed.toDrawing = placed.toDrawing * piece.placed();
         // A part with a paint of its own is painted with that; the model holds the whole text's.
         const PaintSource& fill = samePaint(style.fill, text.style.fill) ? source : ownStyle;
         const PaintSource& line = samePaint(style.stroke, text.style.stroke) ? source : ownStyle;
         for (const PaintPart part : style.paintOrder) {
             if (part == PaintPart::fill && hasFill(fill, style) &&
-                fillPaint(m_context, fill, style, text.space, known, opacity, paint))
-                m_context.fill(*piece.outline, placed.toDrawing, paint, EFillRule::nonZero);
+                fillPaint(m_context, fill, style, space, known, opacity, paint))
+                m_context.fill(piece.outline, space.toDrawing, paint, EFillRule::nonZero);
             if (part == PaintPart::stroke && hasStroke(line, style) &&
-                strokePaint(m_context, line, style, text.space, known, opacity, paint))
-                stroke(*piece.outline, style, placed, paint);
+                strokePaint(m_context, line, style, space, known, opacity, paint))
+                stroke(piece.outline, style, space, paint);
         }
     }
+    effects.end();
 }
 
 void ElementWalk::paintPicture(const DrawnElement& image) {
     m_context.touch(m_context.clipBounds());
     const Style& style = image.style;
-    if (!Compositing::isNeeded(style) || isOpacityOnly(style))
-        return paintImage(m_context, image, style.own.opacity);
+    if (!hasEffects(style) || isOpacityOnly(style)) return paintImage(m_context, image, style.own.opacity);
     BoundingBox box(m_context, image);
     Compositing compositing(m_context);
     if (!compositing.begin(image, box, nullptr, 1)) return;

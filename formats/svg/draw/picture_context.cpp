@@ -52,6 +52,7 @@ private:
         const Style& style = m_context.styleOf(node, m_attributes, outer.style, outer.space, m_room);
         if (!style.displayed || !isWanted(m_attributes)) return;
         if (still) {
+            readGeometry(m_attributes, style);
             m_attributes.setTransform({});
         } else if (hasOwnTransform(style)) {
             const DrawnElement drawn{node, m_attributes, style, outer.space};

@@ -2,50 +2,9 @@
 
 #include <algorithm>
 
+#include "formats/svg/values/outlines.h"
+
 namespace svg {
-
-namespace {
-
-// How far the control points of a quarter of a circle lie from its ends.
-constexpr double kQuarterReach = 0.5522847498307936;
-
-void appendEllipse(double cx, double cy, double rx, double ry, APath& path) {
-    if (!(rx > 0 && ry > 0)) return;
-    const double kx = rx * kQuarterReach;
-    const double ky = ry * kQuarterReach;
-    path.moveTo({cx + rx, cy});
-    path.curveTo({cx + rx, cy + ky}, {cx + kx, cy + ry}, {cx, cy + ry});
-    path.curveTo({cx - kx, cy + ry}, {cx - rx, cy + ky}, {cx - rx, cy});
-    path.curveTo({cx - rx, cy - ky}, {cx - kx, cy - ry}, {cx, cy - ry});
-    path.curveTo({cx + kx, cy - ry}, {cx + rx, cy - ky}, {cx + rx, cy});
-    path.close();
-}
-
-void appendRectangle(const AFRect& box, double rx, double ry, APath& path) {
-    const auto [left, top, right, bottom] = box;
-    if (rx == 0) {
-        path.moveTo({left, top});
-        path.lineTo({right, top});
-        path.lineTo({right, bottom});
-        path.lineTo({left, bottom});
-        path.close();
-        return;
-    }
-    const double kx = rx * (1 - kQuarterReach);
-    const double ky = ry * (1 - kQuarterReach);
-    path.moveTo({left + rx, top});
-    path.lineTo({right - rx, top});
-    path.curveTo({right - kx, top}, {right, top + ky}, {right, top + ry});
-    path.lineTo({right, bottom - ry});
-    path.curveTo({right, bottom - ky}, {right - kx, bottom}, {right - rx, bottom});
-    path.lineTo({left + rx, bottom});
-    path.curveTo({left + kx, bottom}, {left, bottom - ky}, {left, bottom - ry});
-    path.lineTo({left, top + ry});
-    path.curveTo({left, top + ky}, {left + kx, top}, {left + rx, top});
-    path.close();
-}
-
-}  // namespace
 
 void appendShape(Element shape, const AttributeSet& attributes, const UserSpace& space, double fontSize,
                  APath& path, Arcs arcs) {
@@ -71,16 +30,16 @@ void appendShape(Element shape, const AttributeSet& attributes, const UserSpace&
         }
         case Element::circle: {
             const double r = get(Attribute::r, Axis::both);
-            return appendEllipse(get(Attribute::cx, Axis::horizontal), get(Attribute::cy, Axis::vertical), r,
-                                 r, path);
+            return appendEllipse({get(Attribute::cx, Axis::horizontal), get(Attribute::cy, Axis::vertical)},
+                                 r, r, path);
         }
         case Element::ellipse: {
             double rx = get(Attribute::rx, Axis::horizontal, -1);
             double ry = get(Attribute::ry, Axis::vertical, -1);
             if (rx < 0) rx = ry;  // "auto"
             if (ry < 0) ry = rx;
-            return appendEllipse(get(Attribute::cx, Axis::horizontal), get(Attribute::cy, Axis::vertical), rx,
-                                 ry, path);
+            return appendEllipse({get(Attribute::cx, Axis::horizontal), get(Attribute::cy, Axis::vertical)},
+                                 rx, ry, path);
         }
         case Element::line:
             path.moveTo({get(Attribute::x1, Axis::horizontal), get(Attribute::y1, Axis::vertical)});

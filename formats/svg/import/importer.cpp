@@ -48,12 +48,12 @@ bool Importer::run(pugi::xml_node root, UserSpace& space, const std::function<bo
     m_attributes.read(root, m_namespaces);
     Page page;
     space = rootSpace(m_attributes, page);
-    m_document.setPage(page.area, page.scale);
     const Style style = m_styles.compute(root, m_attributes, {Style()});
     if (hasOwnTransform(style)) {
         readTransform(m_attributes, style, space, [&] { return page.area; });
         space = rootSpace(m_attributes, page);
     }
+    m_document.setPage(page.area, page.scale);
     m_frames.push_back({root, root.first_child(), nullptr, style, space, m_namespaces.size(), false, false,
                         hasOwnTransform(style)});
     for (std::size_t count = 0; !m_frames.empty() && !m_styles.sheet().isSpent(); ++count) {

@@ -32,6 +32,8 @@ public:
         return has(attribute) ? std::string_view(m_values[static_cast<std::size_t>(attribute)])
                               : std::string_view();
     }
+    // An attribute that the element's style gives it, by its name; the text is terminated and kept by address.
+    void give(const char* name, const char* value) { take(name, value); }
     // A transform that the element's style gives it stands for its attribute, until the next read.
     void setTransform(const Affine& transform) {
         m_present[0] |= kHasTransform | std::uint64_t{1} << static_cast<int>(Attribute::transform);

@@ -97,7 +97,11 @@ Answer supportsTerm(std::string_view term, int depth) {
     const Property property = findProperty(name, Vocabulary::drawing);
     const Style parent;
     Style style;
-    return property != kUnknownProperty && applyProperty(style, {parent}, property, inside.substr(colon + 1));
+    const std::string_view value = trim(inside.substr(colon + 1));
+    if (property == kUnknownProperty) return false;
+    std::string_view text;
+    return isBesideTable(property) ? readGeometry(property, value, text)
+                                   : applyProperty(style, {parent}, property, value);
 }
 
 }  // namespace

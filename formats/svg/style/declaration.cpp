@@ -96,7 +96,7 @@ Property propertyNamed(std::string_view name, Vocabulary vocabulary) {
 }  // namespace
 
 void prepare(Declaration& declaration) {
-    if (declaration.property == kVariable) return;
+    if (isBesideTable(declaration.property)) return;
     declaration.paintMember = paintMember(declaration.property);
     // No paint is written like the words that copy a property.
     if (declaration.paintMember && !parsePaint(declaration.value, declaration.paint))

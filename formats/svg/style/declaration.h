@@ -36,10 +36,12 @@ void cascade(const std::vector<const Declaration*>& sheet, std::string_view own,
         if (!one->important) apply(*one);
     }
     bool ownImportant = false;
-    Declaration declaration;
-    for (std::string_view text = own; takeDeclaration(text, declaration, vocabulary);) {
-        ownImportant |= declaration.important;
-        if (!declaration.important) apply(declaration);
+    if (!own.empty()) {
+        Declaration declaration;
+        for (std::string_view text = own; takeDeclaration(text, declaration, vocabulary);) {
+            ownImportant |= declaration.important;
+            if (!declaration.important) apply(declaration);
+        }
     }
     if (important) {
         for (const Declaration* one : sheet) {
@@ -47,6 +49,7 @@ void cascade(const std::vector<const Declaration*>& sheet, std::string_view own,
         }
     }
     if (ownImportant) {
+        Declaration declaration;
         for (std::string_view text = own; takeDeclaration(text, declaration, vocabulary);) {
             if (declaration.important) apply(declaration);
         }

@@ -6,6 +6,7 @@
 
 #include "formats/svg/style/attributes.h"
 #include "formats/svg/style/variables.h"
+#include "formats/svg/values/basic_shape.h"
 #include "formats/svg/values/blend_mode.h"
 #include "formats/svg/values/color.h"
 #include "formats/svg/values/text_scan.h"
@@ -91,13 +92,17 @@ bool writtenOrNone(std::string_view& target, const Value& value) {
     return true;
 }
 
+bool clipPath(std::string_view& target, const Value& value) {
+    const std::string_view text = value.text;
+    const bool isKnown = startsWithNoCase(text, "url(") || equalsNoCase(text, "none") || isBasicShape(text);
+    return isKnown && writtenOrNone(target, value);
+}
+
 // A number or a percentage, cut to 0..1.
 bool opacity(double& target, const Value& value) {
-    std::string_view text = value.text;
-    double number = 0;
-    if (!takeNumber(text, number)) return false;
-    if (!text.empty() && text != "%") return false;
-    target = std::clamp(text.empty() ? number : number / 100, 0.0, 1.0);
+    double share = 0;
+    if (!parseShare(value.text, share)) return false;
+    target = std::clamp(share, 0.0, 1.0);
     return true;
 }
 
@@ -435,7 +440,7 @@ constexpr Row kProperties[] = {
     row<&In::textAnchor, keyword<kTextAnchors>>("text-anchor").forModel(),
     row<&Own::filter, writtenOrNone>("filter").forModel(),
     row<&Own::mask, writtenOrNone>("mask").forModel(),
-    row<&Own::clipPath, writtenOrNone>("clip-path").forModel(),
+    row<&Own::clipPath, clipPath>("clip-path").forModel(),
     row<&Own::stopColor, plainColor>("stop-color").forModel(),
     shorthand<font, &In::fontSize, &In::fontFamily, &In::fontWeight, &In::italic, &In::smallCaps>("font")
         .forModel(),
@@ -504,8 +509,23 @@ constexpr auto namesOf() {
     }
     return WordTable<Property, words.size()>(words);
 }
-constexpr auto kModelNames = namesOf<Vocabulary::model>();
-constexpr auto kNames = namesOf<Vocabulary::drawing>();
+constexpr Property geometry(Attribute attribute) {
+    return static_cast<Property>(kGeometry + static_cast<std::uint8_t>(attribute));
+}
+// Behind the attributes: transforms beside "transform".
+constexpr Property kSingleTransform = geometry(Attribute::count);
+static_assert(kSingleTransform + 3 < kVariable);
+constexpr Word<Property> kGeometryNames[] = {
+    {"x", geometry(Attribute::x)},         {"y", geometry(Attribute::y)},
+    {"width", geometry(Attribute::width)}, {"height", geometry(Attribute::height)},
+    {"cx", geometry(Attribute::cx)},       {"cy", geometry(Attribute::cy)},
+    {"r", geometry(Attribute::r)},         {"rx", geometry(Attribute::rx)},
+    {"ry", geometry(Attribute::ry)},       {"d", geometry(Attribute::d)},
+    {"translate", kSingleTransform},       {"rotate", kSingleTransform + 1},
+    {"scale", kSingleTransform + 2}};
+
+constexpr auto kModelNames = namesOf<Vocabulary::model>().with(kGeometryNames);
+constexpr auto kNames = namesOf<Vocabulary::drawing>().with(kGeometryNames);
 
 constexpr std::uint64_t kModelBits = [] {
     std::uint64_t bits = 0;
@@ -574,6 +594,31 @@ bool applyProperty(Style& style, const Reading& reading, Property property, std:
 void resetProperty(Style& style, const Reading& reading, Property property) {
     const Row& row = kProperties[property];
     if (row.copy != nullptr) row.copy(style, row.isInherited ? reading.parent : Style());
+}
+
+const char* geometryName(Property property) {
+    for (const Word<Property>& one : kGeometryNames) {
+        if (one.id == property) return one.text.data();
+    }
+    return "";
+}
+
+bool readGeometry(Property property, std::string_view value, std::string_view& text) {
+    if (property == geometry(Attribute::d)) {
+        text = {};
+        if (equalsNoCase(value, "none")) return true;
+        BasicShape path;
+        if (!parseBasicShape(value, path) || !equalsNoCase(path.name, "path") || path.arguments.size() < 2)
+            return false;
+        text = path.arguments.substr(1, path.arguments.size() - 2);
+        return true;
+    }
+    double any = 0;
+    text = value;
+    Affine anyTransform;
+    if (property >= kSingleTransform)
+        return parseSingleTransform(geometryName(property), value, {}, anyTransform);
+    return equalsNoCase(value, "auto") || parseStyleLength(value, Axis::both, {}, any);
 }
 
 PaintMember paintMember(Property property) {

@@ -49,7 +49,8 @@ public:
     explicit Parser(int depth) : m_depth(depth) {}
 
     bool selector(std::string_view text, Selector& out);
-    bool list(std::string_view text, std::vector<Selector>& out);
+    // `forgiving`: one that is invalid is left out, else it makes the whole list invalid.
+    bool list(std::string_view text, std::vector<Selector>& out, bool forgiving = false);
 
 private:
     bool compound(std::string_view& text, Compound& out);
@@ -170,7 +171,8 @@ bool Parser::pseudoFunction(std::string_view name, std::string_view arguments, P
         }
         case Kind::is:
         case Kind::isNot: {
-            const bool isValid = m_depth < kDeepestList && Parser(m_depth + 1).list(arguments, out.selectors);
+            const bool isValid = m_depth < kDeepestList &&
+                                 Parser(m_depth + 1).list(arguments, out.selectors, out.kind == Kind::is);
             if (name != "where") count(out.selectors);
             return isValid;
         }
@@ -242,6 +244,8 @@ bool Parser::compound(std::string_view& text, Compound& out) {
         const char mark = text.front();
         if (mark == '.' || mark == '#') {
             text.remove_prefix(1);
+            // A name does not start with a digit, unless that is escaped.
+            if (!text.empty() && isDigit(text.front())) return false;
             std::string name = takeName(text);
             if (name.empty()) return false;
             ++m_counts[mark == '#' ? 0 : 1];
@@ -304,10 +308,13 @@ std::size_t findComma(std::string_view text) {
     return text.size();
 }
 
-bool Parser::list(std::string_view text, std::vector<Selector>& out) {
+bool Parser::list(std::string_view text, std::vector<Selector>& out, bool forgiving) {
     for (bool more = true; more;) {
         const std::size_t comma = findComma(text);
-        if (!Parser(m_depth).selector(text.substr(0, comma), out.emplace_back())) return false;
+        if (!Parser(m_depth).selector(text.substr(0, comma), out.emplace_back())) {
+            if (!forgiving) return false;
+            out.pop_back();
+        }
         more = comma < text.size();
         text.remove_prefix(std::min(comma + 1, text.size()));
     }

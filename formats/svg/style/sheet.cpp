@@ -54,6 +54,23 @@ std::size_t findOutsideQuotes(std::string_view text, std::size_t from, std::stri
     return text.npos;
 }
 
+// Where a block starts or a statement ends: at the first of the characters outside quotes, parentheses and brackets. One
+// that nothing closes takes the rest of the sheet with it.
+std::size_t findHeadEnd(std::string_view text, std::size_t from, std::string_view wanted) {
+    const std::string all = std::string(wanted) + "()[]";
+    int depth = 0;
+    for (std::size_t i = from; (i = findOutsideQuotes(text, i, all)) != text.npos; ++i) {
+        if (text[i] == '(' || text[i] == '[') {
+            ++depth;
+        } else if (text[i] == ')' || text[i] == ']') {
+            depth = std::max(0, depth - 1);
+        } else if (depth == 0) {
+            return i;
+        }
+    }
+    return text.npos;
+}
+
 // The brace that closes the block opened before `from`; the end of the text when it is missing.
 std::size_t findBlockEnd(std::string_view text, std::size_t from) {
     int depth = 1;
@@ -76,7 +93,7 @@ void StyleSheet::addRules(std::string_view text, int depth, const std::string& l
     for (;;) {
         while (at < text.size() && isSpace(text[at])) ++at;
         if (at >= text.size()) return;
-        const std::size_t open = findOutsideQuotes(text, at, text[at] == '@' ? "{;" : "{");
+        const std::size_t open = findHeadEnd(text, at, text[at] == '@' ? "{;" : "{");
         if (open == text.npos) return;
         const std::string_view head = trim(text.substr(at, open - at));
         if (text[open] == ';') {  // @import, @charset, @layer

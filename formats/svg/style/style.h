@@ -80,6 +80,8 @@ struct OwnStyle {
     std::string_view transform;        // of a style sheet, whose lengths have units
     std::string_view transformOrigin;  // also of attributes
     TransformBox transformBox = TransformBox::viewBox;
+    // Attributes and single transforms that style sheets give, the last declared first; null: none. The resolver's, texts with a terminator.
+    const Variable* geometry = nullptr;
     Paint stopColor{.kind = PaintKind::rgb};
     // What only a picture needs.
     Paint floodColor{.kind = PaintKind::rgb};
@@ -109,5 +111,11 @@ struct Style : InheritedStyle {
         hasOwn = false;
     }
 };
+
+// Whether something is to be done with the picture of an element as a whole.
+inline bool hasEffects(const Style& style) {
+    return style.own.opacity < 1 || !style.own.clipPath.empty() || !style.own.mask.empty() ||
+           !style.own.filter.empty() || style.own.blend != EBlend::normal || style.own.isolated;
+}
 
 }  // namespace svg

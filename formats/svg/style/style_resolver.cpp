@@ -22,7 +22,9 @@ const Style& StyleResolver::compute(pugi::xml_node element, const AttributeSet& 
     room.inheritFrom(reading.parent);
     for (; presentation != 0; presentation &= presentation - 1) {
         const auto property = static_cast<Property>(std::countr_zero(presentation));
-        apply({.property = property, .value = attributes.presentation(property)}, reading, room);
+        const std::string_view value = attributes.presentation(property);
+        if (!applyProperty(room, reading, property, value) && hasVariable(value))
+            m_waiting.push_back({property, value});
     }
     cascade(m_fromSheet, attributes.get(Attribute::style), m_vocabulary,
             [&](const Declaration& one) { apply(one, reading, room); });
@@ -35,8 +37,8 @@ void StyleResolver::apply(const Declaration& one, const Reading& reading, Style&
         if (!m_waiting.empty())
             std::erase_if(m_waiting, [&](const Waiting& other) { return other.property == one.property; });
     };
-    if (one.property == kVariable) {
-        style.variables = m_variables.declare(one.name, one.value, style.variables);
+    if (isBesideTable(one.property)) {
+        applyBesideTable(one, style);
     } else if (applyDeclaration(style, reading, one)) {
         forget();
     } else if (hasVariable(one.value)) {
@@ -45,10 +47,33 @@ void StyleResolver::apply(const Declaration& one, const Reading& reading, Style&
     }
 }
 
+void StyleResolver::applyBesideTable(const Declaration& one, Style& style) {
+    if (one.property == kVariable) {
+        style.variables = m_variables.declare(one.name, one.value, style.variables);
+    } else if (hasVariable(one.value)) {
+        m_waiting.push_back({one.property, one.value});
+    } else {
+        applyGeometry(one.property, one.value, style);
+    }
+}
+
+bool StyleResolver::applyGeometry(Property property, std::string_view value, Style& style) {
+    std::string_view text;
+    if (!readGeometry(property, value, text)) return false;
+    // Attributes have terminated texts, as those that are kept for variables.
+    const std::optional<std::string_view> kept = m_variables.substitute(text, style.variables);
+    if (!kept) return false;
+    style.own.geometry = m_variables.declare(geometryName(property), *kept, style.own.geometry);
+    style.hasOwn = true;
+    return true;
+}
+
 void StyleResolver::applyWaiting(const Reading& reading, Style& style) {
     for (const Waiting& one : m_waiting) {
         const std::optional<std::string_view> value = m_variables.substitute(one.value, style.variables);
-        if (!value || !applyProperty(style, reading, one.property, *value))
+        if (isBesideTable(one.property)) {
+            if (value) applyGeometry(one.property, *value, style);
+        } else if (!value || !applyProperty(style, reading, one.property, *value))
             resetProperty(style, reading, one.property);
     }
     m_waiting.clear();

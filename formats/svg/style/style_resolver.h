@@ -32,6 +32,8 @@ public:
 
 private:
     void apply(const Declaration& declaration, const Reading& reading, Style& style);
+    void applyBesideTable(const Declaration& declaration, Style& style);
+    bool applyGeometry(Property property, std::string_view value, Style& style);
     void applyWaiting(const Reading& reading, Style& style);
 
     // A property whose value refers to custom ones, all of which are known when the cascade is over.

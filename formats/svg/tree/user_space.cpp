@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "formats/svg/values/path_data.h"
 #include "formats/svg/values/text_scan.h"
@@ -71,6 +72,16 @@ Page pageAround(const AFRect& box, const AttributeSet& root) {
     return {isBox ? box : shown, place.a};
 }
 
+// In the order in which they apply, from outside.
+constexpr std::string_view kSingleTransforms[] = {"translate", "rotate", "scale"};
+
+// The value that counts; null: none.
+const Variable* singleTransform(const OwnStyle& own, std::string_view name) {
+    const Variable* one = own.geometry;
+    while (one && one->name != name) one = one->outer;
+    return one;
+}
+
 }  // namespace
 
 Affine ownTransform(const AttributeSet& attributes) {
@@ -89,10 +100,20 @@ Affine aboutOrigin(const Affine& transform, const Style& style, const UserSpace&
     return translation(origin.x, origin.y) * transform * translation(-origin.x, -origin.y);
 }
 
+void readGeometry(AttributeSet& attributes, const Style& style) {
+    // The last declared of an attribute counts.
+    std::vector<const Variable*> all;
+    for (const Variable* one = style.own.geometry; one; one = one->outer) all.push_back(one);
+    for (std::size_t i = all.size(); i-- > 0;) attributes.give(all[i]->name.data(), all[i]->value.data());
+}
+
 void readTransform(AttributeSet& attributes, const Style& style, const UserSpace& outer,
                    const std::function<AFRect()>& ownBox) {
     const OwnStyle& own = style.own;
-    if (own.transform.empty() && !attributes.has(Attribute::transform)) return;
+    if (own.geometry) readGeometry(attributes, style);
+    const bool hasSingle = std::any_of(std::begin(kSingleTransforms), std::end(kSingleTransforms),
+                                       [&](std::string_view name) { return singleTransform(own, name); });
+    if (own.transform.empty() && !attributes.has(Attribute::transform) && !hasSingle) return;
     const bool ofView = own.transformBox == TransformBox::viewBox;
     AFRect box{0, 0, outer.width, outer.height};
     if (!ofView) box = ownBox();
@@ -107,6 +128,13 @@ void readTransform(AttributeSet& attributes, const Style& style, const UserSpace
     } else {
         parseStyleTransform(own.transform, lengths, transform);
     }
+    Affine before;
+    for (const std::string_view name : kSingleTransforms) {
+        const Variable* const one = hasSingle ? singleTransform(own, name) : nullptr;
+        Affine single;
+        if (one && parseSingleTransform(name, one->value, lengths, single)) before = before * single;
+    }
+    transform = before * transform;
     AFPoint origin;
     if (!own.transformOrigin.empty()) parseTransformOrigin(own.transformOrigin, lengths, origin);
     origin = {origin.x + box.left, origin.y + box.top};
@@ -120,7 +148,7 @@ bool parseViewBox(std::string_view text, AFRect& box) {
         if (!takeNumber(text, number)) return false;
         text = skipSeparator(text);
     }
-    if (!(v[2] > 0 && v[3] > 0)) return false;
+    if (!text.empty() || !(v[2] > 0 && v[3] > 0)) return false;
     box = {v[0], v[1], v[0] + v[2], v[1] + v[3]};
     return true;
 }

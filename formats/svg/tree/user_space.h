@@ -49,13 +49,17 @@ UserSpace viewportOf(const UserSpace& outer, const AttributeSet& attributes);
 // The user space inside an element: its transform, its view box.
 UserSpace enter(const UserSpace& outer, Element element, const AttributeSet& attributes);
 
-// Puts the transform that a style gives an element (transform, transform-origin) into its attributes. `outer`: the space
+// Puts the geometry and the transform (transform, transform-origin) that a style gives an element into its attributes.
+// `outer`: the space
 // in which the element stands. `ownBox`: gives the element's own box in its user space, for transform-box.
 void readTransform(AttributeSet& attributes, const Style& style, const UserSpace& outer,
                    const std::function<AFRect()>& ownBox);
 inline bool hasOwnTransform(const Style& style) {
-    return style.hasOwn && !(style.own.transform.empty() && style.own.transformOrigin.empty());
+    return style.hasOwn && (!style.own.transform.empty() || !style.own.transformOrigin.empty() ||
+                            style.own.geometry != nullptr);
 }
+// Puts only the geometry that a style gives an element (width, cx) into its attributes.
+void readGeometry(AttributeSet& attributes, const Style& style);
 // Of an element with these attributes; none without.
 Affine ownTransform(const AttributeSet& attributes);
 // A paint server's or clip path's transform about the origin that its style asks for.

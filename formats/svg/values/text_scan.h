@@ -56,6 +56,65 @@ constexpr std::string_view takeWord(std::string_view& text) {
     return word;
 }
 
+// The length of what stands before white space or a comma; parentheses are kept together.
+constexpr std::size_t componentLength(std::string_view text) {
+    int depth = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (depth <= 0 && (isSpace(c) || c == ',')) return i;
+        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+    }
+    return text.size();
+}
+
+// Takes the next component of a value separated by white space, "calc(1px + 2px)" in one; empty at the end and before
+// a comma.
+constexpr std::string_view takeComponent(std::string_view& text) {
+    text = trimFront(text);
+    const std::string_view component = text.substr(0, componentLength(text));
+    text.remove_prefix(component.size());
+    return component;
+}
+
+// Where an argument of a function ends: at the first comma outside parentheses and quotes, or with the text.
+constexpr std::size_t argumentLength(std::string_view text) {
+    int depth = 0;
+    char quote = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (quote != 0) {
+            if (c == quote) quote = 0;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == ',' && depth <= 0) {
+            return i;
+        } else {
+            depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+        }
+    }
+    return text.size();
+}
+
+// Takes an argument with the comma behind it. `more`: whether there was one.
+constexpr std::string_view takeArgument(std::string_view& text, bool& more) {
+    const std::size_t length = argumentLength(text);
+    const std::string_view argument = trim(text.substr(0, length));
+    more = length < text.size();
+    text.remove_prefix(more ? length + 1 : length);
+    return argument;
+}
+
+// The parenthesis that closes the one at `open`; npos when there is none.
+constexpr std::size_t closingParenthesis(std::string_view text, std::size_t open) {
+    if (open == text.npos) return text.npos;
+    int depth = 0;
+    for (std::size_t i = open; i < text.size(); ++i) {
+        depth += text[i] == '(' ? 1 : text[i] == ')' ? -1 : 0;
+        if (depth == 0) return i;
+    }
+    return text.npos;
+}
+
 // The id in "#id"; empty for references to other files and for anything else.
 constexpr std::string_view localReference(std::string_view href) {
     href = trim(href);

@@ -3,6 +3,7 @@
 #include <numbers>
 #include <utility>
 
+#include "formats/svg/values/calc.h"
 #include "formats/svg/values/text_scan.h"
 #include "formats/svg/values/units.h"
 
@@ -87,31 +88,33 @@ constexpr AngleUnit kAngleUnits[] = {
     {"deg", 1}, {"grad", 0.9}, {"rad", 180 / std::numbers::pi}, {"turn", 360}};
 
 bool readNumber(std::string_view text, double& value) {
-    return takeNumber(text, value) && text.empty();
+    if (takeNumber(text, value)) return text.empty();
+    const auto none = [](std::string_view, double&) { return false; };
+    return evaluateMath(text, none, value) == MathKind::number;
 }
 
-// Degrees; only 0 may stand without a unit.
-bool readAngle(std::string_view text, double& degrees) {
-    if (!takeNumber(text, degrees)) return false;
-    if (text.empty()) return degrees == 0;
+bool unitOfAngle(std::string_view name, double& degrees) {
     for (const AngleUnit& unit : kAngleUnits) {
-        if (!equalsNoCase(text, unit.name)) continue;
-        degrees *= unit.degrees;
+        if (!equalsNoCase(name, unit.name)) continue;
+        degrees = unit.degrees;
         return true;
     }
     return false;
 }
 
-// A length in pixels; only 0 may stand without a unit.
-bool readLength(std::string_view text, Axis axis, const TransformLengths& lengths, double& value) {
-    if (readNumber(text, value)) return value == 0;
-    return parseLength(text, axis, {lengths.fontSize, lengths.width, lengths.height}, value);
+// Degrees; only 0 may stand without a unit.
+bool readAngle(std::string_view text, double& degrees) {
+    if (!takeNumber(text, degrees)) return evaluateMath(text, unitOfAngle, degrees) == MathKind::dimension;
+    if (text.empty()) return degrees == 0;
+    double one = 0;
+    if (!unitOfAngle(text, one)) return false;
+    degrees *= one;
+    return true;
 }
 
-bool readFactor(std::string_view text, double& value) {
-    if (!takeNumber(text, value)) return false;
-    if (text == "%") value /= 100;
-    return text.empty() || text == "%";
+// A length in pixels; only 0 may stand without a unit.
+bool readLength(std::string_view text, Axis axis, const TransformLengths& lengths, double& value) {
+    return parseStyleLength(text, axis, {lengths.fontSize, lengths.width, lengths.height}, value);
 }
 
 // How the arguments of a function are read, and which of makeTransform's functions it is.
@@ -143,7 +146,7 @@ bool readArgument(std::string_view text, Reads reads, int index, const Transform
         case Reads::number:
             return readNumber(text, value);
         case Reads::factor:
-            return readFactor(text, value);
+            return parseShare(text, value);
         case Reads::angle:
             return readAngle(text, value);
         case Reads::across:
@@ -188,8 +191,8 @@ bool parseStyleTransform(std::string_view text, const TransformLengths& lengths,
     if (equalsNoCase(text, "none")) text = {};
     while (!text.empty()) {
         const std::size_t open = text.find('(');
-        const std::size_t close = text.find(')');
-        if (open == text.npos || close == text.npos || close < open) return false;
+        const std::size_t close = closingParenthesis(text, open);
+        if (close == text.npos) return false;
         const StyleFunction* const function = styleFunction(text.substr(0, open));
         std::string_view rest = trim(text.substr(open + 1, close - open - 1));
         text = trimFront(text.substr(close + 1));
@@ -197,12 +200,9 @@ bool parseStyleTransform(std::string_view text, const TransformLengths& lengths,
         int count = 0;
         if (!function || rest.empty()) return false;
         for (bool more = true; more; ++count) {
-            const std::size_t comma = rest.find(',');
-            const std::string_view one = trim(rest.substr(0, comma));
+            const std::string_view one = takeArgument(rest, more);
             if (count == function->most || !readArgument(one, function->reads, count, lengths, values[count]))
                 return false;
-            more = comma != rest.npos;
-            if (more) rest = rest.substr(comma + 1);
         }
         Affine next;
         if (count < function->least || !makeStyleTransform(*function, values, count, next)) return false;
@@ -210,6 +210,22 @@ bool parseStyleTransform(std::string_view text, const TransformLengths& lengths,
     }
     transform = result;
     return true;
+}
+
+bool parseSingleTransform(std::string_view name, std::string_view text, const TransformLengths& lengths,
+                          Affine& transform) {
+    transform = {};
+    if (equalsNoCase(trim(text), "none")) return true;
+    const StyleFunction* const function = styleFunction(name);
+    double values[kMostArguments]{};
+    int count = 0;
+    for (; !(text = trimFront(text)).empty(); ++count) {
+        const std::string_view one = takeComponent(text);
+        if (!function || count == function->most ||
+            !readArgument(one, function->reads, count, lengths, values[count]))
+            return false;
+    }
+    return count > 0 && makeStyleTransform(*function, values, count, transform);
 }
 
 bool parseTransformOrigin(std::string_view text, const TransformLengths& lengths, AFPoint& origin) {
@@ -227,7 +243,7 @@ bool parseTransformOrigin(std::string_view text, const TransformLengths& lengths
     double values[2]{};
     int count = 0;
     for (; !(text = trimFront(text)).empty() && count < 2; ++count) {
-        const std::string_view one = takeWord(text);
+        const std::string_view one = takeComponent(text);
         for (const Word& word : kWords) {
             if (equalsNoCase(one, word.word)) words[count] = &word;
         }

@@ -30,6 +30,10 @@ struct TransformLengths {
 // The value of the property "transform", whose lengths and angles have units: "rotate(45deg) translate(10%, 2em)".
 // False for anything else, three dimensions included.
 bool parseStyleTransform(std::string_view text, const TransformLengths& lengths, Affine& transform);
+// The value of the properties "translate", "rotate" and "scale", which come before "transform": "10px 50%", "45deg", "2".
+// `name`: which of them. False for anything else, three dimensions included.
+bool parseSingleTransform(std::string_view name, std::string_view text, const TransformLengths& lengths,
+                          Affine& transform);
 // The value of "transform-origin": words, lengths, percentages. False for anything else.
 bool parseTransformOrigin(std::string_view text, const TransformLengths& lengths, AFPoint& origin);
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <system_error>
 
+#include "formats/svg/values/calc.h"
 #include "formats/svg/values/text_scan.h"
 
 namespace svg {
@@ -53,6 +54,35 @@ double percentBase(Axis axis, const LengthContext& context) {
     return std::hypot(context.viewportWidth, context.viewportHeight) / std::sqrt(2.0);
 }
 
+// What one of a unit is long; false for an unknown one.
+bool unitLength(std::string_view name, Axis axis, const LengthContext& context, double& one) {
+    if (name == "%") {
+        one = percentBase(axis, context) / 100;
+    } else if (equalsNoCase(name, "em")) {
+        one = context.fontSize;
+    } else if (equalsNoCase(name, "rem")) {
+        one = kUsualFontSize;
+    } else if (equalsNoCase(name, "ex") || equalsNoCase(name, "ch")) {
+        one = context.fontSize / 2;  // what to assume when the font is not at hand
+    } else {
+        for (const Unit& unit : kAbsoluteUnits) {
+            if (!equalsNoCase(name, unit.name)) continue;
+            one = unit.pixels;
+            return true;
+        }
+        return false;
+    }
+    return true;
+}
+
+MathKind readMathLength(std::string_view text, Axis axis, const LengthContext& context, double& value) {
+    if (!mayBeMath(text)) return MathKind::invalid;
+    const auto unit = [&](std::string_view name, double& one) {
+        return unitLength(name, axis, context, one);
+    };
+    return evaluateMath(text, unit, value);
+}
+
 }  // namespace
 
 bool takeNumber(std::string_view& text, double& value) {
@@ -89,24 +119,34 @@ bool parseLength(std::string_view text, Axis axis, const LengthContext& context,
     }
     text = trim(text);
     double number = 0;
-    if (!takeNumber(text, number)) return false;
-    double scale = 0;
-    if (text.empty()) {
-        scale = 1;
-    } else if (text == "%") {
-        scale = percentBase(axis, context) / 100;
-    } else if (equalsNoCase(text, "em") || equalsNoCase(text, "rem")) {
-        scale = context.fontSize;
-    } else if (equalsNoCase(text, "ex") || equalsNoCase(text, "ch")) {
-        scale = context.fontSize / 2;  // what to assume when the font is not at hand
-    } else {
-        for (const Unit& unit : kAbsoluteUnits) {
-            if (equalsNoCase(text, unit.name)) scale = unit.pixels;
-        }
-        if (scale == 0) return false;
-    }
-    value = finite(number * scale);
+    if (!takeNumber(text, number)) return readMathLength(text, axis, context, value) != MathKind::invalid;
+    double one = 1;
+    if (!text.empty() && !unitLength(text, axis, context, one)) return false;
+    value = finite(number * one);
     return true;
+}
+
+bool parseStyleLength(std::string_view text, Axis axis, const LengthContext& context, double& value) {
+    std::string_view rest = text;
+    double number = 0;
+    if (!takeNumber(rest, number)) return readMathLength(text, axis, context, value) == MathKind::dimension;
+    if (rest.empty() && number != 0) return false;
+    return parseLength(text, axis, context, value);
+}
+
+bool parseShare(std::string_view text, double& value) {
+    double number = 0;
+    std::string_view rest = text;
+    if (takeNumber(rest, number)) {
+        if (!rest.empty() && rest != "%") return false;
+        value = rest.empty() ? number : number / 100;
+        return true;
+    }
+    const auto percent = [](std::string_view name, double& one) {
+        one = 0.01;
+        return name == "%";
+    };
+    return evaluateMath(text, percent, value) != MathKind::invalid;
 }
 
 void parseDashes(std::string_view text, const LengthContext& context, std::vector<double>& dashes) {
@@ -115,8 +155,7 @@ void parseDashes(std::string_view text, const LengthContext& context, std::vecto
     dashes.clear();
     bool visible = false;
     while (!(text = skipSeparator(text)).empty() && dashes.size() < kMostDashes) {
-        std::size_t length = 0;
-        while (length < text.size() && !isSpace(text[length]) && text[length] != ',') ++length;
+        const std::size_t length = componentLength(text);
         double value = 0;
         if (!parseLength(text.substr(0, length), Axis::both, context, value) || value < 0) {
             dashes.clear();

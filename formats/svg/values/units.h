@@ -36,8 +36,13 @@ struct LengthContext {
     double viewportHeight = 0;
 };
 
-// Reads a length with an optional unit into user units (1 px; 96 to the inch). False when it is not one.
+// Reads a length with an optional unit, or a math function of such, into user units (1 px; 96 to the inch). False when it
+// is not one.
 bool parseLength(std::string_view text, Axis axis, const LengthContext& context, double& value);
+// The same where only 0 may stand without a unit.
+bool parseStyleLength(std::string_view text, Axis axis, const LengthContext& context, double& value);
+// A number or a percentage, "0.5" or "50%", or a math function of such. False for anything else.
+bool parseShare(std::string_view text, double& value);
 
 // The lengths of a dash array, into a list that is cleared first; empty for a line without gaps.
 void parseDashes(std::string_view text, const LengthContext& context, std::vector<double>& dashes);

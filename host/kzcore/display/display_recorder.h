@@ -84,7 +84,7 @@ private:
     const APath* m_lastPath = nullptr;  // whose outline was kept last, of this object
     ADisplayOutline m_lastOutline;
 
-    // Long outlines by what they are: labels and symbols come again and again.
+    // Long outlines by what they are: symbols come again and again.
     struct OutlineSlot {
         std::uint64_t hash = 0;
         ADisplayOutline outline;  // without verbs: free

@@ -80,6 +80,15 @@ private:
     std::vector<pugi::xml_node> m_nodes;
 };
 
+// The end colours reach to where the next repetition begins; without a stop there, the canvas would go over from one to
+// the other.
+void reachEnds(AGradient& gradient) {
+    std::vector<AGradientStop>& stops = gradient.stops;
+    if (gradient.spread != ESpread::repeat || stops.size() < 2) return;
+    if (stops.front().offset > 0) stops.insert(stops.begin(), {0, stops.front().color});
+    if (stops.back().offset < 1) stops.push_back({1, stops.back().color});
+}
+
 void read(DrawContext& context, pugi::xml_node node, ReadGradient& result) {
     const GradientChain chain(context, node);
     if (const pugi::xml_node owner = chain.stopsOwner()) readStops(context, owner, result.gradient.stops);
@@ -91,6 +100,7 @@ void read(DrawContext& context, pugi::xml_node node, ReadGradient& result) {
     result.gradient.spread = spread == "reflect"  ? ESpread::reflect
                              : spread == "repeat" ? ESpread::repeat
                                                   : ESpread::pad;
+    reachEnds(result.gradient);
     if (result.radial) {
         result.coordinates = {{{chain.get("cx"), 50},
                                {chain.get("cy"), 50},

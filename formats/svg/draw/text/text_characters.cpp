@@ -36,8 +36,7 @@ template <class Use>
 void forEachEntry(std::string_view list, Use use) {
     std::size_t count = 0;
     for (list = trimFront(list); !list.empty() && count < kMostCharacters; ++count) {
-        std::size_t length = 0;
-        while (length < list.size() && !isSpace(list[length]) && list[length] != ',') ++length;
+        const std::size_t length = componentLength(list);
         use(list.substr(0, length));
         list = skipSeparator(list.substr(length));
     }
@@ -212,6 +211,9 @@ private:
             span.underline = around.underline;
             span.overline = around.overline;
             span.lineThrough = around.lineThrough;
+            span.effect = around.effect;
+            if (hasEffects(span.style))
+                span.effect = std::make_shared<const TextEffect>(TextEffect{node, span.style, around.effect});
             // A path within a path has no place.
             if (around.textPath && kindOf(node) == Element::textPath) return;
         }

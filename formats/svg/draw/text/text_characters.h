@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,13 @@ namespace svg {
 constexpr std::size_t kMostCharacters = std::size_t{1} << 16;
 constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
 
+// A part of a text with opacity, a clip path, a mask or a filter of its own.
+struct TextEffect {
+    pugi::xml_node node;
+    Style style;
+    std::shared_ptr<const TextEffect> outer;  // that it lies in; null: none
+};
+
 // The text element, or one of tspan, textPath, tref, a within it.
 struct TextSpan {
     Style style;
@@ -30,6 +38,7 @@ struct TextSpan {
     // The span that asks for each of the lines, itself or one around it; negative: none.
     int underline = -1, overline = -1, lineThrough = -1;
     std::size_t first = 0, last = 0;  // its characters
+    std::shared_ptr<const TextEffect> effect;
 };
 
 struct TextCharacter {
