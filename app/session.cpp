@@ -124,10 +124,13 @@ void Session::selectAll() {
     replaceSelection(objects);
 }
 
+// A step of the history, as what a tool does is.
 void Session::replaceSelection(AObList& objects) {
+    AHistory::Step step(view().getHistory());
     ASelection& selection = *view().m_selection;
     selection.resetSelection(0);
     selection.addSelection(&objects, 0, 1);
+    step.end();
 }
 
 void Session::changeLayer(const std::string& title, const std::string& change) {

@@ -1,5 +1,7 @@
 // Select by Attributes without its windows, in nanoseconds per object: opening the sheet (gathering, filling
-// the pages, putting them in order) and applying one page with everything on it ticked.
+// the pages, putting them in order) and applying one page with everything on it ticked: that selects the groups,
+// which have no fill. Beside them, applying all but "No fill", which selects what is in them, and looking at each
+// object once.
 #include <benchmark/benchmark.h>
 
 #include <random>
@@ -8,6 +10,7 @@
 #include "kzcore/document/application.h"
 #include "kzcore/document/document.h"
 #include "kzcore/view/view.h"
+#include "select/object_walk.h"
 #include "select/select_by_attr_sheet.h"
 #include "select/select_by_attr_tool.h"
 #include "select/select_page.h"
@@ -98,13 +101,39 @@ void Open(benchmark::State& state) {
     report(state);
 }
 
-void Apply(benchmark::State& state) {
+void apply(benchmark::State& state, bool withNoFill) {
     Scene& scene = Scene::of(state);
+    scene.view.m_selection->resetSelection(0);
     Opened opened(scene);
-    const AObArray& ticked = opened.sheet.findPage(_T("Fill"))->getConditions();
+    AObArray ticked;
+    for (ARoot* entry : opened.sheet.findPage(_T("Fill"))->getConditions()) {
+        if (withNoFill || !static_cast<ACondition*>(entry)->getClassNames().IsEmpty()) ticked.Add(entry);
+    }
     for (auto _ : state) {
         opened.sheet.applyConditions(ticked);
         state.counters["selected"] = scene.view.m_selection->getCount();
+    }
+    report(state);
+}
+
+void Apply(benchmark::State& state) {
+    apply(state, true);
+}
+
+void ApplyColors(benchmark::State& state) {
+    apply(state, false);
+}
+
+void Look(benchmark::State& state) {
+    Scene& scene = Scene::of(state);
+    scene.view.m_selection->resetSelection(0);
+    Opened opened(scene);
+    for (auto _ : state) {
+        std::uintptr_t seen = 0;
+        forEachObject(opened.tool.getCandidateObjects(), [&](const AObject& object) {
+            seen += reinterpret_cast<std::uintptr_t>(brushOf(object)) + object.getObjectFlags(kObjectHidden);
+        });
+        benchmark::DoNotOptimize(seen);
     }
     report(state);
 }
@@ -121,8 +150,10 @@ int main(int argc, char** argv) {
           Row{"20 colors with gradients", 10000, 20, 5}, Row{"20 colors with gradients", 100000, 20, 5},
           Row{"20 colors with gradients", 1000000, 20, 5}, Row{"10,000 colors", 100000, 10000, 0},
           Row{"10,000 colors", 1000000, 10000, 0}}) {
-        for (const auto& [verb, run] :
-             {std::pair<const char*, void (*)(benchmark::State&)>{"open, ", Open}, {"apply, ", Apply}}) {
+        for (const auto& [verb, run] : {std::pair<const char*, void (*)(benchmark::State&)>{"look, ", Look},
+                                        {"open, ", Open},
+                                        {"apply, ", Apply},
+                                        {"apply all but No fill, ", ApplyColors}}) {
             benchmark::RegisterBenchmark((std::string(verb) + row.name).c_str(), run)
                 ->Args({row.objects, row.colors, row.gradients})
                 ->MinTime(0.1)

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "kzutil/text_hash.h"
-
 namespace checkpage {
 
 AItemPath numberedPath(const AString& base, int number) {
@@ -17,16 +15,27 @@ std::size_t PathIndex::Hash::operator()(kzutil::WideView text) const {
     return kzutil::hashText({reinterpret_cast<const char*>(text.data()), text.size() * sizeof(WCHAR)});
 }
 
+const PathIndex::Slot& PathIndex::slotOf(kzutil::WideView path, std::uint64_t hash) const {
+    return m_slots.locate(hash, [&](const Slot& slot) { return slot.hash == hash && slot.path == path; });
+}
+
 int PathIndex::find(const AString& path) const {
-    const auto found = m_places->byPath.find(path.view());
-    return found == m_places->byPath.end() ? -1 : found->second;
+    return slotOf(path.view(), Hash()(path.view())).number - 1;
 }
 
 void PathIndex::add(const AString& path, int place) {
-    const std::size_t length = static_cast<std::size_t>(path.GetLength());
-    auto* kept = static_cast<WCHAR*>(m_places->memory.allocate(length * sizeof(WCHAR), alignof(WCHAR)));
-    std::copy_n(static_cast<const WCHAR*>(path), length, kept);
-    m_places->byPath.emplace(kzutil::WideView(kept, length), place);
+    if (!m_slots.hasRoom(1)) {
+        m_slots.resize(m_slots.size() * 2, [this](const std::vector<Slot>& before) {
+            for (const Slot& one : before) {
+                if (one.number != 0) m_slots.add(one.hash, one);
+            }
+        });
+    }
+    const kzutil::WideView text = path.view();
+    auto* kept = static_cast<WCHAR*>(m_texts->allocate(text.size() * sizeof(WCHAR), alignof(WCHAR)));
+    std::copy(text.begin(), text.end(), kept);
+    const std::uint64_t hash = Hash()(text);
+    m_slots.add(hash, {hash, {kept, text.size()}, place + 1});
 }
 
 int PathIndex::nextFree(const AString& base) {

@@ -13,6 +13,7 @@
 #include <unordered_map>
 
 #include "base/item_path.h"
+#include "kzutil/flat_table.h"
 
 namespace checkpage {
 
@@ -29,18 +30,24 @@ public:
     int nextFree(const AString& base);
 
 private:
+    struct Slot {
+        std::uint64_t hash = 0;
+        kzutil::WideView path;
+        int number = 0;  // one more than the place
+        bool operator==(const Slot& other) const { return number == other.number; }
+    };
     // Of views, too, so that looking up copies no text.
     struct Hash {
         using is_transparent = void;
         std::size_t operator()(kzutil::WideView text) const;
     };
-    // In one piece of memory, which the paths share.
-    struct Places {
-        std::pmr::monotonic_buffer_resource memory;
-        std::pmr::unordered_map<kzutil::WideView, int, Hash> byPath{&memory};
-    };
 
-    std::unique_ptr<Places> m_places = std::make_unique<Places>();
+    const Slot& slotOf(kzutil::WideView path, std::uint64_t hash) const;
+
+    // In one piece of memory, which the paths share.
+    std::unique_ptr<std::pmr::monotonic_buffer_resource> m_texts =
+        std::make_unique<std::pmr::monotonic_buffer_resource>();
+    TFlatSlots<Slot> m_slots{64};
     std::unordered_map<kzutil::WideString, int, Hash, std::equal_to<>> m_free;  // numbers below are taken
 };
 

@@ -9,6 +9,7 @@
 #include "conditions/stroke_condition.h"
 #include "kzcore/document/object_paint.h"
 #include "select/container_answers.h"
+#include "select/object_walk.h"
 
 namespace {
 
@@ -81,7 +82,7 @@ public:
     explicit Objects(List<AObjectCondition> conditions) : m_conditions(std::move(conditions)) {}
 
     bool accepts(AObject& object) override {
-        const AString& name = object.getClassName();
+        const AString& name = object.getClassInfo().name;
         OfClass& of = m_classes[&name];
         if (!of.isKnown) learn(of, name);
         return of.all || anyMatches(of.subKinds, &object);
@@ -126,12 +127,10 @@ public:
     }
 
     bool accepts(AObject& object) override {
-        const ABrush* fill = object.getBrush();
+        const ABrush* fill = brushOf(object);
         if (!fill) return m_noFill;
-        ABrushItem* item = fill->getBrushItem();
-        if (!item) return false;
-        if (const bool* known = m_answers.find(item)) return *known;
-        return m_answers[item] = decide(item);
+        if (const bool* known = m_answers.find(fill)) return *known;
+        return m_answers[fill] = fill->getBrushItem() && decide(fill->getBrushItem());
     }
 
 private:
@@ -154,7 +153,7 @@ private:
     List<AFillCondition> m_others;
     std::unordered_map<kzutil::WideString, List<AFillCondition>> m_byName;
     std::unordered_map<const ABrushItem*, List<AFillCondition>> m_byItem;
-    PointerTable<bool> m_answers;
+    PointerTable<bool> m_answers;  // by brush
 };
 
 // A stroke is decided by its pen item. Conditions on one colour are about that very item.
@@ -168,24 +167,24 @@ public:
     }
 
     bool accepts(AObject& object) override {
-        const APen* pen = object.getPen();
-        const APenItem* item = pen ? pen->getPenItem() : nullptr;
-        if (!item || item->getStyle() == APenItem::kStyleNone) return m_noStroke;
-        if (const bool* known = m_answers.find(item)) return *known;
-        return m_answers[item] = decide(object, *item);
+        const APen* pen = penOf(object);
+        if (!pen) return m_noStroke;
+        if (const bool* known = m_answers.find(pen)) return *known;
+        return m_answers[pen] = decide(object, pen->getPenItem());
     }
 
 private:
-    bool decide(AObject& object, const APenItem& item) const {
+    bool decide(AObject& object, const APenItem* item) const {
+        if (!item || item->getStyle() == APenItem::kStyleNone) return m_noStroke;
         if (anyMatches(m_others, &object)) return true;
-        const auto found = m_byColor.find(item.getColorItem());
+        const auto found = m_byColor.find(item->getColorItem());
         return found != m_byColor.end() && anyMatches(found->second, &object);
     }
 
     bool m_noStroke = false;
     List<AStrokeCondition> m_others;
     std::unordered_map<const AColorItem*, List<AStrokeCondition>> m_byColor;
-    PointerTable<bool> m_answers;
+    PointerTable<bool> m_answers;  // by pen
 };
 
 template <class Kind, class Condition>

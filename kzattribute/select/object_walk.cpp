@@ -1,7 +1,6 @@
 #include "select/object_walk.h"
 
 #include "kzcore/document/document.h"
-#include "select/container_answers.h"
 
 void appendLayers(const ADocView& view, AObList& layers) {
     layers.AddTail(&view.m_database->children);
@@ -9,23 +8,23 @@ void appendLayers(const ADocView& view, AObList& layers) {
 }
 
 void appendEditableObjects(const AObList& layers, AObList& objects) {
-    for (ARoot* entry : layers) {
-        const auto* layer = static_cast<const ALayer*>(entry);
-        if (layer->IsLayerEditable()) objects.AddTail(&layer->children);
-    }
+    for (const AObList* children : listsOfEditableLayers(layers)) objects.AddTail(children);
 }
 
-void appendOutermost(const std::vector<AObject*>& objects, AObList& out) {
-    PointerTable<bool> containers;
-    for (AObject* object : objects) {
-        if (object->asParent()) containers[object] = true;
+std::vector<const AObList*> listsOfEditableLayers(const AObList& layers) {
+    std::vector<const AObList*> lists;
+    for (ARoot* entry : layers) {
+        const auto* layer = static_cast<const ALayer*>(entry);
+        if (layer->IsLayerEditable()) lists.push_back(&layer->children);
     }
-    ContainerAnswers inside;
-    const auto decide = [&](AParent& container) -> std::optional<bool> {
-        if (containers.contains(&container)) return true;
+    return lists;
+}
+
+bool OutermostObjects::cover(AParent* container) {
+    if (m_containers.isEmpty()) return false;
+    if (m_containers.contains(container)) return true;
+    return m_inside.ask(container, [this](AParent& outer) -> std::optional<bool> {
+        if (m_containers.contains(&outer)) return true;
         return {};
-    };
-    for (AObject* object : objects) {
-        if (containers.isEmpty() || !inside.ask(object->getParent(), decide)) out.AddTail(object);
-    }
+    });
 }

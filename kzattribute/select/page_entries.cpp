@@ -13,6 +13,7 @@ void PageEntries::catchUp() {
         m_known.clear();
         m_seen = 0;
         m_revision = m_page.getRevision();
+        unsettleAll();
     }
     for (; m_seen < m_page.getConditions().GetSize(); ++m_seen) file(m_seen);
 }
@@ -35,22 +36,54 @@ void PageEntries::file(int place) {
         of.all.push_back(place);
         of.hasFills = of.hasFills || fill;
         of.hasSubKinds = of.hasSubKinds || isSubKind;
-        if (!isOneFill)
-            (isSubKind ? of.always : of.alike).push_back(place);
-        else if (entry.getClassNames().GetSize() == 1 && name == fill->brushItem->getClassName())
-            fillEntries(of, *fill->brushItem).push_back(place);
-        else
+        if (!isOneFill && !isSubKind) {
+            addAlike(of, place);
+        } else if (isOneFill && entry.getClassNames().GetSize() == 1 &&
+                   name == fill->brushItem->getClassName()) {
+            addFill(of, *fill, place);
+        } else {
             of.always.push_back(place);
+            unsettleAll();
+        }
     }
 }
 
+// An entry has nothing to learn from its own fill that it is marked with already.
+void PageEntries::addFill(ClassEntries& of, const AFillCondition& entry, int place) {
+    FillEntries& entries = fillEntries(of, *entry.brushItem);
+    entries.add(place);
+    FillState* fill = of.fills.find(entry.brushItem);
+    for (const bool selected : {false, true}) {
+        if (!fill || !(selected ? entry.inSelection : entry.inDocument)) continue;
+        if (fill->asked.of(selected) + 1 == entries.size()) ++fill->asked.of(selected);
+        fill->accepted = true;
+    }
+    // A second one for the colour is news to fills that found the first.
+    if (m_unsettled && entries.size() > 1 && colorOf(entry.brushItem)) m_unsettled->add(ItemKind::fill);
+}
+
+// An entry that is marked as used and of the right kind has nothing to learn from items that are not selected.
+void PageEntries::addAlike(ClassEntries& of, int place) {
+    of.alike.push_back(place);
+    const ACondition& entry = *m_page.getCondition(place);
+    const bool isMarked = entry.inDocument && of.kind != ItemKind::none && isOfKind(entry, of.kind);
+    std::size_t& asked = of.asked.of(false);
+    if (isMarked && asked + 1 == of.alike.size()) ++asked;
+    if (!m_unsettled) return;
+    if (isMarked)
+        m_unsettled->addSelected(of.kind);
+    else
+        m_unsettled->addAll();
+}
+
+void PageEntries::unsettleAll() {
+    if (m_unsettled) m_unsettled->addAll();
+}
+
 // Two fills match when they are one, or when both are solid and their colours share a name.
-PageEntries::Places& PageEntries::fillEntries(ClassEntries& of, const ABrushItem& brush) {
+PageEntries::FillEntries& PageEntries::fillEntries(ClassEntries& of, const ABrushItem& brush) {
     const AColorItem* color = colorOf(&brush);
-    if (!color) return of.otherFills[&brush];
-    Places*& known = of.knownColors[color];
-    if (!known) known = &of.colorFills[kzutil::WideString(color->getName().view())];
-    return *known;
+    return color ? of.colorFills[color->getName().view()] : of.otherFills[&brush];
 }
 
 PageEntries::ClassEntries* PageEntries::findClass(const AString& name) const {
@@ -72,6 +105,7 @@ bool PageEntries::isPlain(ClassEntries& of, ItemKind kind) {
         return false;
     if (of.kind == kind) return true;
     of.isMixed = of.kind != ItemKind::none;
+    if (of.isMixed) unsettleAll();
     of.kind = kind;
     return !of.isMixed;
 }
@@ -102,14 +136,14 @@ bool PageEntries::takeFill(ClassEntries& of, ARoot& item, bool selected) {
     return fill.accepted;
 }
 
-const PageEntries::Places* PageEntries::findSettled(ARoot* item, ItemKind kind, bool selected) {
+bool PageEntries::isSettled(ARoot* item, ItemKind kind, bool selected) {
     ClassEntries* of = item ? entriesOf(*item) : nullptr;
     if (!of || of->alike.empty() || !of->always.empty() || !isPlain(*of, kind) ||
         of->asked.of(selected) < of->alike.size())
-        return nullptr;
-    if (kind != ItemKind::fill) return &of->all;
+        return false;
+    if (kind != ItemKind::fill) return true;
     FillState* fill = of->fills.find(item);
-    return fill && fill->asked.of(selected) == fill->entries->size() ? &of->all : nullptr;
+    return fill && fill->asked.of(selected) == fill->entries->size();
 }
 
 // The entry has the item's class.
@@ -123,6 +157,7 @@ bool PageEntries::visit(int place, ARoot& item, ItemKind kind, bool selected) {
     if (kind == ItemKind::none) return true;
     if (!isOfKind(entry, kind)) {
         m_page.replaceCondition(place, madeOfKind(kind, entry));
+        unsettleAll();
     } else if (kind == ItemKind::object) {
         const bool matches = entry.isMatch(&item) != 0;
         entry.inDocument = wasInDocument || matches;

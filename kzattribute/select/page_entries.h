@@ -12,28 +12,54 @@
 // of a class and are left alone once they are marked; entries for one fill are found by that fill.
 #pragma once
 
+#include <array>
 #include <map>
 #include <memory>
-#include <unordered_map>
 
 #include "checkpage/check_page_base.h"
 #include "kzcore/document/refer_item.h"
 #include "select/item_kind.h"
+#include "select/name_map.h"
 #include "select/pointer_table.h"
+
+// An item is settled when taking it would mark nothing that is not marked already, nor change any entry.
+// Counts, for each kind of items and for those that are not selected and are, how often settled ones became
+// unsettled.
+class Unsettled {
+public:
+    std::uint32_t count(ItemKind kind, bool selected) const {
+        return m_counts[place(kind)][selected ? 1 : 0];
+    }
+    void add(ItemKind kind) {
+        ++m_counts[place(kind)][0];
+        addSelected(kind);
+    }
+    void addSelected(ItemKind kind) { ++m_counts[place(kind)][1]; }
+    void addAll() {
+        for (auto& counts : m_counts) ++counts[0], ++counts[1];
+    }
+
+private:
+    static std::size_t place(ItemKind kind) { return static_cast<std::size_t>(kind); }
+
+    std::array<std::array<std::uint32_t, 2>, 6> m_counts{};  // by kind
+};
+
+class AFillCondition;
 
 class PageEntries {
 public:
     using Places = std::vector<int>;  // in the page's list
 
-    explicit PageEntries(ACheckPageBase& page) : m_page(page) {}
+    // `unsettled` is told when items that this page settled become unsettled; it may be null.
+    explicit PageEntries(ACheckPageBase& page, Unsettled* unsettled = nullptr)
+        : m_page(page), m_unsettled(unsettled) {}
 
     // True when some entry accepted the item. Null is accepted by none. The item, and its class's name, have
     // to stay where they are while the page is filled.
     bool take(ARoot* item, ItemKind kind, bool selected);
-    // The entries that have the item's class, when taking the item would mark nothing that is not marked
-    // already, nor change any entry; it is then known to be accepted. Null when that is not known. It stays
-    // so until the page's revision changes or there are more such entries.
-    const Places* findSettled(ARoot* item, ItemKind kind, bool selected);
+    // True when the item is known to be settled and accepted.
+    bool isSettled(ARoot* item, ItemKind kind, bool selected);
 
     // Takes note of entries that the page got since.
     void catchUp();
@@ -51,8 +77,24 @@ private:
             if (selected) counts[1] = count;
         }
     };
+    // The entries that may be about a fill: mostly one.
+    class FillEntries {
+    public:
+        void add(int place) {
+            if (m_first < 0)
+                m_first = place;
+            else
+                m_more.push_back(place);
+        }
+        std::size_t size() const { return m_first < 0 ? 0 : 1 + m_more.size(); }
+        int operator[](std::size_t i) const { return i == 0 ? m_first : m_more[i - 1]; }
+
+    private:
+        int m_first = -1;
+        Places m_more;
+    };
     struct FillState {
-        Places* entries = nullptr;  // that may be about the fill
+        FillEntries* entries = nullptr;  // that may be about the fill
         Asked asked;
         bool accepted = false;
     };
@@ -61,9 +103,8 @@ private:
         Places alike;   // answer alike for all items of the class
         Places always;  // have to be asked for each item
         // Entries for one fill, by the name of its colour, or by the item itself when it is no colour.
-        std::unordered_map<kzutil::WideString, Places> colorFills;
-        PointerTable<Places*> knownColors;  // of those, by colour item: its name has to be made
-        std::unordered_map<const ABrushItem*, Places> otherFills;
+        NameMap<FillEntries> colorFills;
+        PointerMap<FillEntries> otherFills;
         PointerMap<FillState> fills;  // by brush item
         bool hasFills = false;
         bool hasSubKinds = false;
@@ -75,12 +116,16 @@ private:
     void file(int place);
     ClassEntries* findClass(const AString& name) const;
     ClassEntries* entriesOf(ARoot& item);
-    Places& fillEntries(ClassEntries& of, const ABrushItem& brush);
-    static bool isPlain(ClassEntries& of, ItemKind kind);
+    FillEntries& fillEntries(ClassEntries& of, const ABrushItem& brush);
+    bool isPlain(ClassEntries& of, ItemKind kind);
+    void addFill(ClassEntries& of, const AFillCondition& entry, int place);
+    void addAlike(ClassEntries& of, int place);
+    void unsettleAll();
     bool takeFill(ClassEntries& of, ARoot& item, bool selected);
     bool visit(int place, ARoot& item, ItemKind kind, bool selected);
 
     ACheckPageBase& m_page;
+    Unsettled* m_unsettled;
     int m_seen = 0;
     unsigned m_revision = 0;
     std::map<kzutil::WideString, std::unique_ptr<ClassEntries>, std::less<>> m_classes;  // few

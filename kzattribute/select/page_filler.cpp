@@ -19,75 +19,60 @@ AItemPath withoutCategory(const AString& structure) {
 
 PageFiller::PageFiller(const std::vector<ACheckPageBase*>& pages) {
     for (ACheckPageBase* page : pages)
-        m_pages.push_back(std::make_unique<Page>(Page{page, PageEntries(*page)}));
-}
-
-bool PageFiller::isSettled(const Known& known, ItemKind kind, bool selected) const {
-    return known.isSettled[selected ? 1 : 0] && known.kind == kind &&
-           known.entries->size() == known.entryCount;
-}
-
-void PageFiller::settle(Known& known, Page& page, const PageEntries::Places& entries, ItemKind kind,
-                        bool selected) {
-    known.page = &page;
-    known.entries = &entries;
-    known.entryCount = entries.size();
-    known.kind = kind;
-    known.isSettled[0] = true;  // what is marked as selected is marked as used, too
-    known.isSettled[1] = selected;
+        m_pages.push_back(std::make_unique<Page>(Page{page, PageEntries(*page, &m_unsettled)}));
 }
 
 // Null: nobody took it. What a page gets while it is filled has the class of what it took, so that the first
 // page with entries for a class stays the first.
-PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected, Known& known) {
-    if (isSettled(known, kind, selected)) return known.page;
-    known.isSettled[0] = known.isSettled[1] = false;  // another kind may change what the entries are
+PageFiller::Page* PageFiller::offer(ARoot* item, ItemKind kind, bool selected) {
+    consumeSerials();
     std::size_t& first = m_first[&item->getClassName()];
     if (first == 0) {
         while (first < m_pages.size() && !m_pages[first]->entries.hasClassOf(*item)) ++first;
         ++first;
     }
     for (std::size_t i = first - 1; i < m_pages.size(); ++i) {
-        PageEntries& entries = m_pages[i]->entries;
-        if (const auto* settled = entries.findSettled(item, kind, selected)) {
-            settle(known, *m_pages[i], *settled, kind, selected);
-            return m_pages[i].get();
-        }
-        if (entries.take(item, kind, selected)) return m_pages[i].get();
+        if (m_pages[i]->entries.take(item, kind, selected)) return m_pages[i].get();
     }
     return nullptr;
 }
 
 void PageFiller::offerLayer(ALayer& layer, bool selected) {
-    offer(&layer, ItemKind::layer, selected, m_objects[&layer.getClassName()]);
+    offer(&layer, ItemKind::layer, selected);
 }
 
-void PageFiller::offerObject(AObject& object, bool selected) {
-    offer(&object, kindOf(object), selected, m_objects[&object.getClassName()]);
-    offerFill(object, selected);
-    offerStroke(object, selected);
+// An effect may be of its class's kind or of another, so nothing is known of its class.
+void PageFiller::offerClass(AObject& object, bool selected) {
+    const AClassInfo& info = object.getClassInfo();
+    const ItemKind kind = kindOf(object);
+    Page* page = offer(&object, kind, selected);
+    if (page && kind == ItemKind::object && info.kind != AClassKind::effect &&
+        page->entries.isSettled(&object, kind, selected))
+        settle(m_classes[&info], kind, selected);
 }
 
-void PageFiller::offerFill(const AObject& object, bool selected) {
-    const ABrush* brush = object.getBrush();
-    if (!brush) {
-        markNoPaint<AFillCondition>(m_noFill, selected);
-        return;
-    }
-    ABrushItem* item = brush->getBrushItem();
-    if (!item) return;
-    Known& known = m_fills[item];
-    if (Page* page = offer(item, ItemKind::fill, selected, known)) addFill(*page, *item, selected, known);
+void PageFiller::offerFill(const ABrush* brush, bool selected) {
+    Known& known = m_fills[keyOf(brush)];
+    ABrushItem* item = brush ? brush->getBrushItem() : nullptr;
+    if (!brush) markNoPaint<AFillCondition>(m_noFill, selected);
+    if (!item) return settle(known, ItemKind::fill, selected);
+    Page* page = offer(item, ItemKind::fill, selected);
+    if (!page) return;
+    addFill(*page, *item, selected, known);
+    if (known.hasColor && page->entries.isSettled(item, ItemKind::fill, selected))
+        settle(known, ItemKind::fill, selected);
 }
 
-void PageFiller::offerStroke(const AObject& object, bool selected) {
-    const APen* pen = object.getPen();
-    if (APenItem* item = pen ? pen->getPenItem() : nullptr) {
-        Known& known = m_strokes[item];
-        Page* page = offer(item, ItemKind::stroke, selected, known);
-        if (page && item->getColorItem()) return addStroke(*page, *item, selected, known);
-    }
-    markNoPaint<AStrokeCondition>(m_noStroke, selected);
+void PageFiller::offerStroke(const APen* pen, bool selected) {
+    Known& known = m_strokes[keyOf(pen)];
+    APenItem* item = pen ? pen->getPenItem() : nullptr;
+    Page* page = item ? offer(item, ItemKind::stroke, selected) : nullptr;
+    if (page && item->getColorItem())
+        addStroke(*page, *item, selected, known);
+    else
+        markNoPaint<AStrokeCondition>(m_noStroke, selected);
+    if (!item || (page && page->entries.isSettled(item, ItemKind::stroke, selected)))
+        settle(known, ItemKind::stroke, selected);
 }
 
 void PageFiller::add(Page& page, ACondition* entry, bool selected) {
@@ -115,9 +100,10 @@ AItemPath PageFiller::pathOf(const AString& className, const AColorItem& color) 
         made.appendSegment(structureOf(color.getClassName()));
         group = made;
     }
-    AItemPath path(*group);
-    path.appendSegment(color.getName());
-    return path;
+    kzutil::WideString path;
+    path.reserve(group->view().size() + 1 + color.getName().view().size());
+    path.append(group->view()).append(1, AItemPath::kSeparator).append(color.getName().view());
+    return AItemPath(AString(std::move(path)));
 }
 
 // Another entry of a colour that has one would find its way to that one, as paths, classes and what they are

@@ -10,6 +10,8 @@
 // half full, and what it does not hold costs as much memory as what it does.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <deque>
 #include <utility>
@@ -20,6 +22,10 @@
 template <class Value>
 class PointerTable {
 public:
+    // With room for so many keys.
+    explicit PointerTable(std::size_t room = 0)
+        : m_slots(std::bit_ceil(std::max<std::size_t>(16, room * 2))) {}
+
     // Null when the key is not there.
     Value* find(const void* key) {
         Slot& slot = m_slots[slotOf(key)];
@@ -27,6 +33,8 @@ public:
     }
     const Value* find(const void* key) const { return const_cast<PointerTable*>(this)->find(key); }
     bool contains(const void* key) const { return find(key) != nullptr; }
+    // A default value when the key is not there.
+    const Value& get(const void* key) const { return m_slots[slotOf(key)].value; }
 
     // Made when it is not there.
     Value& operator[](const void* key) {
@@ -65,7 +73,7 @@ private:
         }
     }
 
-    std::vector<Slot> m_slots = std::vector<Slot>(16);
+    std::vector<Slot> m_slots;
     std::size_t m_used = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "select/select_by_attr_sheet.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "conditions/class_tables.h"
@@ -128,19 +129,27 @@ void ASelectByAttrSheet::applyConditions(const AObArray& ticked) {
         emptySelection(*selection);
         return;
     }
-    AObList result(0, 10);
+    AObList result(0, std::max(10, m_tool->getCandidateObjects().GetSize()));
     collectMatches(criteria, result);
     replaceSelection(*selection, result);
 }
 
+// What lies in an object that is found need not be looked at: it would be left out.
 void ASelectByAttrSheet::collectMatches(Criteria& criteria, AObList& result) const {
-    std::vector<AObject*> found;
-    for (ARoot* entry : m_tool->getCandidateObjects()) {
-        auto* object = static_cast<AObject*>(entry);
-        if (m_selectionOnly && !m_tool->isSelectedObject(*object)) continue;
-        if (criteria.accepts(*object)) found.push_back(object);
+    const auto begin = m_tool->getCandidateObjects().begin();
+    const auto& runs = m_tool->getCandidateRuns();
+    OutermostObjects outermost(runs.size());
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        if (outermost.cover(runs[i].container)) continue;
+        const auto end =
+            i + 1 < runs.size() ? begin + runs[i + 1].first : m_tool->getCandidateObjects().end();
+        forEachObject(begin + runs[i].first, end, m_tool->getCandidateObjects().end(), [&](AObject& object) {
+            if (m_selectionOnly && !m_tool->isSelectedObject(object)) return;
+            if (!criteria.accepts(object)) return;
+            outermost.take(object);
+            result.AddTail(&object);
+        });
     }
-    appendOutermost(found, result);
 }
 
 void ASelectByAttrSheet::emptySelection(ASelection& selection) {

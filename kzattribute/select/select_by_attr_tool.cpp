@@ -1,5 +1,6 @@
 #include "select/select_by_attr_tool.h"
 
+#include "kzcore/document/document.h"
 #include "select/object_walk.h"
 #include "select/page_filler.h"
 #include "select/select_by_attr_sheet.h"
@@ -23,7 +24,7 @@ private:
 class ShownClasses {
 public:
     bool contain(const AObject& object) {
-        const AString& name = object.getClassName();
+        const AString& name = object.getClassInfo().name;
         if (const bool* known = m_known.find(&name)) return *known;
         return m_known[&name] = ASelectByAttrTool::hasClassDisplayStructure(object) != 0;
     }
@@ -55,6 +56,7 @@ int ASelectByAttrTool::hasClassDisplayStructure(const ARoot& object) {
 
 void ASelectByAttrTool::releaseSelectionData() {
     m_candidates.RemoveAll();
+    m_runs.clear();
     m_selected.RemoveAll();
     m_layerPool.RemoveAll();
     m_selectedLayers.RemoveAll();
@@ -65,19 +67,24 @@ void ASelectByAttrTool::releaseSelectionData() {
 void ASelectByAttrTool::prepareSelectionData(ADocView& view) {
     releaseSelectionData();
     appendLayers(view, m_layerPool);
-    collectCandidates();
+    collectCandidates(view);
     collectSelected(view);
     collectSelectedLayers();
 }
 
-void ASelectByAttrTool::collectCandidates() {
+void ASelectByAttrTool::collectCandidates(const ADocView& view) {
+    // Room for all objects at once: an array that grows step by step touches twice as much memory.
+    m_candidates.SetSize(static_cast<int>(view.getDocument()->getObjectCount()));
+    m_candidates.RemoveAll();
     ShownClasses shown;
-    AObList work(0, 10);
-    appendEditableObjects(m_layerPool, work);
-    walkBreadthFirst(work, [&](AObject& object) -> WalkStep {
-        if (isPassedOver(object)) return {};
-        if (shown.contain(object)) m_candidates.Add(&object);
-        return {openChildren(object)};
+    std::vector<const AObList*> lists = listsOfEditableLayers(m_layerPool);
+    walkBreadthFirst(lists, [&](AObject& object) -> const AObList* {
+        if (isPassedOver(object)) return nullptr;
+        if (!shown.contain(object)) return openChildren(object);
+        if (m_runs.empty() || m_runs.back().container != object.getParent())
+            m_runs.push_back({object.getParent(), m_candidates.GetSize()});
+        m_candidates.Add(&object);
+        return openChildren(object);
     });
 }
 
@@ -128,8 +135,6 @@ void ASelectByAttrTool::fillPages(ASelectByAttrSheet& sheet) {
         auto& layer = static_cast<ALayer&>(*entry);
         filler.offerLayer(layer, isSelectedLayer(layer) != 0);
     }
-    for (ARoot* entry : m_candidates) {
-        auto& object = static_cast<AObject&>(*entry);
-        filler.offerObject(object, isSelectedObject(object) != 0);
-    }
+    forEachObject(m_candidates,
+                  [&](AObject& object) { filler.offerObject(object, isSelectedObject(object) != 0); });
 }

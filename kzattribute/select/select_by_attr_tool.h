@@ -11,6 +11,7 @@
 class ADocView;
 class ALayer;
 class AObject;
+class AParent;
 class ASelectByAttrSheet;
 
 class ASelectByAttrTool : public TToolPattern<ASelectByAttrTool> {
@@ -46,6 +47,12 @@ public:
     // What the sheet may select: everything on editable layers, in breadth-first order, containers before what
     // they hold.
     const AObArray& getCandidateObjects() const { return m_candidates; }
+    // Where those begin in the list that lie in another container than the one before.
+    struct CandidateRun {
+        AParent* container;
+        int first;
+    };
+    const std::vector<CandidateRun>& getCandidateRuns() const { return m_runs; }
     // The selection with what is in selected containers, wherever it lies; none twice.
     const AObArray& getSelectedObjects() const { return m_selected; }
     // Every layer of the view's database, then of the secondary one.
@@ -54,11 +61,12 @@ public:
     const AObList& getSelectedLayers() const { return m_selectedLayers; }
 
 private:
-    void collectCandidates();
+    void collectCandidates(const ADocView& view);
     void collectSelected(const ADocView& view);
     void collectSelectedLayers();
 
     AObArray m_candidates{0};
+    std::vector<CandidateRun> m_runs;
     AObArray m_selected{0};
     AObList m_layerPool{0, 10};
     AObList m_selectedLayers{0, 10};

@@ -8,6 +8,25 @@
 #include "platform/afx/modal_loop.h"
 #include "platform/afx/window_state.h"
 
+namespace {
+
+// In the middle of the window that it belongs to; without one it stays where the system puts it.
+void centreOnOwner(HWND sheet) {
+    const HWND owner = ::GetWindow(sheet, GW_OWNER);
+    if (!owner || !::IsWindowVisible(owner)) return;
+    RECT around, rect;
+    ::GetWindowRect(owner, &around);
+    ::GetWindowRect(sheet, &rect);
+    const LONG x = around.left + (around.right - around.left - (rect.right - rect.left)) / 2;
+    const LONG y = around.top + (around.bottom - around.top - (rect.bottom - rect.top)) / 2;
+    // The caption stays within reach where the owner is smaller.
+    ::SetWindowPos(sheet, nullptr, static_cast<int>(std::max(x, around.left)),
+                   static_cast<int>(std::max(y, around.top)), 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace
+
 BEGIN_MESSAGE_MAP(CPropertySheet, CWnd)
 ON_MESSAGE(WM_INITDIALOG, HandleInitDialog)
 END_MESSAGE_MAP()
@@ -115,6 +134,7 @@ void CPropertySheet::rememberButton(UINT message, WPARAM wParam) {
 LRESULT CPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     rememberButton(message, wParam);
     const LRESULT result = CWnd::WindowProc(message, wParam, lParam);
+    if (message == WM_INITDIALOG && m_hWnd) centreOnOwner(m_hWnd);
     // A page that these messages should have made is made by now, or never.
     if (message == WM_INITDIALOG || message == WM_NOTIFY || message == PSM_SETCURSEL)
         for (CPropertyPage* page : m_pages) page->m_creation.reset();

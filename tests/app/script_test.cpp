@@ -72,7 +72,18 @@ TEST_F(Script, UndoesAndRedoesATool) {
                                       "print selection\n"),
               std::string("{\"selection\":[\"sail\"]}\n") + kEveryRectangle);
     EXPECT_EQ(failureOf("redo\n"), "S:1: there is nothing to redo");
-    EXPECT_EQ(failureOf("undo\nundo\n"), "S:2: there is nothing to undo");
+    EXPECT_EQ(failureOf("undo\nundo\nundo\n"), "S:3: there is nothing to undo");
+}
+
+TEST_F(Script, UndoesAndRedoesSelections) {
+    EXPECT_EQ(runToItsEnd(openSea() + "select sail\nselect sun hull\nselect all\nselect none\nundo\nundo\n"
+                                      "print selection\nundo\nprint selection\nundo\nprint selection\n"
+                                      "redo\nredo\nprint selection\n"),
+              "{\"selection\":[\"sun\",\"hull\"]}\n{\"selection\":[\"sail\"]}\n{\"selection\":[]}\n"
+              "{\"selection\":[\"sun\",\"hull\"]}\n");
+    EXPECT_EQ(failureOf(openSea() + "select none\nundo\n"), "S:3: there is nothing to undo");
+    EXPECT_EQ(failureOf(openSea() + "select sail\nselect sail\nundo\nundo\n"),
+              "S:5: there is nothing to undo");
 }
 
 TEST_F(Script, ForgetsTheHistoryOfTheDrawingBefore) {

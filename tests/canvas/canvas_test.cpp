@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "support/canvas_picture.h"
@@ -117,6 +119,50 @@ TEST(Canvas, CurvesBulge) {
     EXPECT_LT(alphaOf(picture.at(5, 0)), 64);
     EXPECT_EQ(picture.at(2, 2), 0xffff0000);
     EXPECT_EQ(picture.at(3, 3), 0xffff0000);
+}
+
+// Of so many curves; as small ones are nearly flat, the canvas may draw them as lines.
+APath circleOf(int curves, double radius) {
+    const double step = 2 * 3.14159265358979323846 / curves;
+    const double reach = 4.0 / 3 * std::tan(step / 4) * radius;
+    const auto at = [&](int i) {
+        return AFPoint{10 + radius * std::cos(i * step), 10 + radius * std::sin(i * step)};
+    };
+    const auto along = [&](int i, double length) {
+        return AFPoint{at(i).x - length * std::sin(i * step), at(i).y + length * std::cos(i * step)};
+    };
+    APath path;
+    path.moveTo(at(0));
+    for (int i = 1; i <= curves; ++i) path.curveTo(along(i - 1, reach), along(i, -reach), at(i));
+    path.close();
+    return path;
+}
+
+TEST(Canvas, CurvesThatAreNearlyFlatBulgeAsFewLargeOnesDo) {
+    for (const double radius : {0.6, 2.0, 8.0}) {
+        for (const double pen : {0.0, 0.3, 1.0}) {
+            const auto drawn = [&](int curves) {
+                AImage image(20, 20);
+                ACanvas canvas(pixelsOf(image));
+                if (pen > 0)
+                    canvas.stroke(circleOf(curves, radius), kAsIs, kRed, wide(pen));
+                else
+                    fill(canvas, circleOf(curves, radius), kRed);
+                canvas.flush();
+                return image;
+            };
+            const AImage few = drawn(4);
+            const AImage many = drawn(40);
+            int most = 0;
+            for (std::size_t i = 0; i < few.pixels().size(); ++i) {
+                const auto alpha = [i](const AImage& image) {
+                    return static_cast<int>(image.pixels()[i] >> 24);
+                };
+                most = std::max(most, std::abs(alpha(few) - alpha(many)));
+            }
+            EXPECT_LE(most, 26) << "radius " << radius << ", pen " << pen;
+        }
+    }
 }
 
 TEST(Canvas, StrokesHaveTheirWidthAndFlatEnds) {

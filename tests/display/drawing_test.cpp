@@ -132,6 +132,23 @@ TEST(DisplayList, ObjectsFarBelowAPixelDoNotVanish) {
     EXPECT_NE(image.at(9, 9), 0xffffffU);
 }
 
+TEST(DisplayList, KeepsAnOutlineThatComesAgainOnce) {
+    std::string symbol = "<defs><path id='s' d='M0 0";
+    for (int i = 0; i < 40; ++i) symbol += "q1 2 3 " + std::to_string(i % 7) + "t-2 1";
+    symbol += "z' stroke='blue'/></defs>";
+    const auto uses = [&](int count) {
+        std::string body = symbol;
+        for (int i = 0; i < count; ++i)
+            body += "<use href='#s' x='" + std::to_string(i * 3) + "' y='" + std::to_string(i) + "'/>";
+        return svg_test::drawing(body);
+    };
+    const std::size_t once = Shown(uses(1)).list->outlineBytes();
+    const Shown often(uses(50));
+    EXPECT_GE(often.list->entryCount(), 50U);
+    EXPECT_EQ(often.list->outlineBytes(), once);
+    expectSamePicture(uses(50), AAffine::scaling(1.5));
+}
+
 TEST(DisplayList, TakesFewBytesForAnObject) {
     std::string body;
     for (int i = 0; i < 2000; ++i) {

@@ -99,6 +99,34 @@ TEST(Selection, GivesItsObjectsAsAList) {
     EXPECT_EQ(list.GetHead(), a);
 }
 
+// Whatever is selected at which depth: the plain way lists all objects and keeps those that are selected.
+TEST(Selection, SortingARandomSelectionFollowsTheListOfAllObjects) {
+    std::mt19937 random(5);
+    for (int round = 0; round < 40; ++round) {
+        Drawing drawing;
+        std::vector<AParent*> parents{drawing.layer(), drawing.layer(), drawing.masterLayer()};
+        Objects selection;
+        for (int i = 0; i < 60; ++i) {
+            AParent* parent = parents[random() % parents.size()];
+            AObject* object = drawing.add(parent, random() % 3 == 0 ? _T("AGroup") : _T("AOval"));
+            if (object->asParent()) parents.push_back(object->asParent());
+            if (random() % (1 + static_cast<unsigned>(round) % 8) == 0) selection.push_back(object);
+        }
+        std::ranges::shuffle(selection, random);
+        drawing.selection().restore(selection);
+        AObList all;
+        drawing.document.getSecondaryDatabase()->getAllObjects(all, 0);
+        drawing.document.getDatabase().getAllObjects(all, 0);
+        Objects expected;
+        for (ARoot* entry : all) {
+            auto* object = static_cast<AObject*>(entry);
+            if (drawing.selection().contains(object)) expected.push_back(object);
+        }
+        drawing.selection().sortSelection(1);
+        ASSERT_EQ(drawing.selected(), expected) << round;
+    }
+}
+
 TEST(Selection, SortingPutsItIntoDrawingOrderMasterLayersFirst) {
     Drawing drawing;
     ALayer* layer = drawing.layer();

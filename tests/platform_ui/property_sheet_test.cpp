@@ -77,6 +77,7 @@ public:
     int selectionOnly = 0;
     std::vector<std::unique_ptr<Page>> pages;
 
+    void setParent(CWnd& parent) { m_pParentWnd = &parent; }
     Page& add(const char* name, LPCWSTR title) {
         pages.push_back(std::make_unique<Page>(name, title, seen));
         AddPage(pages.back().get());
@@ -129,6 +130,31 @@ END_MESSAGE_MAP()
 constexpr int tabs_id = 0x3020;
 
 }  // namespace
+
+TEST(PropertySheets, OpenInTheMiddleOfTheirOwner) {
+    CWnd owner;
+    ASSERT_TRUE(
+        owner.CreateEx(0, nullptr, _T("Owner"), WS_POPUP | WS_VISIBLE, CRect(100, 60, 900, 660), nullptr, 0));
+    CRect place;
+    const auto open = [&] {
+        Sheet sheet;
+        sheet.add("fill", _T("Fill"));
+        sheet.setParent(owner);
+        driver::Driver user({[&](driver::Dialog& dialog) {
+            sheet.GetWindowRect(place);
+            dialog.press("OK");
+        }});
+        EXPECT_EQ(sheet.DoModal(), IDOK);
+    };
+    open();
+    EXPECT_NEAR(place.left + place.right, 2 * 500, 1);
+    EXPECT_NEAR(place.top + place.bottom, 2 * 360, 1);
+    owner.MoveWindow(40, 50, 200, 100);
+    open();
+    EXPECT_EQ(place.left, 40);
+    EXPECT_EQ(place.top, 50) << "its caption stays within reach";
+    owner.DestroyWindow();
+}
 
 TEST(PropertySheets, AreAsLargeAsTheirPageNeeds) {
     Sheet sheet;

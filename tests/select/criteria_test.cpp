@@ -28,14 +28,13 @@ std::vector<AObject*> matched(const std::vector<ACondition*>& conditions,
     AObArray array;
     for (ACondition* condition : conditions) array.Add(condition);
     Criteria criteria(array);
-    std::vector<AObject*> found;
-    for (AObject* object : candidates) {
-        if (criteria.accepts(*object)) found.push_back(object);
-    }
-    AObList outermost(0, 10);
-    appendOutermost(found, outermost);
+    OutermostObjects outermost;
     std::vector<AObject*> result;
-    for (ARoot* entry : outermost) result.push_back(static_cast<AObject*>(entry));
+    for (AObject* object : candidates) {
+        if (outermost.cover(object->getParent()) || !criteria.accepts(*object)) continue;
+        outermost.take(*object);
+        result.push_back(object);
+    }
     return result;
 }
 

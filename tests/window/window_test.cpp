@@ -62,6 +62,30 @@ int difference(const AImage& a, const AImage& b) {
     return most;
 }
 
+std::string utf8(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+// A process's window of this title, once it shows.
+struct ShownWindow {
+    DWORD process;
+    HWND window;
+    kzutil::WideString title;
+};
+
+BOOL CALLBACK isShown(HWND window, LPARAM parameter) {
+    auto& shown = *reinterpret_cast<ShownWindow*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process != shown.process || !IsWindowVisible(window)) return TRUE;
+    WCHAR title[300] = {};
+    // Asked of the window itself, which answers as soon as it has time.
+    SendMessageW(window, WM_GETTEXT, 300, reinterpret_cast<LPARAM>(title));
+    if (title == shown.title) shown.window = window;
+    return !shown.window;
+}
+
 class Window : public WindowTest {};
 
 TEST_F(Window, ShowsTheDrawingAsTheCommandLineDrawsIt) {
@@ -144,6 +168,23 @@ TEST_F(Window, ClicksAndBandsSelectAndShiftAdds) {
               "select none\nselect all\nselect none\n");
 }
 
+TEST_F(Window, SelectionsAreUndoneAndRedone) {
+    EXPECT_FALSE(window.commandBar().isEnabled(kUndo));
+    click(12, 52);
+    band(8, 48, 35, 75);
+    key('A', "Ctrl");
+    key('Z', "Ctrl");
+    EXPECT_EQ(selected(), (Names{"wall", "door"}));
+    pressButton(kUndo);
+    EXPECT_EQ(selected(), Names{"wall"});
+    pressButton(kUndo);
+    EXPECT_EQ(selected(), Names());
+    EXPECT_FALSE(window.commandBar().isEnabled(kUndo));
+    key('Y', "Ctrl");
+    EXPECT_EQ(selected(), Names{"wall"});
+    EXPECT_EQ(status(2), "1 selected");
+}
+
 TEST_F(Window, WhatIsSelectedIsMarked) {
     const CPoint corner = pixelOf(60, 55);
     const AImage before = grabCanvas();
@@ -190,6 +231,11 @@ TEST_F(Window, BothDialogsRunAndWhatIsDoneInThemIsRecorded) {
             [](driver::Dialog& sheet) { sheet.page("Fill"); },
             [](driver::Dialog& sheet) { sheet.check("Solid/RGB Color/red"); },
             [&](driver::Dialog& sheet) {
+                const RECT place = sheet.describe().rect;
+                RECT around;
+                window.GetWindowRect(&around);
+                EXPECT_NEAR(place.left - around.left, around.right - place.right, 1) << "in the middle";
+                EXPECT_NEAR(place.top - around.top, around.bottom - place.bottom, 1);
                 keepPicture("dialog-sheet");
                 sheet.press("OK");
             },
@@ -496,6 +542,31 @@ TEST_F(Window, TheHarbourBeforeAndAfterAColorIsHidden) {
                          }});
     window.perform(toolCommand(window, "AViewFilterTool"));
     EXPECT_TRUE(acts.finished());
+}
+
+TEST(WindowProcess, OpensTheDrawingItIsStartedWithAndEndsWithStatus0WhenItIsClosed) {
+    const TempFolder folder;
+    const std::filesystem::path file = folder.write(u8"p\u00E5rk.svg", kPark);
+    kzutil::WideString line = kzutil::widen("kzdraw.exe window \"" + wholeName(utf8(file)) + "\"");
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    ASSERT_TRUE(CreateProcessW(L"kzdraw.exe", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &startup, &process));
+    ShownWindow shown{process.dwProcessId, nullptr, kzutil::widen("p\xC3\xA5rk.svg \xE2\x80\x93 kzdraw")};
+    DWORD status = STILL_ACTIVE;
+    WaitForInputIdle(process.hProcess, INFINITE);
+    while (!shown.window && status == STILL_ACTIVE) {
+        EnumWindows(isShown, reinterpret_cast<LPARAM>(&shown));
+        GetExitCodeProcess(process.hProcess, &status);
+    }
+    ASSERT_TRUE(shown.window) << "it ended with status " << status;
+    ::PostMessageW(shown.window, WM_CLOSE, 0, 0);
+    WaitForSingleObject(process.hProcess, INFINITE);
+    GetExitCodeProcess(process.hProcess, &status);
+    EXPECT_EQ(status, 0U);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
 }
 
 TEST(WindowArguments, OneDrawingWithoutACommandIsForTheWindow) {

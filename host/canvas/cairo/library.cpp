@@ -8,24 +8,56 @@
 #include "canvas/cairo/limits.h"
 #include "canvas/cairo/path_cutting.h"
 
-void trace(cairo_t* cairo, const APath& path, const AFPoint* points) {
+namespace {
+
+// cairo draws a curve as one line when its control points are within a tenth of a pixel of it; what is that flat by this
+// measure is by cairo's, which rounds the points to a 256th.
+constexpr double kFlat = 0.09;
+
+bool isNear(const AFPoint& point, const AFPoint& from, const AFPoint& along, double length2) {
+    const double x = point.x - from.x;
+    const double y = point.y - from.y;
+    const double share = length2 > 0 ? std::clamp((x * along.x + y * along.y) / length2, 0.0, 1.0) : 0;
+    const double dx = x - along.x * share;
+    const double dy = y - along.y * share;
+    return dx * dx + dy * dy < kFlat * kFlat;
+}
+
+bool isFlat(const AFPoint& from, const AFPoint* to) {
+    const AFPoint along{to[2].x - from.x, to[2].y - from.y};
+    const double length2 = along.x * along.x + along.y * along.y;
+    return isNear(to[0], from, along, length2) && isNear(to[1], from, along, length2);
+}
+
+}  // namespace
+
+void trace(cairo_t* cairo, const APath& path, const AFPoint* points, bool flattens) {
     const AFPoint* point = points;
+    AFPoint figure;  // where it started
+    AFPoint at;
     for (APath::EVerb verb : path.verbs()) {
         switch (verb) {
             case APath::EVerb::move:
                 cairo_move_to(cairo, point->x, point->y);
-                ++point;
+                figure = at = *point++;
                 break;
             case APath::EVerb::line:
                 cairo_line_to(cairo, point->x, point->y);
-                ++point;
+                at = *point++;
                 break;
             case APath::EVerb::curve:
-                cairo_curve_to(cairo, point[0].x, point[0].y, point[1].x, point[1].y, point[2].x, point[2].y);
+                if (flattens && isFlat(at, point)) {
+                    cairo_line_to(cairo, point[2].x, point[2].y);
+                } else {
+                    cairo_curve_to(cairo, point[0].x, point[0].y, point[1].x, point[1].y, point[2].x,
+                                   point[2].y);
+                }
+                at = point[2];
                 point += 3;
                 break;
             case APath::EVerb::close:
                 cairo_close_path(cairo);
+                at = figure;
                 break;
         }
     }
@@ -71,7 +103,7 @@ bool ACanvas::Library::isVisible(const AFRect& box, double margin) const {
 }
 
 void ACanvas::Library::traceArea(const APath& path, const AAffine& toPixels, const AFRect& box) {
-    if (isWithin(box, kFar)) return trace(cairo(), path, m_points.data());
+    if (isWithin(box, kFar)) return trace(cairo(), path, m_points.data(), true);
     constexpr double kRoom = 64;
     const APath cut =
         cutForFill(path, toPixels, {-kRoom, -kRoom, m_pixels.width + kRoom, m_pixels.height + kRoom});

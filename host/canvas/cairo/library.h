@@ -8,6 +8,7 @@
 
 #include <optional>
 
+#include "canvas/cairo/pen.h"
 #include "canvas/cairo/source.h"
 #include "canvas/cairo/types.h"
 
@@ -30,7 +31,7 @@ public:
     // The outline of the path that has just been placed, for a fill or a clip.
     void traceArea(const APath& path, const AAffine& toPixels, const AFRect& box);
     // The same for a stroke; the box is within kFar.
-    void traceLine(const APath& path) { trace(cairo(), path, m_points.data()); }
+    void traceLine(const APath& path, const APen& pen) { trace(cairo(), path, m_points.data(), pen.isThin); }
 
     // The source outlives the settling.
     void setSource(const ASource& source);

@@ -8,6 +8,9 @@
 
 namespace {
 
+// Half a pixel: what is drawn as a line there is off by a hundredth of a pixel.
+constexpr double kThin = 0.5;
+
 // An impossible list is a line without gaps.
 void setDashes(APen& pen, const AStrokeStyle& style, const AAffine& toPixels, double scale) {
     double period = 0;
@@ -69,6 +72,7 @@ std::optional<APen> penOf(const AStrokeStyle& style, const AAffine& toPixels) {
     pen.turned = toPixels.b != 0 || toPixels.c != 0 || std::fabs(toPixels.a) != std::fabs(toPixels.d);
     pen.unit = pen.turned ? 1 : scale;
     pen.width = style.width * pen.unit;
+    pen.isThin = half <= kThin;
     setDashes(pen, style, toPixels, scale);
     return pen;
 }

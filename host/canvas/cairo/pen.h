@@ -16,6 +16,7 @@ struct APen {
     double dashOffset = 0;
     double dashesPerLength = 0;  // of the path before its transform
     bool turned = false;         // its shape needs the matrix; else everything is in pixels
+    bool isThin = false;         // nobody sees how it turns in a curve that is nearly flat
 };
 
 // None when it draws nothing, or nothing that can be calculated.

@@ -28,5 +28,6 @@ inline cairo_fill_rule_t ruleOf(EFillRule rule) {
     return rule == EFillRule::evenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING;
 }
 
-// Appends the figures; `points` are the path's, wherever they have been moved.
-void trace(cairo_t* cairo, const APath& path, const AFPoint* points);
+// Appends the figures; `points` are the path's, in pixels. Where `flattens`, curves that are flat enough to be drawn
+// as one line become lines, which cost less.
+void trace(cairo_t* cairo, const APath& path, const AFPoint* points, bool flattens = false);

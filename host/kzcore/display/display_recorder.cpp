@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 
 #include "kzcore/document/document.h"
 #include "kzcore/document/refer_item.h"
@@ -44,6 +45,19 @@ double reachOf(const AStrokeStyle& style, const AAffine& toDrawing) {
     return style.width / 2 * corners * largestScale(toDrawing);
 }
 
+// Outlines of so many points are worth looking for among those that are kept.
+constexpr std::size_t kLong = 24;
+
+template <class Slot, class Hash>
+void makeRoomIn(TFlatSlots<Slot>& slots, Hash hashOf) {
+    if (slots.hasRoom(1)) return;
+    slots.resize(std::max<std::size_t>(64, slots.size() * 2), [&](const std::vector<Slot>& before) {
+        for (const Slot& one : before) {
+            if (!(one == Slot())) slots.add(hashOf(one), one);
+        }
+    });
+}
+
 bool same(const AStrokeStyle& a, const AStrokeStyle& b) {
     return a.width == b.width && a.cap == b.cap && a.join == b.join && a.miterLimit == b.miterLimit &&
            a.dashes == b.dashes && a.dashOffset == b.dashOffset;
@@ -60,19 +74,24 @@ ADisplayRecorder::ADisplayRecorder(ADocument& document) : m_list(new ADisplayLis
     list.m_strokeItems.resize(document.getObjectCount() + 1);
     // The first is for a brush or a pen without an item: it is never asked about, and shows.
     list.m_referItems.push_back(nullptr);
-    m_referNumbers.emplace(nullptr, 1);
     list.m_entries.reserve(document.getObjectCount());
     list.m_boxes.reserve(document.getObjectCount());
     list.m_items.reserve(document.getObjectCount());
 }
 
 std::uint32_t ADisplayRecorder::referItemNumber(AReferItem* item) {
-    const auto [entry, isNew] = m_referNumbers.try_emplace(item);
-    if (isNew) {
-        m_list->m_referItems.push_back(item);
-        entry->second = static_cast<std::uint32_t>(m_list->m_referItems.size());
-    }
-    return entry->second;
+    if (!item) return 1;
+    const auto hashOf = [](const AReferItem* one) {
+        return kzutil::mixBits(reinterpret_cast<std::uintptr_t>(one) ^ kzutil::hashSeed());
+    };
+    makeRoomIn(m_referNumbers, [&](const ReferSlot& slot) { return hashOf(slot.item); });
+    ReferSlot& slot =
+        m_referNumbers.locate(hashOf(item), [item](const ReferSlot& other) { return other.item == item; });
+    if (slot.item) return slot.number;
+    m_list->m_referItems.push_back(item);
+    const auto number = static_cast<std::uint32_t>(m_list->m_referItems.size());
+    m_referNumbers.take(slot, {item, number});
+    return number;
 }
 
 void ADisplayRecorder::noteReferItems(const AObject& object) {
@@ -205,26 +224,44 @@ void ADisplayRecorder::close() {
 ADisplayOutline ADisplayRecorder::keepOutline(const APath& path, const AAffine& toDrawing) {
     ADisplayList& list = *m_list;
     if (!(list.m_transforms.back() == toDrawing)) list.m_transforms.push_back(toDrawing);
-    const auto transform = static_cast<std::uint32_t>(list.m_transforms.size() - 1);
-    const ADisplayOutline& last = m_lastOutline;
     // A stroke mostly follows the fill of the same outline.
-    if (m_lastPath == &path && last.verbs == path.verbs().size() && last.points == path.points().size() &&
-        std::equal(path.points().begin(), path.points().end(), list.m_points.begin() + last.firstPoint,
-                   [](AFPoint a, AFPoint b) { return a.x == b.x && a.y == b.y; })) {
-        ADisplayOutline again = last;
-        again.transform = transform;
-        return again;
-    }
+    const bool isAgain = m_lastPath == &path && isOutline(m_lastOutline, path);
+    if (!isAgain) m_lastOutline = path.points().size() < kLong ? appendOutline(path) : sharedOutline(path);
+    m_lastPath = &path;
+    m_lastOutline.transform = static_cast<std::uint32_t>(list.m_transforms.size() - 1);
+    return m_lastOutline;
+}
+
+// Bit by bit, so that what is drawn is the same.
+bool ADisplayRecorder::isOutline(const ADisplayOutline& outline, const APath& path) const {
+    return outline.verbs == path.verbs().size() && outline.points == path.points().size() &&
+           std::memcmp(path.verbs().data(), m_list->m_verbs.data() + outline.firstVerb,
+                       path.verbs().size() * sizeof path.verbs()[0]) == 0 &&
+           std::memcmp(path.points().data(), m_list->m_points.data() + outline.firstPoint,
+                       path.points().size() * sizeof path.points()[0]) == 0;
+}
+
+ADisplayOutline ADisplayRecorder::appendOutline(const APath& path) {
+    ADisplayList& list = *m_list;
     const ADisplayOutline outline{static_cast<std::uint32_t>(list.m_verbs.size()),
                                   static_cast<std::uint32_t>(path.verbs().size()),
                                   static_cast<std::uint32_t>(list.m_points.size()),
-                                  static_cast<std::uint32_t>(path.points().size()), transform};
+                                  static_cast<std::uint32_t>(path.points().size()), 0};
     list.m_verbs.insert(list.m_verbs.end(), path.verbs().begin(), path.verbs().end());
     list.m_points.insert(list.m_points.end(), path.points().begin(), path.points().end());
     // Offsets have 32 bits.
     if (list.m_points.size() > 0xffffffff) throw std::bad_alloc();
-    m_lastPath = &path;
-    return m_lastOutline = outline;
+    return outline;
+}
+
+ADisplayOutline ADisplayRecorder::sharedOutline(const APath& path) {
+    makeRoomIn(m_outlines, [](const OutlineSlot& slot) { return slot.hash; });
+    const std::uint64_t hash = kzutil::hashText({reinterpret_cast<const char*>(path.points().data()),
+                                                 path.points().size() * sizeof path.points()[0]});
+    OutlineSlot& slot = m_outlines.locate(
+        hash, [&](const OutlineSlot& other) { return other.hash == hash && isOutline(other.outline, path); });
+    if (slot.outline.verbs == 0) m_outlines.take(slot, {hash, appendOutline(path)});
+    return slot.outline;
 }
 
 std::uint32_t ADisplayRecorder::paintNumber(const APaint& paint) {
@@ -236,10 +273,17 @@ std::uint32_t ADisplayRecorder::paintNumber(const APaint& paint) {
         list.m_gradients.push_back(*paint.gradient);
         return next;
     }
-    const std::uint64_t opacity = std::bit_cast<std::uint64_t>(paint.color.getOpacity());
-    const std::uint64_t key = opacity ^ (std::uint64_t{paint.color.getColorRef()} * 0x9e3779b97f4a7c15);
-    const auto [entry, isNew] = m_colors.try_emplace(key, next);
-    if (!isNew && list.m_paints[entry->second].color == paint.color) return entry->second;
+    const double opacity = paint.color.getOpacity();
+    if (opacity == 1) {
+        const auto color = static_cast<std::uint32_t>(paint.color.getColorRef());
+        if (const std::uint32_t known = m_opaque.find(color)) return known - 1;
+        m_opaque.insert(color, next + 1);
+    } else {
+        const std::uint64_t key = std::bit_cast<std::uint64_t>(opacity) ^
+                                  (std::uint64_t{paint.color.getColorRef()} * 0x9e3779b97f4a7c15);
+        const auto [entry, isNew] = m_sheer.try_emplace(key, next);
+        if (!isNew && list.m_paints[entry->second].color == paint.color) return entry->second;
+    }
     list.m_paints.push_back({paint.color, 0, 1});
     return next;
 }

@@ -14,6 +14,7 @@
 #include <unordered_map>
 
 #include "kzcore/display/display_list.h"
+#include "kzutil/flat_table.h"
 
 class ADisplayRecorder {
 public:
@@ -56,6 +57,9 @@ private:
     void addItem(const APath& path, const AAffine& toDrawing, const APaint& paint, std::uint32_t pen,
                  EFillRule rule, double reach);
     ADisplayOutline keepOutline(const APath& path, const AAffine& toDrawing);
+    ADisplayOutline appendOutline(const APath& path);
+    ADisplayOutline sharedOutline(const APath& path);
+    bool isOutline(const ADisplayOutline& outline, const APath& path) const;
     std::uint32_t paintNumber(const APaint& paint);
     std::uint32_t penNumber(const AStrokeStyle& style);
     void startEntry(std::uint32_t object);
@@ -78,9 +82,22 @@ private:
     std::uint32_t m_firstEntry = 0, m_firstGroup = 0;  // of the object
 
     const APath* m_lastPath = nullptr;  // whose outline was kept last, of this object
-    std::size_t m_lastVerbs = 0;
     ADisplayOutline m_lastOutline;
-    std::unordered_map<std::uint64_t, std::uint32_t> m_colors;
+
+    // Long outlines by what they are: symbols come again and again.
+    struct OutlineSlot {
+        std::uint64_t hash = 0;
+        ADisplayOutline outline;  // without verbs: free
+        bool operator==(const OutlineSlot& other) const { return outline.verbs == other.outline.verbs; }
+    };
+    TFlatSlots<OutlineSlot> m_outlines;
+    AFlatTable m_opaque;                                       // a colour's paint number and 1
+    std::unordered_map<std::uint64_t, std::uint32_t> m_sheer;  // the same for colours that show through
     std::unordered_multimap<std::uint64_t, std::uint32_t> m_penNumbers;
-    std::unordered_map<AReferItem*, std::uint32_t> m_referNumbers;
+    struct ReferSlot {
+        AReferItem* item = nullptr;
+        std::uint32_t number = 0;
+        bool operator==(const ReferSlot&) const = default;
+    };
+    TFlatSlots<ReferSlot> m_referNumbers;
 };

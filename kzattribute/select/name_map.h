@@ -1,0 +1,44 @@
+// A map from texts that outlive it, such as the names of a document's colours, to values that stay where they
+// are.
+//
+//     NameMap<Entries> byColor;
+//     byColor[color->getName().view()].add(place);
+#pragma once
+
+#include <deque>
+
+#include "kzutil/flat_table.h"
+#include "kzutil/utf.h"
+
+template <class Value>
+class NameMap {
+public:
+    // Made when it is not there.
+    Value& operator[](kzutil::WideView name) {
+        const std::uint64_t hash =
+            kzutil::hashText({reinterpret_cast<const char*>(name.data()), name.size() * sizeof(WCHAR)});
+        const auto isName = [&](const Slot& slot) { return slot.hash == hash && slot.name == name; };
+        if (const Slot& slot = m_slots.locate(hash, isName); slot.value) return *slot.value;
+        if (!m_slots.hasRoom(1)) {
+            m_slots.resize(m_slots.size() * 2, [this](const std::vector<Slot>& before) {
+                for (const Slot& one : before) {
+                    if (one.value) m_slots.add(one.hash, one);
+                }
+            });
+        }
+        Value& value = m_values.emplace_back();
+        m_slots.add(hash, {hash, name, &value});
+        return value;
+    }
+
+private:
+    struct Slot {
+        std::uint64_t hash = 0;
+        kzutil::WideView name;
+        Value* value = nullptr;
+        bool operator==(const Slot& other) const { return value == other.value; }
+    };
+
+    TFlatSlots<Slot> m_slots{16};
+    std::deque<Value> m_values;
+};
