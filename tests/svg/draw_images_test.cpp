@@ -1,4 +1,7 @@
+#include <zlib.h>
+
 #include <string>
+#include <string_view>
 
 #include "canvas/image.h"
 #include "svg/picture.h"
@@ -28,6 +31,37 @@ std::string base64(const std::string& bytes) {
             text += i + k <= bytes.size() ? kDigits[bits >> (18 - 6 * k) & 63] : '=';
     }
     return text;
+}
+
+void append32(std::string& bytes, unsigned long value) {
+    for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xff);
+}
+
+void appendChunk(std::string& file, std::string_view type, std::string_view data) {
+    append32(file, data.size());
+    std::string body(type);
+    body += data;
+    file += body;
+    append32(file, crc32(0, reinterpret_cast<const Bytef*>(body.data()), static_cast<uInt>(body.size())));
+}
+
+// A black square, a bit to the pixel. Written by hand: in memory it would take as much as where it is decoded.
+std::string blackPng(unsigned side) {
+    std::string head;
+    append32(head, side);
+    append32(head, side);
+    head += std::string("\1\0\0\0\0", 5);
+    const std::string rows((side / 8 + 1) * std::size_t{side}, '\0');
+    std::string data(compressBound(rows.size()), '\0');
+    uLongf size = data.size();
+    compress(reinterpret_cast<Bytef*>(data.data()), &size, reinterpret_cast<const Bytef*>(rows.data()),
+             rows.size());
+    data.resize(size);
+    std::string file = "\x89PNG\r\n\x1a\n";
+    appendChunk(file, "IHDR", head);
+    appendChunk(file, "IDAT", data);
+    appendChunk(file, "IEND", "");
+    return file;
 }
 
 std::string percent(const std::string& bytes) {
@@ -115,6 +149,35 @@ TEST(DrawImages, DamagedPicturesAndHostileSizesDrawNothing) {
                                          "<rect x='190' y='90' width='10' height='10' fill='red'/>");
         EXPECT_COLOR(picture, 195, 95, 0xff0000) << size;
     }
+}
+
+TEST(DrawImages, AMuchReducedPictureShowsTheMeanOfItsPixels) {
+    AImage stripes(501, 301);  // no power of two, nor a multiple of one
+    for (int y = 0; y < stripes.height(); ++y) {
+        for (int x = 0; x < stripes.width(); ++x)
+            stripes.at(x, y) = x >= 250 ? 0xff0000ff : (x + y) % 2 == 0 ? 0xffff0000 : 0xffffffff;
+    }
+    const std::string attributes = "x='10' width='20' height='20' preserveAspectRatio='none'";
+    const std::string uri = "data:image/png;base64," + base64(encodePng(stripes));
+    const Picture picture = drawBody("<image " + attributes + " href='" + uri + "'/>");
+    EXPECT_TRUE(hasColor(picture, 13, 10, 0xff8080, 2));
+    EXPECT_TRUE(hasColor(picture, 10, 0, 0xff8080, 2)) << "up to its edges";
+    EXPECT_TRUE(hasColor(picture, 29, 19, 0x0000ff, 2));
+    EXPECT_COLOR(picture, 9, 10, 0xffffff);
+    EXPECT_COLOR(picture, 30, 10, 0xffffff);
+    EXPECT_COLOR(picture, 13, 20, 0xffffff);
+}
+
+// A few kilobytes each that become a quarter of a gigabyte.
+TEST(DrawImages, OfADrawingHaveABoundedNumberOfPixelsForTheirBytes) {
+    std::string body;
+    const std::string uri = "data:image/png;base64," + base64(blackPng(8192));
+    for (int i = 0; i < 5; ++i)
+        body += image("x='" + std::to_string(i * 20) + "' width='20' height='20'", uri);
+    const Picture picture = drawBody(body);
+    EXPECT_COLOR(picture, 10, 10, 0x000000);
+    EXPECT_COLOR(picture, 30, 10, 0x000000);
+    EXPECT_COLOR(picture, 90, 10, 0xffffff);
 }
 
 }  // namespace svg_test

@@ -75,7 +75,7 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
     setPen(cairo, *pen);
     if (pen->cap == ELineCap::square) strokeSquareDots(cairo, path, *pen, toPixels);
     if (isWithin(*box, kFar) && dashCount(*pen, path) < kManyDashes) {
-        library.traceLine(path);
+        library.traceLine(path, pen->reach);
         strokeTraced(cairo, *pen, toPixels, pen->dashOffset);
     } else {
         strokeCut(cairo, path, toPixels, *pen, library.bounds());

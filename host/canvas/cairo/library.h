@@ -29,8 +29,8 @@ public:
 
     // The outline of the path that has just been placed, for a fill or a clip.
     void traceArea(const APath& path, const AAffine& toPixels, const AFRect& box);
-    // The same for a stroke; the box is within kFar.
-    void traceLine(const APath& path) { trace(cairo(), path, m_points.data()); }
+    // The same for a stroke; the box is within kFar. `reach`: how far from the line the pen draws.
+    void traceLine(const APath& path, double reach);
 
     // The source outlives the settling.
     void setSource(const ASource& source);
@@ -52,6 +52,10 @@ private:
     };
 
     void start();
+    void traceCut(const APath& path, const AAffine& toPixels);
+    // Figure by figure, without those that lie farther from what can be seen. With a transform, those that reach too
+    // far are cut.
+    void traceSeen(const APath& path, double margin, const AAffine* toPixels);
     void applyClip(const Clip& clip);
     RECT clipExtents() const;
 
