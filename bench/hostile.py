@@ -125,7 +125,7 @@ CASES = [
     ("n patterns in one another", nested_patterns, 12, RENDER),
     ("masks twice in one another, n deep", masks_twice, 16, RENDER),
     ("n times blur and dilate", filter_steps, 32, RENDER),
-    ("n merges of n inputs", merges, 90, RENDER),
+    ("n merges of n inputs", merges, 16, RENDER),
     ("n uses of a text of 60 kB", text_uses, 20, RENDER),
     ("n uses of a picture of 8192 x 8192", image_uses, 20, RENDER),
     ("n one-bit pictures of 16384 x 16384", large_images, 8, RENDER),
