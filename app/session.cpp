@@ -115,14 +115,16 @@ void Session::select(const std::vector<std::string>& names) {
         if (!object) throw Failure{"there is no object " + inQuotes(name)};
         objects.AddTail(object);
     }
-    ASelection& selection = *view().m_selection;
-    selection.resetSelection(0);
-    selection.addSelection(&objects, 0, 1);
+    replaceSelection(objects);
 }
 
 void Session::selectAll() {
     AObList objects(0, 10);
     for (AObject* object : selectableObjects(*this)) objects.AddTail(object);
+    replaceSelection(objects);
+}
+
+void Session::replaceSelection(AObList& objects) {
     ASelection& selection = *view().m_selection;
     selection.resetSelection(0);
     selection.addSelection(&objects, 0, 1);

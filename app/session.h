@@ -69,6 +69,9 @@ public:
     void changeLayer(const std::string& title, const std::string& change);
 
 private:
+    // The new selection; takes what the list holds.
+    void replaceSelection(AObList& objects);
+
     AApplication m_application;
     std::shared_ptr<const PlugIns> m_plugIns;
     std::unique_ptr<ADocument> m_document;

@@ -17,7 +17,15 @@ if(WIN32)
   set(CPACK_NSIS_DISPLAY_NAME kzdraw)
   set(CPACK_NSIS_INSTALL_ROOT [[$PROGRAMFILES64]])
   set(CPACK_NSIS_ENABLE_UNINSTALL_BEFORE_INSTALL ON)
-  set(CPACK_NSIS_MODIFY_PATH ON) # asks; a silent installation leaves PATH alone
+  # In the start menu, and among what a drawing can be opened with; the folder of the menu is the one that was chosen.
+  set(CPACK_NSIS_CREATE_ICONS_EXTRA [[
+  CreateShortCut '$SMPROGRAMS\$STARTMENU_FOLDER\kzdraw.lnk' '$INSTDIR\kzdraw.exe' 'window']])
+  set(CPACK_NSIS_DELETE_ICONS_EXTRA [[  Delete '$SMPROGRAMS\$MUI_TEMP\kzdraw.lnk']])
+  set(CPACK_NSIS_EXTRA_INSTALL_COMMANDS [[
+  WriteRegStr SHCTX 'Software\Classes\Applications\kzdraw.exe\shell\open\command' '' '"$INSTDIR\kzdraw.exe" window "%1"'
+  WriteRegStr SHCTX 'Software\Classes\Applications\kzdraw.exe\SupportedTypes' '.svg' ''
+  WriteRegStr SHCTX 'Software\Classes\Applications\kzdraw.exe\SupportedTypes' '.svgz' '']])
+  set(CPACK_NSIS_EXTRA_UNINSTALL_COMMANDS [[  DeleteRegKey SHCTX 'Software\Classes\Applications\kzdraw.exe']])
   set(CPACK_NSIS_DEFINES "  Target amd64-unicode") # the installer itself for 64 bits, as the program
 else()
   set(CPACK_GENERATOR DEB)

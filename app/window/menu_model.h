@@ -48,7 +48,6 @@ struct MenuTool {
 struct MenuState {
     bool isOpen = false;  // a drawing
     bool canUndo = false, canRedo = false;
-    bool hasSelection = false;
     bool isFiltered = false;
     bool hasScript = false;
     bool showsLayers = true;

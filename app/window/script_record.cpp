@@ -5,11 +5,18 @@ namespace app::window {
 void ScriptRecord::add(const std::string& line) {
     if (line.starts_with("print")) return;
     m_lines.push_back(line);
-    if (m_lines.size() > kMostLines) m_lines.pop_front();
+    if (m_lines.size() <= kMostLines) return;
+    m_lines.pop_front();
+    ++m_gone;
 }
 
-void ScriptRecord::cutTo(std::size_t lines) {
-    if (lines < m_lines.size()) m_lines.resize(lines);
+void ScriptRecord::cutTo(std::size_t count) {
+    while (!m_lines.empty() && addedCount() > count) m_lines.pop_back();
+}
+
+void ScriptRecord::clear() {
+    m_gone = addedCount();
+    m_lines.clear();
 }
 
 std::string ScriptRecord::text() const {

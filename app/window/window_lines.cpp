@@ -18,7 +18,7 @@ std::string WindowLines::run(const std::vector<std::string>& words) {
 
     m_line = joinWords(words);
     m_hasLine = true;
-    const std::size_t before = m_record.size();
+    const std::size_t before = m_record.addedCount();
     m_record.add(m_line);
     std::string output;
     const PrintedText printed(output);

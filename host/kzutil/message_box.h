@@ -5,9 +5,11 @@
 
 #include "kzutil/astring.h"
 
-// Shows the text of a string id ("#" and the id where no module has it). `flags` are the host's: 0x80000000
-// marks a message that only informs. Returns the button's id, 1 (OK) where there is no screen. A message that
-// cannot be shown is kept instead.
+// A flag of a message that only informs.
+inline constexpr UINT kMessageInforms = 0x80000000;
+
+// Shows the text of a string id ("#" and the id where no module has it). `flags` are the host's. Returns the
+// button's id, 1 (OK) where there is no screen. A message that cannot be shown is kept instead.
 int KzMessageBox(UINT textId, UINT flags);
 
 // The messages kept since the last call, oldest first.

@@ -12,9 +12,6 @@
 
 namespace {
 
-// A message that only informs.
-constexpr UINT kInformation = 0x80000000;
-
 // The active view's selection; null without a view.
 ASelection* activeSelection() {
     const ADocView* view = ADocView::GetActiveView();
@@ -149,7 +146,7 @@ void ASelectByAttrSheet::collectMatches(Criteria& criteria, AObList& result) con
 void ASelectByAttrSheet::emptySelection(ASelection& selection) {
     m_tool->preChangeObject();
     selection.resetSelection(1);
-    KzMessageBox(IDS_NO_MATCH, kInformation);
+    KzMessageBox(IDS_NO_MATCH, kMessageInforms);
     m_tool->postChangeObject(nullptr, TRANS_FLAG{}, static_cast<REPEAT_FLAG>(2));
 }
 
@@ -157,7 +154,7 @@ void ASelectByAttrSheet::replaceSelection(ASelection& selection, const AObList& 
     m_tool->preChangeObject();
     selection.resetSelection(1);
     selection.addSelection(&result, 0, 1);
-    if (result.IsEmpty()) KzMessageBox(IDS_NO_MATCH, kInformation);
+    if (result.IsEmpty()) KzMessageBox(IDS_NO_MATCH, kMessageInforms);
     selection.sortSelection(1);
     m_tool->postChangeObject(nullptr, TRANS_FLAG{}, static_cast<REPEAT_FLAG>(2));
 }

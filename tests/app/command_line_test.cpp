@@ -6,6 +6,7 @@
 #include "support/temp_folder.h"
 
 using test::Outcome;
+using test::refused;
 using test::runKzdraw;
 
 namespace {
@@ -15,10 +16,6 @@ protected:
     test::TempFolder folder;
     std::string sea = test::utf8(folder.write("sea.svg", test::kSea));
 };
-
-Outcome refused(const std::string& reason) {
-    return {2, "", "kzdraw: " + reason + "\n"};
-}
 
 std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
@@ -100,14 +97,10 @@ TEST_F(CommandLine, SelectTellsWhatIsSimilar) {
 }
 
 TEST_F(CommandLine, SelectSaysWithStatusOneThatNothingMatched) {
-    const std::string locked =
-        test::utf8(folder.write("locked.svg", R"(<svg xmlns="http://www.w3.org/2000/svg"
-            xmlns:inkscape="http://www.inkscape.org/namespaces/inkscape"
-            xmlns:sodipodi="http://sodipodi.sourceforge.net/DTD/sodipodi-0.dtd">
-            <g inkscape:groupmode="layer" sodipodi:insensitive="true"><rect id="r"/></g></svg>)"));
-    EXPECT_EQ(runKzdraw({"select", locked, "--similar-to", "r"}),
+    const std::string locked = test::utf8(folder.write("locked.svg", test::kLockedHull));
+    EXPECT_EQ(runKzdraw({"select", locked, "--similar-to", "hull"}),
               (Outcome{1, "0 of 1 object selected\n", ""}));
-    EXPECT_EQ(runKzdraw({"select", locked, "--similar-to", "r", "--json"}),
+    EXPECT_EQ(runKzdraw({"select", locked, "--similar-to", "hull", "--json"}),
               (Outcome{1, "{\"selection\":[]}\n", ""}));
 }
 

@@ -10,6 +10,7 @@
 #include "support/temp_folder.h"
 
 using test::Outcome;
+using test::refused;
 using test::runKzdraw;
 
 namespace {
@@ -38,10 +39,6 @@ protected:
         return {};
     }
 };
-
-Outcome refused(const std::string& reason) {
-    return {2, "", "kzdraw: " + reason + "\n"};
-}
 
 std::string unpackingProblem(const std::string& bytes) {
     std::string reason;
@@ -105,11 +102,7 @@ TEST_F(Drawings, ABrokenOneIsToldAndTheOthersAreDone) {
 }
 
 TEST_F(Drawings, TheStatusIsOneWhenNothingMatchedInAny) {
-    const std::string locked =
-        test::utf8(folder.write("locked.svg", R"(<svg xmlns="http://www.w3.org/2000/svg"
-            xmlns:inkscape="http://www.inkscape.org/namespaces/inkscape"
-            xmlns:sodipodi="http://sodipodi.sourceforge.net/DTD/sodipodi-0.dtd">
-            <g inkscape:groupmode="layer" sodipodi:insensitive="true"><rect id="hull"/></g></svg>)"));
+    const std::string locked = test::utf8(folder.write("locked.svg", test::kLockedHull));
     EXPECT_EQ(runKzdraw({"select", locked, locked, "--similar-to", "hull"}).status, 1);
     EXPECT_EQ(runKzdraw({"select", locked, sea, "--similar-to", "hull"}).status, 0);
 }

@@ -27,6 +27,11 @@ Outcome runProgram(const std::filesystem::path& program, const std::vector<std::
 std::filesystem::path kzdraw();
 Outcome runKzdraw(const std::vector<std::string>& arguments, const std::string& input = {});
 
+// What kzdraw answers to what it cannot do.
+inline Outcome refused(const std::string& reason) {
+    return {2, "", "kzdraw: " + reason + "\n"};
+}
+
 // What a message or a script says for a path.
 std::string utf8(const std::filesystem::path& path);
 // The bytes of a file, line ends as "\n".

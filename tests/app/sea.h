@@ -20,4 +20,12 @@ inline constexpr char kSea[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" wid
 </svg>
 )svg";
 
+// One object, in a layer that is locked.
+inline constexpr char kLockedHull[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg"
+     xmlns:inkscape="http://www.inkscape.org/namespaces/inkscape"
+     xmlns:sodipodi="http://sodipodi.sourceforge.net/DTD/sodipodi-0.dtd">
+  <g inkscape:groupmode="layer" sodipodi:insensitive="true"><rect id="hull"/></g>
+</svg>
+)svg";
+
 }  // namespace test

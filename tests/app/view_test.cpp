@@ -10,6 +10,7 @@
 #include "support/temp_folder.h"
 
 using test::Outcome;
+using test::refused;
 using test::runKzdraw;
 
 namespace {
@@ -21,10 +22,6 @@ constexpr char kSquares[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width=
   <g fill="gold"><rect id="c" x="22" y="2" width="6" height="6" stroke="black" stroke-width="4"/></g>
 </svg>
 )svg";
-
-Outcome refused(const std::string& reason) {
-    return {2, "", "kzdraw: " + reason + "\n"};
-}
 
 class ViewCommand : public testing::Test {
 protected:

@@ -25,7 +25,7 @@ using namespace app::window;
 using Json = nlohmann::json;
 using Words = std::vector<std::string>;
 
-constexpr char kPark[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="100" height="80"
+constexpr char kYard[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="100" height="80"
      xmlns:inkscape="http://www.inkscape.org/namespaces/inkscape"
      xmlns:sodipodi="http://sodipodi.sourceforge.net/DTD/sodipodi-0.dtd">
   <defs><linearGradient id="dawn"><stop offset="0" stop-color="white"/><stop offset="1" stop-color="gold"/>
@@ -45,7 +45,7 @@ constexpr char kPark[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="10
 
 class WindowParts : public testing::Test {
 protected:
-    WindowParts() { session.openBytes(kPark, "park.svg"); }
+    WindowParts() { session.openBytes(kYard, "park.svg"); }
 
     std::vector<std::string> selected() {
         std::vector<std::string> names;
@@ -153,10 +153,21 @@ TEST(ScriptRecord, KeepsTheNewestLinesButThoseThatPrint) {
     record.add("print state");
     EXPECT_EQ(record.text(), "");
     for (int i = 0; i < 5001; ++i) record.add("select a" + std::to_string(i));
-    EXPECT_EQ(record.size(), 5000U);
     EXPECT_TRUE(record.text().starts_with("select a1\n"));
-    record.cutTo(2);
+    EXPECT_TRUE(record.text().ends_with("select a5000\n"));
+    record.cutTo(3);
     EXPECT_EQ(record.text(), "select a1\nselect a2\n");
+    record.cutTo(0);
+    EXPECT_TRUE(record.isEmpty());
+}
+
+TEST(ScriptRecord, TakesALineBackWhenItIsFull) {
+    ScriptRecord record;
+    for (int i = 0; i < 5000; ++i) record.add("select a" + std::to_string(i));
+    const std::size_t before = record.addedCount();
+    record.add("select nothing");
+    record.cutTo(before);
+    EXPECT_TRUE(record.text().ends_with("select a4999\n"));
 }
 
 TEST_F(WindowParts, LinesRunAndAreRecordedAndTheRecordDoesTheSameAgain) {
@@ -173,7 +184,7 @@ TEST_F(WindowParts, LinesRunAndAreRecordedAndTheRecordDoesTheSameAgain) {
         app::interpret(session, script, "S");
     }
     app::Session other;
-    other.openBytes(kPark, "park.svg");
+    other.openBytes(kYard, "park.svg");
     {
         const app::PrintedText printed(after);
         std::istringstream script(record + "print filter\nprint selection\n");
@@ -330,7 +341,7 @@ TEST_F(WindowParts, ColorsAndLayersAreDescribedForTheLists) {
 }
 
 TEST_F(WindowParts, ADrawingIsReadInAThreadOfItsOwn) {
-    const std::string file = folder.write("park.svg", kPark).string();
+    const std::string file = folder.write("park.svg", kYard).string();
     Opening opening(file, {});
     while (!opening.waitFor(std::chrono::minutes(1))) {
     }
@@ -346,7 +357,7 @@ TEST_F(WindowParts, ADrawingIsReadInAThreadOfItsOwn) {
 }
 
 TEST_F(WindowParts, ACancelledReadingStops) {
-    const std::filesystem::path file = folder.write("park.svg", kPark);
+    const std::filesystem::path file = folder.write("park.svg", kYard);
     svg::ReadingWatch watch;
     watch.cancelled = true;
     std::string error;

@@ -9,10 +9,10 @@ TEST_F(CheckTree, AClickOnTheBoxToggles) {
     insert("B", 2);
     installCallback();
     tree.SelectItem(at("B"));
-    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    ASSERT_TRUE(driver::click(tree, at("A"), TVHT_ONITEMSTATEICON));
     EXPECT_EQ(tree.getCheck(at("A")), 3);
     EXPECT_EQ(takeCalls(), (Calls{"A 1", "end"}));
-    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    ASSERT_TRUE(driver::click(tree, at("A"), TVHT_ONITEMSTATEICON));
     EXPECT_EQ(tree.getCheck(at("A")), 1);
     EXPECT_EQ(takeCalls(), (Calls{"A 0", "end"}));
     EXPECT_EQ(tree.GetSelectedItem(), at("B")) << "the click does not select";
@@ -23,7 +23,7 @@ TEST_F(CheckTree, AClickOnAPartlyCheckedItemUnchecksItsSubtree) {
     tree.expandAll(1);
     tree.setCheck(at("A/B/y"), 1);
     EXPECT_EQ(tree.getCheck(at("A")), 5);
-    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    ASSERT_TRUE(driver::click(tree, at("A"), TVHT_ONITEMSTATEICON));
     EXPECT_EQ(checkedData(0), std::vector<DWORD>{});
     for (const char* path : {"A", "A/x", "A/B", "A/B/y", "A/B/z"})
         EXPECT_EQ(tree.getCheck(at(path)), 1) << path;
@@ -33,7 +33,7 @@ TEST_F(CheckTree, AClickBesideTheBoxChangesNoCheck) {
     insert("A/x", 1);
     installCallback();
     for (const UINT part : {TVHT_ONITEMLABEL, TVHT_ONITEMICON, TVHT_ONITEMBUTTON}) {
-        ASSERT_TRUE(user::click(tree, at("A"), part)) << part;
+        ASSERT_TRUE(driver::click(tree, at("A"), part)) << part;
         EXPECT_EQ(tree.getCheck(at("A")), 1);
     }
     EXPECT_EQ(takeCalls(), Calls{});
@@ -46,12 +46,12 @@ TEST_F(CheckTree, AClickOnTheBoxIsNotPassedOn) {
     insert("B", 2);
     tree.SelectItem(at("B"));
     owner.SetFocus();
-    user::settle();
-    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMSTATEICON));
-    ASSERT_TRUE(user::double_click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    driver::settle();
+    ASSERT_TRUE(driver::click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    ASSERT_TRUE(driver::doubleClick(tree, at("A"), TVHT_ONITEMSTATEICON));
     EXPECT_EQ(owner.clicks, 0) << "the control tells its owner nothing";
     EXPECT_NE(::GetFocus(), tree.m_hWnd) << "and does not take the focus";
-    ASSERT_TRUE(user::click(tree, at("A"), TVHT_ONITEMLABEL));
+    ASSERT_TRUE(driver::click(tree, at("A"), TVHT_ONITEMLABEL));
     EXPECT_EQ(owner.clicks, 1);
     EXPECT_EQ(::GetFocus(), tree.m_hWnd) << "as a click beside the box does";
 }
@@ -59,7 +59,7 @@ TEST_F(CheckTree, AClickOnTheBoxIsNotPassedOn) {
 TEST_F(CheckTree, ADoubleClickOnTheBoxTogglesTwice) {
     insert("A/x", 1);
     installCallback();
-    ASSERT_TRUE(user::double_click(tree, at("A"), TVHT_ONITEMSTATEICON));
+    ASSERT_TRUE(driver::doubleClick(tree, at("A"), TVHT_ONITEMSTATEICON));
     EXPECT_EQ(tree.getCheck(at("A")), 1);
     EXPECT_EQ(takeCalls(), (Calls{"A 1", "x 1", "end", "A 0", "x 0", "end"}));
     EXPECT_EQ(tree.GetItemState(at("A"), TVIS_EXPANDED), 0U) << "and does not expand";
@@ -69,7 +69,7 @@ TEST_F(CheckTree, KeysToggleNothing) {
     insert("A", 1);
     tree.SelectItem(at("A"));
     tree.SetFocus();
-    user::press(tree, VK_SPACE);
+    driver::pressKey(tree, VK_SPACE);
     EXPECT_EQ(tree.getCheck(at("A")), 1);
 }
 

@@ -66,7 +66,7 @@ void CheckTree::SetUp() {
                                nullptr, 0));
     ASSERT_TRUE(tree.Create(kStyle, CRect(0, 0, 400, m_height), &owner, 1059));
     tree.initImageLists();
-    user::settle();
+    driver::settle();
 }
 
 HTREEITEM CheckTree::insert(const char* path, DWORD data) {

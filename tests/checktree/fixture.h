@@ -8,7 +8,7 @@
 
 #include "checktree/check_tree.h"
 #include "kzutil/astring.h"
-#include "platform_ui/user.h"
+#include "platform/driver/input.h"
 
 namespace test {
 

@@ -58,7 +58,7 @@ protected:
     }
     void clickAny() {
         PlainItem* item = anyItem();
-        if (item && model.enabled && user::click(tree, at(model.pathOf(*item)), TVHT_ONITEMSTATEICON))
+        if (item && model.enabled && driver::click(tree, at(model.pathOf(*item)), TVHT_ONITEMSTATEICON))
             model.click(*item);
     }
     void checkAll() {

@@ -4,8 +4,8 @@
 #include "platform/afx/button.h"
 #include "platform/afx/creation.h"
 #include "platform/afx/tree_ctrl.h"
+#include "platform/driver/input.h"
 #include "tests/platform_ui/support.h"
-#include "tests/platform_ui/user.h"
 
 namespace {
 
@@ -159,7 +159,7 @@ TEST(Framework, CommandsReachVirtualHandlersAndThoseOfASecondBase) {
     panel->seen.clear();
     apply.Click();
     count.Click();
-    user::settle();
+    driver::settle();
     EXPECT_EQ(panel->seen, Strings{"special apply"});
     EXPECT_EQ(panel->counted, 1);
 }
@@ -193,14 +193,14 @@ TEST(Framework, ASubclassedControlPassesOnWhatItDoesNotKeep) {
         SilentTree tree;
         ASSERT_TRUE(tree.SubclassWindow(window));
         HTREEITEM item = tree.InsertItem(_T("leaf"));
-        ASSERT_TRUE(user::click(window, item, TVHT_ONITEMLABEL));
+        ASSERT_TRUE(driver::click(window, item, TVHT_ONITEMLABEL));
         EXPECT_EQ(tree.GetSelectedItem(), nullptr);
         tree.swallow = false;
-        ASSERT_TRUE(user::click(window, item, TVHT_ONITEMLABEL));
+        ASSERT_TRUE(driver::click(window, item, TVHT_ONITEMLABEL));
         EXPECT_EQ(tree.GetSelectedItem(), item);
         EXPECT_EQ(tree.clicks, 2);
         EXPECT_EQ(tree.UnsubclassWindow(), window);
-        ASSERT_TRUE(user::click(window, item, TVHT_ONITEMLABEL));
+        ASSERT_TRUE(driver::click(window, item, TVHT_ONITEMLABEL));
         EXPECT_EQ(tree.clicks, 2);
     }
     EXPECT_TRUE(IsWindow(window)) << "an object without the window does not take it along";

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "tests/platform_ui/user.h"
+#include "platform/driver/input.h"
 
 namespace {
 
@@ -36,14 +36,14 @@ Recorder::Recorder(DWORD style, SIZE size) {
     tree_ = CreateWindowExW(0, WC_TREEVIEWW, nullptr, WS_CHILD | WS_VISIBLE | style, 0, 0, size.cx, size.cy,
                             frame_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(1059)), nullptr, nullptr);
     SetWindowLongPtrW(frame_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    user::settle();
+    driver::settle();
 }
 
 Recorder::~Recorder() {
     if (!frame_) return;
     SetWindowLongPtrW(frame_, GWLP_USERDATA, 0);
     DestroyWindow(frame_);
-    user::settle();
+    driver::settle();
     for (HIMAGELIST images : images_) ImageList_Destroy(images);
 }
 

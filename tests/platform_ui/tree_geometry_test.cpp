@@ -2,9 +2,9 @@
 // depends on one.
 #include <cstring>
 
+#include "platform/driver/input.h"
 #include "tests/platform_ui/recorder.h"
 #include "tests/platform_ui/support.h"
-#include "tests/platform_ui/user.h"
 
 namespace {
 
@@ -158,12 +158,12 @@ TEST_F(LongTree, ExpandingScrollsTheChildrenIntoView) {
 
 TEST_F(LongTree, KeysTurnPages) {
     SetFocus(recorder_.tree());
-    user::press(recorder_.tree(), VK_NEXT);
-    user::press(recorder_.tree(), VK_NEXT);
+    driver::pressKey(recorder_.tree(), VK_NEXT);
+    driver::pressKey(recorder_.tree(), VK_NEXT);
     EXPECT_EQ(top(), "i6");
-    user::press(recorder_.tree(), VK_END);
+    driver::pressKey(recorder_.tree(), VK_END);
     EXPECT_EQ(top(), "i15");
-    user::press(recorder_.tree(), VK_HOME);
+    driver::pressKey(recorder_.tree(), VK_HOME);
     EXPECT_EQ(top(), "i0");
 }
 

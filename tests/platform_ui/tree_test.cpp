@@ -1,7 +1,7 @@
 // One table for the headless and the real tree view: what each action makes it tell its parent.
+#include "platform/driver/input.h"
 #include "tests/platform_ui/recorder.h"
 #include "tests/platform_ui/support.h"
-#include "tests/platform_ui/user.h"
 
 namespace {
 
@@ -31,11 +31,11 @@ protected:
         return recorder_.take();
     }
     Strings click(HTREEITEM item, UINT part) {
-        EXPECT_TRUE(user::click(recorder_.tree(), item, part));
+        EXPECT_TRUE(driver::click(recorder_.tree(), item, part));
         return recorder_.take();
     }
     Strings press(int key) {
-        user::press(recorder_.tree(), key);
+        driver::pressKey(recorder_.tree(), key);
         return recorder_.take();
     }
     std::string next(UINT relation, HTREEITEM item = nullptr) {
@@ -124,7 +124,7 @@ TEST_F(TreeView, ADoubleClickOnTheTextExpands) {
     select(pen_);
     SetFocus(recorder_.tree());
     recorder_.take();
-    ASSERT_TRUE(user::double_click(recorder_.tree(), fill_, TVHT_ONITEMLABEL));
+    ASSERT_TRUE(driver::doubleClick(recorder_.tree(), fill_, TVHT_ONITEMLABEL));
     EXPECT_EQ(recorder_.take(),
               (Strings{"click", "selecting Pen > Fill by 1", "selected Pen > Fill by 1", "double click",
                        "before expand Fill state 1002", "after expand Fill state 1022"}));

@@ -1,9 +1,9 @@
 #include <limits>
 #include <utility>
 
+#include "platform/driver/input.h"
 #include "tests/platform_ui/recorder.h"
 #include "tests/platform_ui/support.h"
-#include "tests/platform_ui/user.h"
 
 namespace {
 
@@ -203,13 +203,13 @@ TEST(Windows, AClosedOneIsGoneAndItsHandleStale) {
 
 TEST(Messages, ArriveInTheOrderInWhichTheyWerePosted) {
     TestWindow window(record);
-    user::settle();
+    driver::settle();
     take();
     PostMessageW(window, WM_COMMAND, MAKEWPARAM(1, 0), 0);
     PostMessageW(window, WM_COMMAND, MAKEWPARAM(2, 0), 0);
     SendMessageW(window, WM_COMMAND, MAKEWPARAM(3, 0), 0);
     EXPECT_EQ(take(), Strings{"command 3 code 0"});
-    user::settle();
+    driver::settle();
     EXPECT_EQ(take(), (Strings{"command 1 code 0", "command 2 code 0"}));
 }
 
@@ -220,13 +220,13 @@ TEST(Messages, PostedToADestroyedWindowAreDropped) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     }
     take();
-    user::settle();
+    driver::settle();
     EXPECT_EQ(take(), Strings{});
 }
 
 TEST(Messages, TheEndIsToldWhenNothingElseIsLeft) {
     TestWindow window(record);
-    user::settle();
+    driver::settle();
     take();
     PostQuitMessage(7);
     PostMessageW(window, WM_COMMAND, 1, 0);
@@ -243,15 +243,15 @@ TEST(Buttons, TellTheirParentOfAClick) {
                                   control_id(1), nullptr, nullptr);
     take();
     SendMessageW(button, BM_CLICK, 0, 0);
-    user::settle();
+    driver::settle();
     EXPECT_EQ(take(), Strings{"command 1 code 0"});
-    user::click(button, POINT{5, 5});
+    driver::click(button, POINT{5, 5});
     EXPECT_EQ(take(), Strings{"command 1 code 0"});
     PostMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
     PostMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 500));
-    user::settle();
+    driver::settle();
     EXPECT_EQ(take(), Strings{}) << "let go beside the button";
-    user::press(button, VK_SPACE);
+    driver::pressKey(button, VK_SPACE);
     EXPECT_EQ(take(), Strings{"command 1 code 0"});
 }
 

@@ -22,6 +22,11 @@ std::string besideOf(const std::string& file, const char* extension) {
     return file.substr(0, isExtension ? dot : file.npos) + extension;
 }
 
+// Whether a tool is for the colour that is chosen in the strip: Show All may take one, but works without.
+bool isForColor(const APlugInTool& tool) {
+    return (tool.flags & kToolTakesItem) != 0 && tool.className.toUtf8() != kShowAllTool;
+}
+
 std::string textOf(double number) {
     char text[40];
     return {text, std::to_chars(text, text + sizeof text, number).ptr};
@@ -155,11 +160,9 @@ void MainWindow::exportPicture(bool asSeen) {
                  textOf(seen.Height())});
 }
 
-// A tool that takes a colour gets the one that is chosen; one that only may take one works without.
 void MainWindow::runTool(const APlugInTool& tool) {
     const std::string name = tool.className.toUtf8();
-    const bool takesItem = (tool.flags & kToolTakesItem) != 0 && name != kShowAllTool;
-    if (!takesItem) return static_cast<void>(runLine({"tool", name}));
+    if (!isForColor(tool)) return static_cast<void>(runLine({"tool", name}));
     const Swatch* const chosen = m_strip.chosen();
     if (!chosen) return m_user.tell(m_hWnd, "Choose a color in the strip first.", false);
     runLine({"tool", name, chosen->item});
@@ -173,9 +176,7 @@ void MainWindow::showColorMenu(POINT at) {
     const auto& tools = m_session.plugIns().tools();
     std::vector<MenuEntry> entries;
     for (std::size_t i = 0; i < tools.size(); ++i) {
-        const bool takesItem =
-            (tools[i].flags & kToolTakesItem) != 0 && tools[i].className.toUtf8() != kShowAllTool;
-        if (takesItem)
+        if (isForColor(tools[i]))
             entries.push_back({kFirstTool + static_cast<int>(i), m_tools[i].name, "", m_tools[i].isValid});
     }
     giveAccessKeys(entries);

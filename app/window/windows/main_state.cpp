@@ -112,19 +112,20 @@ MenuState MainWindow::menuState() const {
     state.isOpen = true;
     state.canUndo = m_seen["undo"];
     state.canRedo = m_seen["redo"];
-    state.hasSelection = m_seen["selected"] != 0;
     state.isFiltered = m_seen["filter"];
-    state.hasScript = m_lines.record().size() > 0;
+    state.hasScript = !m_lines.record().isEmpty();
     return state;
 }
 
 // The menus, the bar, the title, the badge and the status bar.
 void MainWindow::showHead() {
     if (!m_status) return;
-    m_menu.show(m_hWnd, menus(menuState()));
-    for (const int command : {kOpen, kSave, kUndo, kRedo, kZoomIn, kZoomOut, kFit, kFullSize})
-        m_commandBar.enable(command, findEntry(m_menu.menus(), command)->isEnabled);
     const MenuState state = menuState();
+    m_menu.show(m_hWnd, menus(state));
+    for (const BarButton& button : m_commandBar.buttons()) {
+        if (button.command != 0)
+            m_commandBar.enable(button.command, findEntry(m_menu.menus(), button.command)->isEnabled);
+    }
     ::ShowWindow(m_badge, state.isFiltered ? SW_SHOW : SW_HIDE);
     const std::string title =
         state.isOpen ? fileNameOf(m_seen["file"]) + " \xE2\x80\x93 kzdraw" : std::string("kzdraw");

@@ -16,8 +16,6 @@ namespace {
 
 MainWindow* theWindow = nullptr;  // whose user is told the plug-in's messages
 
-constexpr DWORD kMessageInforms = 0x80000000;
-
 // Most of the screen, in its middle.
 RECT firstPlace() {
     RECT work;
@@ -145,8 +143,6 @@ void MainWindow::OnDestroy() {
 }
 
 int MainWindow::run() {
-    ShowWindow(SW_SHOWDEFAULT);
-    UpdateWindow();
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         if (!PreTranslateMessage(&message)) {

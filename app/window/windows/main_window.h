@@ -4,6 +4,7 @@
 //     User user;
 //     MainWindow window(user);
 //     if (!window.create()) …
+//     window.ShowWindow(SW_SHOWDEFAULT);
 //     window.open("harbour.svg");
 //     return window.run();                    // until it is closed
 //
@@ -37,7 +38,7 @@ public:
 
     // Not shown yet.
     bool create();
-    // Shows it, and handles messages until it is closed. Returns the exit status.
+    // Handles messages until it is closed. Returns the exit status.
     int run();
 
     // Runs a line; what does not work is told to the user: then false.

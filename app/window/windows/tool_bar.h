@@ -26,6 +26,7 @@ public:
     bool create(CWnd& parent, LPCWSTR name, UINT id);
     // In place of those before, for this screen.
     void show(std::vector<BarButton> buttons, const Screen& screen);
+    const std::vector<BarButton>& buttons() const { return m_buttons; }
     void enable(int command, bool isEnabled);
     bool isEnabled(int command) const;
 

@@ -24,6 +24,7 @@ int runWindow(const std::string& file) {
     window::MainWindow window(user);
     if (!window.create()) throw Failure{"the window cannot be opened"};
     window.ShowWindow(SW_SHOWDEFAULT);
+    window.UpdateWindow();
     if (!file.empty()) window.open(file);
     return window.run();
 }

@@ -142,7 +142,7 @@ AImage reduced(const AImage& image, int factor) {
 }
 
 // Drops what was used longest ago; the first `kept` stay.
-void trim(ImageCache& cache, std::size_t kept) {
+void dropOldest(ImageCache& cache, std::size_t kept) {
     constexpr std::size_t kMostImages = 1024;
     std::size_t bytes = 0;
     for (const CachedPicture& picture : cache.pictures) bytes += picture.bytes();
@@ -157,7 +157,7 @@ ImageCache& imageCache(DrawContext& context) {
 }
 
 // As the head of a PNG file says; 0 for others, which are no bombs of this size.
-double pixelsOf(const std::vector<unsigned char>& bytes) {
+double pngPixels(const std::vector<unsigned char>& bytes) {
     constexpr std::array<unsigned char, 4> kPng{0x89, 'P', 'N', 'G'};
     constexpr std::size_t kWidth = 16, kHeight = 20, kEnd = 24;
     if (bytes.size() < kEnd || !std::equal(kPng.begin(), kPng.end(), bytes.begin())) return 0;
@@ -170,7 +170,7 @@ double pixelsOf(const std::vector<unsigned char>& bytes) {
 // Once for each data URI.
 bool takePixels(ImageCache& cache, std::string_view uri, const std::vector<unsigned char>& bytes) {
     if (cache.counted.contains(uri.data())) return true;
-    const double pixels = pixelsOf(bytes) - kPixelsPerByte * static_cast<double>(bytes.size());
+    const double pixels = pngPixels(bytes) - kPixelsPerByte * static_cast<double>(bytes.size());
     if (pixels > cache.morePixels) return false;
     cache.counted.insert(uri.data());
     cache.morePixels -= std::max(pixels, 0.0);
@@ -211,7 +211,7 @@ const AImage* CachedPicture::pixels(DrawContext& context, int reduction) {
     if (reduction > 1 && reduction == m_reduction) return &m_reduced;
     if (m_whole.empty()) {
         if (!context.spendPixels(1) || !decode(context)) return nullptr;
-        trim(imageCache(context), 1);
+        dropOldest(imageCache(context), 1);
     }
     if (reduction <= 1) return &m_whole;
     m_reduced = reduced(m_whole, reduction);
@@ -233,9 +233,9 @@ CachedPicture* cachedPicture(DrawContext& context, std::string_view uri) {
         pictures.splice(pictures.begin(), pictures, found);
     } else {
         if (!context.spendPixels(1)) return nullptr;
-        trim(imageCache(context), 0);
+        dropOldest(imageCache(context), 0);
         pictures.emplace_front(context, uri);
-        trim(imageCache(context), 1);
+        dropOldest(imageCache(context), 1);
     }
     CachedPicture& picture = pictures.front();
     return picture.size().x > 0 && picture.size().y > 0 ? &picture : nullptr;

@@ -16,17 +16,6 @@ double radians(double degrees) {
     return degrees * std::numbers::pi / 180;
 }
 
-Affine rotation(double degrees) {
-    // Quarter turns are exact, so that a box turned by 90 degrees keeps whole coordinates.
-    const double turn = std::remainder(degrees, 360);
-    if (turn == 90) return {0, 1, -1, 0, 0, 0};
-    if (turn == -90) return {0, -1, 1, 0, 0, 0};
-    if (std::fabs(turn) == 180) return {-1, 0, 0, -1, 0, 0};
-    const double sine = std::sin(radians(turn));
-    const double cosine = std::cos(radians(turn));
-    return {cosine, sine, -sine, cosine, 0, 0};
-}
-
 // One function of the list with its arguments; false when the name or the count of arguments is unknown.
 bool makeTransform(std::string_view name, const double* v, int count, Affine& out) {
     if (name == "translate" && (count == 1 || count == 2)) {
@@ -50,6 +39,16 @@ bool makeTransform(std::string_view name, const double* v, int count, Affine& ou
 }
 
 }  // namespace
+
+Affine rotation(double degrees) {
+    const double turn = std::remainder(degrees, 360);
+    if (turn == 90) return {0, 1, -1, 0, 0, 0};
+    if (turn == -90) return {0, -1, 1, 0, 0, 0};
+    if (std::fabs(turn) == 180) return {-1, 0, 0, -1, 0, 0};
+    const double sine = std::sin(radians(turn));
+    const double cosine = std::cos(radians(turn));
+    return {cosine, sine, -sine, cosine, 0, 0};
+}
 
 Affine parseTransform(std::string_view text) {
     Affine result;

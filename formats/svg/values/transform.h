@@ -15,6 +15,9 @@ inline Affine translation(double x, double y) {
     return Affine::translation(x, y);
 }
 
+// Quarter turns are exact, so that a box turned by 90 degrees keeps whole coordinates.
+Affine rotation(double degrees);
+
 // The value of a transform attribute. One that cannot be read to its end counts as no transform.
 Affine parseTransform(std::string_view text);
 

@@ -4,9 +4,9 @@
 
 #include <utility>
 
+#include "platform/driver/input.h"
 #include "platform/winapi.h"
 #include "tests/platform_ui/support.h"
-#include "tests/platform_ui/user.h"
 
 namespace {
 
@@ -67,11 +67,11 @@ void (*const actions[])() = {
         SetFocus(GetParent(tree));
     },
     [] { DestroyWindow(tree); },
-    [] { user::click(tree, items[0], TVHT_ONITEMBUTTON); },
-    [] { user::double_click(tree, items[0], TVHT_ONITEMLABEL); },
-    [] { user::press(tree, VK_MULTIPLY); },
-    [] { user::press(tree, VK_RIGHT); },
-    [] { user::press(tree, VK_END); },
+    [] { driver::click(tree, items[0], TVHT_ONITEMBUTTON); },
+    [] { driver::doubleClick(tree, items[0], TVHT_ONITEMLABEL); },
+    [] { driver::pressKey(tree, VK_MULTIPLY); },
+    [] { driver::pressKey(tree, VK_RIGHT); },
+    [] { driver::pressKey(tree, VK_END); },
 };
 
 const UINT notices[] = {
@@ -107,7 +107,7 @@ TEST(TreeReentry, SurvivesAParentThatInterferesWithEveryNotice) {
                     awaited = notice;
                     deed = interfere;
                     act();
-                    user::settle();
+                    driver::settle();
                     // What is left still works.
                     deed = nullptr;
                     LRESULT rows = 0;

@@ -10,8 +10,8 @@
 #include <cstring>
 #include <random>
 
+#include "platform/driver/input.h"
 #include "tests/platform_ui/recorder.h"
-#include "tests/platform_ui/user.h"
 
 namespace {
 
@@ -136,8 +136,8 @@ std::string Scenario::click() {
     HTREEITEM item = any_item();
     if (!item) return "nothing";
     const std::string name = recorder_.name(item);
-    const bool hit =
-        twice ? user::double_click(recorder_.tree(), item, part) : user::click(recorder_.tree(), item, part);
+    const bool hit = twice ? driver::doubleClick(recorder_.tree(), item, part)
+                           : driver::click(recorder_.tree(), item, part);
     return std::string(twice ? "double click " : "click ") + name + " part " + std::to_string(part) +
            (hit ? "" : " unseen");
 }
@@ -149,7 +149,7 @@ std::string Scenario::press() {
     const int key = keys[pick(15)];
     recorder_.refuse_expanding = pick(10) == 0;
     recorder_.refuse_selecting = pick(10) == 0;
-    user::press(recorder_.tree(), key);
+    driver::pressKey(recorder_.tree(), key);
     return "press " + std::to_string(key);
 }
 

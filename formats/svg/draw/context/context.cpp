@@ -31,19 +31,7 @@ double pixelSteps(const RECT& area) {
 
 }  // namespace
 
-DrawContext::DrawContext(const std::string& text, const UserSpace& root, ACanvas& canvas)
-    : m_tree(text),
-      m_styles(Vocabulary::drawing),
-      m_root(root),
-      m_blends(asksForBlending(text)),
-      m_usesContextPaint(text.find("context-") != text.npos),
-      m_hasDecorations(text.find("text-decoration") != text.npos),
-      m_canvas(&canvas) {
-    readSheets();
-    restart(root, canvas);
-}
-
-DrawContext::DrawContext(const std::string& text, const UserSpace& root, ADisplayRecorder& recorder)
+DrawContext::DrawContext(const std::string& text, const UserSpace& root)
     : m_tree(text),
       m_styles(Vocabulary::drawing),
       m_root(root),
@@ -51,18 +39,23 @@ DrawContext::DrawContext(const std::string& text, const UserSpace& root, ADispla
       m_usesContextPaint(text.find("context-") != text.npos),
       m_hasDecorations(text.find("text-decoration") != text.npos),
       m_canvas(nullptr),
-      m_recorder(&recorder),
       m_clipBounds(pixelsAround({-kFarPixels, -kFarPixels, kFarPixels, kFarPixels}, 0)),
       m_pixelSteps(pixelSteps(m_clipBounds)),
       m_repeatable(repeatable(m_tree.elementCount())) {
-    readSheets();
+    for (const pugi::xml_node style : m_tree.styles()) m_styles.sheet().add(styleText(style));
+}
+
+DrawContext::DrawContext(const std::string& text, const UserSpace& root, ACanvas& canvas)
+    : DrawContext(text, root) {
+    restart(root, canvas);
+}
+
+DrawContext::DrawContext(const std::string& text, const UserSpace& root, ADisplayRecorder& recorder)
+    : DrawContext(text, root) {
+    m_recorder = &recorder;
 }
 
 DrawContext::~DrawContext() = default;
-
-void DrawContext::readSheets() {
-    for (const pugi::xml_node style : m_tree.styles()) m_styles.sheet().add(styleText(style));
-}
 
 void DrawContext::restart(const UserSpace& root, ACanvas& canvas) {
     m_root = root;

@@ -199,7 +199,7 @@ public:
     }
 
 private:
-    void readSheets();
+    DrawContext(const std::string& text, const UserSpace& root);
 
     DrawingTree m_tree;
     StyleResolver m_styles;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "formats/svg/draw/text/text_characters.h"
@@ -51,24 +52,29 @@ struct Run {
     double advance() const { return width() + spacing; }
 };
 
+// In rising order.
+using CodeRange = std::pair<char32_t, char32_t>;
+
+bool isIn(std::span<const CodeRange> ranges, char32_t code) {
+    if (code < ranges[0].first) return false;
+    return std::any_of(ranges.begin(), ranges.end(), [code](const CodeRange& range) {
+        return code >= range.first && code <= range.second;
+    });
+}
+
 // Letters of scripts whose letters join are not moved apart.
 bool joins(char32_t code) {
-    constexpr std::pair<char32_t, char32_t> kJoining[] = {
-        {0x600, 0x7bf},   {0x7c0, 0x7ff},   {0x840, 0x8ff},  {0x1800, 0x18af},
-        {0xa840, 0xa87f}, {0xfb50, 0xfdff}, {0xfe70, 0xfeff}};
-    if (code < kJoining[0].first) return false;
-    return std::any_of(std::begin(kJoining), std::end(kJoining),
-                       [code](const auto& range) { return code >= range.first && code <= range.second; });
+    constexpr CodeRange kJoining[] = {{0x600, 0x7bf},   {0x7c0, 0x7ff},   {0x840, 0x8ff},  {0x1800, 0x18af},
+                                      {0xa840, 0xa87f}, {0xfb50, 0xfdff}, {0xfe70, 0xfeff}};
+    return isIn(kJoining, code);
 }
 
 // Letters that stand upright in a vertical text: those of East Asia, and pictures.
 bool isUpright(char32_t code) {
-    constexpr std::pair<char32_t, char32_t> kUpright[] = {
-        {0x1100, 0x11ff}, {0x2e80, 0xa4cf}, {0xac00, 0xd7af},   {0xf900, 0xfaff},
-        {0xfe30, 0xfe4f}, {0xff00, 0xff60}, {0x1f300, 0x1faff}, {0x20000, 0x3ffff}};
-    if (code < kUpright[0].first) return false;
-    return std::any_of(std::begin(kUpright), std::end(kUpright),
-                       [code](const auto& range) { return code >= range.first && code <= range.second; });
+    constexpr CodeRange kUpright[] = {{0x1100, 0x11ff},   {0x2e80, 0xa4cf},  {0xac00, 0xd7af},
+                                      {0xf900, 0xfaff},   {0xfe30, 0xfe4f},  {0xff00, 0xff60},
+                                      {0x1f300, 0x1faff}, {0x20000, 0x3ffff}};
+    return isIn(kUpright, code);
 }
 
 class Layout {
@@ -317,11 +323,6 @@ private:
         // What a text length adds stands between letters, not behind the last one.
         length -= m_fits[runs[last - 1].last - 1].spacing;
         return anchor == TextAnchor::middle ? -length / 2 : -length;
-    }
-
-    static AAffine rotation(double degrees) {
-        const double angle = std::fmod(degrees, 360) * 3.14159265358979323846 / 180;
-        return {std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle), 0, 0};
     }
 
     void placeOnLine(const std::vector<Run>& runs, std::size_t first, std::size_t last) {
