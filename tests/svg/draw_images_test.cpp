@@ -168,16 +168,18 @@ TEST(DrawImages, AMuchReducedPictureShowsTheMeanOfItsPixels) {
     EXPECT_COLOR(picture, 13, 20, 0xffffff);
 }
 
-// A few kilobytes each that become a quarter of a gigabyte.
+// Bombs are a few kilobytes that become a gigabyte. Their heads tell, so that nothing is decoded of those beyond.
 TEST(DrawImages, OfADrawingHaveABoundedNumberOfPixelsForTheirBytes) {
-    std::string body;
-    const std::string uri = "data:image/png;base64," + base64(blackPng(8192));
-    for (int i = 0; i < 5; ++i)
-        body += image("x='" + std::to_string(i * 20) + "' width='20' height='20'", uri);
-    const Picture picture = drawBody(body);
-    EXPECT_COLOR(picture, 10, 10, 0x000000);
-    EXPECT_COLOR(picture, 30, 10, 0x000000);
-    EXPECT_COLOR(picture, 90, 10, 0xffffff);
+    const auto dataUri = [](const std::string& bytes) { return "data:image/png;base64," + base64(bytes); };
+    const std::string size = "width='20' height='20'";
+    const std::string large = image("x='20' " + size, dataUri(blackPng(4096)));
+    const std::string small = image("x='40' " + size, dataUri(png()));
+    EXPECT_COLOR(drawBody(large), 30, 10, 0x000000);
+    std::string bomb = blackPng(8);
+    bomb.replace(16, 8, std::string("\0\0\x3e\x80\0\0\x3e\x80", 8));  // 16000 by 16000
+    const Picture picture = drawBody(image(size, dataUri(bomb)) + large + small);
+    EXPECT_COLOR(picture, 30, 10, 0xffffff);
+    EXPECT_COLOR(picture, 42, 2, 0xff0000);
 }
 
 }  // namespace svg_test

@@ -17,10 +17,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-Calls& entryCalls() {
-    static Calls calls;
-    return calls;
-}
+Calls* recorded = nullptr;  // where calls are recorded now
 
 // The function of the same name behind this one.
 template <class Function>
@@ -31,17 +28,17 @@ Function* behind(const char* name) {
 }  // namespace
 
 HMODULE LoadLibraryExW(LPCWSTR path, HANDLE file, DWORD flags) {
-    entryCalls().push_back("load " + std::to_string(flags) + (file ? " a file" : ""));
+    if (recorded) recorded->push_back("load " + std::to_string(flags) + (file ? " a file" : ""));
     return behind<decltype(LoadLibraryExW)>("_Z14LoadLibraryExWPKDsPvj")(path, file, flags);
 }
 
 BOOL FreeLibrary(HMODULE module) {
-    entryCalls().push_back("free");
+    if (recorded) recorded->push_back("free");
     return behind<decltype(FreeLibrary)>("_Z11FreeLibraryP11HINSTANCE__")(module);
 }
 
 void AfxTermExtensionModule(AFX_EXTENSION_MODULE& record, BOOL all) {
-    entryCalls().push_back("terminate " + std::to_string(all));
+    if (recorded) recorded->push_back("terminate " + std::to_string(all));
     behind<decltype(AfxTermExtensionModule)>("_Z22AfxTermExtensionModuleR20AFX_EXTENSION_MODULEi")(record,
                                                                                                    all);
 }
@@ -59,12 +56,14 @@ TEST(EntryCalls, FreeTheLocalizedModuleBeforeTheExtensionModuleEnds) {
     for (const bool localized : {true, false}) {
         SCOPED_TRACE(localized);
         if (localized) AFilePath::setBaseFolder(base.wide());
-        entryCalls().clear();
-        ASSERT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
-        EXPECT_EQ(entryCalls(), localized ? Calls{"load 2"} : Calls{});
-        entryCalls().clear();
+        Calls attaching, detaching;
+        recorded = &attaching;
+        EXPECT_EQ(DllMain(self, DLL_PROCESS_ATTACH, nullptr), 1);
+        recorded = &detaching;
         DllMain(self, DLL_PROCESS_DETACH, nullptr);
-        EXPECT_EQ(entryCalls(), localized ? (Calls{"free", "terminate 0"}) : Calls{"terminate 0"});
+        recorded = nullptr;
+        EXPECT_EQ(attaching, localized ? Calls{"load 2"} : Calls{});
+        EXPECT_EQ(detaching, localized ? (Calls{"free", "terminate 0"}) : Calls{"terminate 0"});
         AFilePath::setBaseFolder(AString());
     }
 }
