@@ -44,14 +44,13 @@ bool isDone(const Answer& answer, Response& response) {
 
 // The lines of a body. Raises Failure.
 std::vector<std::string> readLines(const std::string& body) {
-    constexpr int kDepth = 2;  // an object with an array: what lies deeper is not kept
-    bool isDeep = false;
-    const auto keep = [&isDeep](int depth, Json::parse_event_t, const Json&) {
-        isDeep = isDeep || depth > kDepth;
-        return depth <= kDepth;
+    constexpr int kDepth = 2;  // an object with an array: what lies deeper ends the reading
+    const auto keep = [](int depth, Json::parse_event_t, const Json&) {
+        if (depth > kDepth) throw Failure{"the body is not JSON"};
+        return true;
     };
     const Json json = Json::parse(body, keep, false);
-    if (isDeep || json.is_discarded()) throw Failure{"the body is not JSON"};
+    if (json.is_discarded()) throw Failure{"the body is not JSON"};
     if (!json.is_object() || !json.contains("lines") || !json["lines"].is_array())
         throw Failure{"the body has no \"lines\""};
     if (json["lines"].size() > kMostLines) throw Failure{"there are too many lines"};

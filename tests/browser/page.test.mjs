@@ -1,5 +1,6 @@
 // The page around the tools: opening, downloads, reloads, tabs, languages, names that look like markup, every size.
 import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
 import fs from "node:fs";
 import path from "node:path";
 import { after, before, test } from "node:test";
@@ -62,6 +63,87 @@ inTab("another drawing of the command line opens from the menu", async tab => {
   await tab.page.getByRole("option", { name: /^teal,/ }).waitFor();
 });
 
+const STRANGE = {
+  "nosize.svg": '<svg xmlns="http://www.w3.org/2000/svg"><rect x="10" y="20" width="500" height="300" fill="teal"/></svg>',
+  "empty.svg": '<svg xmlns="http://www.w3.org/2000/svg"/>',
+  "layers.svg": `<svg xmlns="http://www.w3.org/2000/svg" xmlns:inkscape="http://www.inkscape.org/namespaces/inkscape" width="200" height="100">${
+    Array.from({ length: 50 }, (_, i) => `<g inkscape:groupmode="layer" inkscape:label="Layer ${i} ${"long ".repeat(i)}"><rect x="${i}" width="9" height="9"/></g>`).join("")}</svg>`,
+  "colors.svg": `<svg xmlns="http://www.w3.org/2000/svg" width="200" height="100">${
+    Array.from({ length: 10000 }, (_, i) => `<path d="M${i % 200} ${Math.floor(i / 100)}h1v1z" fill="#${(0x100000 + i * 37).toString(16)}"/>`).join("")}</svg>`,
+};
+
+test("strange drawings: no size, empty, fifty layers, ten thousand colors", async () => {
+  const strange = await Server.start(STRANGE);
+  const tab = await strange.open();
+  await tab.counts("1 object");
+  await tab.tiles();
+  await tab.clickAt(100, 50);  // of a page as large as one without a size is
+  await tab.counts("1 selected");
+  await tab.openDrawing("empty.svg");
+  await tab.counts("0 objects");
+  await tab.page.locator("#layers:empty").waitFor({ state: "attached" });
+  assert.equal(await tab.page.getByRole("option").count(), 0);
+  assert.equal(await tab.tool("Select by Attributes...").isDisabled(), true);
+  await tab.openDrawing("layers.svg");
+  await tab.counts("50 objects");
+  await tab.page.locator("#layers li:nth-child(50)").waitFor({ state: "attached" });
+  assert.equal(await tab.page.evaluate(() => {
+    const list = document.getElementById("layers");
+    list.scrollTop = list.scrollHeight;
+    return list.scrollTop > 0 && list.scrollWidth === list.clientWidth;
+  }), true);
+  assert.ok((await tab.tool("View Filter...").boundingBox()).y > 0, "the tools stay in sight");
+  await tab.openDrawing("colors.svg");
+  await tab.counts("10,000 objects");
+  await tab.page.locator('#swatches [aria-setsize="10000"]').first().waitFor();
+  await tab.page.locator("#swatches").focus();
+  await tab.page.keyboard.press("End");
+  await tab.page.locator('[aria-posinset="10000"][aria-selected="true"]').waitFor();
+  assert.ok(await tab.page.getByRole("option").count() < 200);
+  await tab.page.keyboard.press("Enter");
+  await tab.page.locator("#color-card").getByRole("button", { name: "Hide This Color" }).click();
+  await tab.counts("1 hidden");
+  assert.deepEqual(tab.errors, []);
+  await tab.close();
+  assert.equal(await strange.stop(), 0);
+});
+
+test("the address is opened where there is a desktop", async () => {
+  const folder = tempFolder();
+  const given = path.join(folder, "given");
+  execFileSync("mkfifo", [given]);
+  fs.writeFileSync(path.join(folder, "xdg-open"), `#!/bin/sh\necho "$1" > '${given}'\n`, { mode: 0o755 });
+  const desktop = await Server.start({ "sea.svg": SEA }, process.env.KZDRAW, ["serve", "sea.svg"],
+                                     { PATH: `${folder}:${process.env.PATH}`, DISPLAY: ":99" });
+  assert.equal((await fs.promises.readFile(given, "utf8")).trim(), desktop.address);
+  assert.match(desktop.address, /^http:\/\/127\.0\.0\.1:\d+\/\?secret=[0-9a-f]+$/);
+  await desktop.stop();
+  fs.rmSync(folder, { recursive: true });
+});
+
+test("in a narrow window the panel closes by Escape, beside it and with a tool", async () => {
+  const tab = await server.open({ viewport: { width: 360, height: 720 } });
+  const panel = tab.page.getByRole("button", { name: "Tools and layers" });
+  const isOpen = state => tab.page.locator(`#panel[aria-expanded="${state}"]`).waitFor();
+  await tab.counts("6 objects");
+  await panel.click();
+  await isOpen(true);
+  await tab.page.keyboard.press("Escape");
+  await isOpen(false);
+  assert.equal(await panel.evaluate(button => document.activeElement === button), true);
+  await panel.click();
+  await isOpen(true);
+  await tab.page.mouse.click(350, 600);
+  await isOpen(false);
+  await panel.click();
+  await tab.openTool("View Filter...", "View Filter");
+  await isOpen(false);
+  await tab.dialogButton("Cancel").click();
+  await tab.dialogClosed();
+  assert.deepEqual(tab.errors, []);
+  await tab.close();
+});
+
 inTab("the drawing and its picture can be downloaded", async tab => {
   const download = async entry => {
     await tab.page.getByRole("button", { name: "Download" }).click();
@@ -108,6 +190,23 @@ test("two tabs have a drawing each", async () => {
   assert.equal(await one.page.locator("#counts").textContent(), "6 objects · 2 hidden");
   await one.close();
   await other.close();
+});
+
+test("one tab too many is told why, and starts once another is closed", { timeout: 120000 }, async () => {
+  const own = await Server.start();
+  const tabs = [];
+  for (let i = 0; i < 4; i++) tabs.push(await own.open());
+  const late = await own.open();
+  const told = late.page.getByRole("dialog", { name: "No session could be started" });
+  await told.getByText("as many drawings are open as there may be: close a tab").waitFor();
+  await tabs[0].close();
+  while (await told.isVisible()) {
+    await Promise.all([late.page.waitForEvent("load"), told.getByRole("button", { name: "Start again" }).click()]);
+    await late.page.waitForSelector("html[data-ready]");
+  }
+  await late.counts("6 objects");
+  for (const tab of [...tabs.slice(1), late]) await tab.close();
+  assert.equal(await own.stop(), 0);
 });
 
 inTab("what was done is copied as a script that kzdraw runs", async tab => {
@@ -213,7 +312,13 @@ for (const colorScheme of ["light", "dark"]) {
       await tab.dialogButton("Cancel").click();
       await tab.dialogClosed();
       await tab.chooseColor("red");
-      await tab.page.getByRole("dialog", { name: "red" }).waitFor();
+      const card = tab.page.getByRole("dialog", { name: "red" });
+      await card.waitFor();
+      assert.equal(await card.evaluate(element => {
+        const { left, top, right, bottom } = element.getBoundingClientRect();
+        return [[left, top], [right, top], [left, bottom], [right, bottom]].every(([x, y]) => element.contains(
+          document.elementFromPoint(x + (x === left ? 12 : -12), y + (y === top ? 12 : -12))));
+      }), true, "nothing lies above the card of a color");
       await check("color");
       await tab.page.locator("#script").click();
       await check("script");

@@ -54,11 +54,25 @@ test("Escape gives a rubber band up", async () => {
   await tab.page.waitForSelector("#counts:not(:has-text('selected'))");
 });
 
-test("Enter selects what is in the middle", async () => {
+test("each press of an arrow pans, and Enter selects what is in the middle", async () => {
   await tab.page.locator("#map").focus();
-  for (let i = 0; i < 3; i++) await tab.page.keyboard.press("ArrowDown");
+  for (let i = 0; i < 6; i++) await tab.page.keyboard.press("ArrowRight");
+  for (let i = 0; i < 3; i++) await tab.page.keyboard.press("ArrowUp");
   await tab.page.keyboard.press("Enter");
   await tab.counts("1 selected");
+  assert.match(await tab.script(), /^select sun$/m);
+});
+
+test("each press of plus zooms, also while a zoom is on its way", { timeout: 60000 }, async () => {
+  const moving = await tab.another({ reducedMotion: "no-preference" });
+  await moving.tiles();
+  const scale = () => moving.page.evaluate(() => Number(document.querySelector(".leaflet-tile").src.split("/").at(-4)));
+  const before = await scale();
+  await moving.page.locator("#map").focus();
+  for (let i = 0; i < 4; i++) await moving.page.keyboard.press("+");
+  while (Math.abs(await scale() / before - 4) > 0.01);
+  await moving.tiles();
+  await moving.close();
 });
 
 test("dragging pans, and the wheel zooms", async () => {

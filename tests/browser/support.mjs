@@ -25,8 +25,10 @@ export const SEA = `<svg xmlns="http://www.w3.org/2000/svg" width="200" height="
 
 let browser;
 
+export const browserPath = "/usr/bin/chromium";
+
 export async function startBrowser() {
-  browser ??= await chromium.launch({ executablePath: "/usr/bin/chromium", args: ["--no-sandbox"] });
+  browser ??= await chromium.launch({ executablePath: browserPath, args: ["--no-sandbox"] });
   return browser;
 }
 
@@ -40,14 +42,16 @@ export function tempFolder() {
   return fs.mkdtempSync(path.join(os.tmpdir(), "kz-browser-"));
 }
 
-// kzdraw serve, with drawings by name; `program` is another one than the built one.
+// kzdraw serve, with drawings by name. `program` is another one than the built one; `words` are its own, `variables` those
+// of its environment that differ.
 export class Server {
-  static async start(drawings = { "sea.svg": SEA }, program = process.env.KZDRAW) {
+  static async start(drawings = { "sea.svg": SEA }, program = process.env.KZDRAW,
+                     words = ["serve", "--no-open", ...Object.keys(drawings)], variables = {}) {
     const server = new Server();
     server.folder = tempFolder();
     for (const [name, text] of Object.entries(drawings)) fs.writeFileSync(path.join(server.folder, name), text);
-    server.process = spawn(program, ["serve", "--no-open", ...Object.keys(drawings)], {
-      cwd: server.folder, env: { ...process.env, XDG_CONFIG_HOME: path.join(server.folder, "config") },
+    server.process = spawn(program, words, {
+      cwd: server.folder, env: { ...process.env, XDG_CONFIG_HOME: path.join(server.folder, "config"), ...variables },
       stdio: ["ignore", "pipe", "inherit"],
     });
     server.address = await new Promise((resolve, reject) => {
@@ -73,15 +77,16 @@ export class Server {
   async open(options = {}) {
     const context = await (await startBrowser()).newContext({ viewport: { width: 1280, height: 800 }, reducedMotion: "reduce", ...options });
     await context.grantPermissions(["clipboard-read", "clipboard-write"]);
-    const tab = new Tab(await context.newPage());
+    const tab = new Tab(await context.newPage(), this);
     await tab.load(this.address);
     return tab;
   }
 }
 
 export class Tab {
-  constructor(page) {
+  constructor(page, server) {
     this.page = page;
+    this.server = server;
     this.errors = [];
     page.on("pageerror", error => this.errors.push(error.message));
     page.on("console", message => {  // a tile that came too late is none of the page's
@@ -96,6 +101,9 @@ export class Tab {
   }
 
   close() { return this.page.context().close(); }
+
+  // One more of the same server.
+  another(options) { return this.server.open(options); }
 
   // Until the head says so: "1 selected".
   counts(text) { return this.page.locator("#counts", { hasText: text }).waitFor(); }
@@ -130,6 +138,12 @@ export class Tab {
 
   async chooseColor(name) {
     await this.page.getByRole("option", { name: new RegExp(`^${name},`) }).click();
+  }
+
+  async openDrawing(name) {
+    await this.page.locator("#open").click();
+    await this.page.getByRole("menuitem", { name }).click();
+    await this.page.getByRole("heading", { name }).waitFor();
   }
 
   // A row of the open dialog's tree.

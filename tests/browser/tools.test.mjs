@@ -66,18 +66,57 @@ test("a tool that needs a color says so", async () => {
 });
 
 test("undo and redo go through selections and filters", async () => {
+  await tab.clickAt(30, 55);
+  await tab.counts("1 selected");
+  await tab.tool("Select Similar Objects").click();
+  await tab.counts("3 selected");
   await tab.chooseColor("red");
   await tab.tool("Hide This Color").click();
   await tab.counts("2 hidden");
-  await tab.tool("All But This Color").click();
+  await tab.chooseColor("gold");
+  await tab.tool("Hide This Color").click();
+  await tab.counts("4 hidden");
   const undo = tab.page.getByRole("button", { name: "Undo" });
   await undo.click();
   await tab.counts("2 hidden");
   await tab.page.keyboard.press("Control+z");
   await tab.page.waitForSelector("#counts:not(:has-text('hidden'))");
-  assert.equal(await undo.isDisabled(), true);
   await tab.page.keyboard.press("Control+y");
   await tab.counts("2 hidden");
+  await undo.click();
+  await undo.click();
+  await tab.counts("1 selected");
+});
+
+test("arrows go from tool to tool, also after many changes", async () => {
+  await tab.clickAt(30, 55);
+  await tab.counts("1 selected");
+  await tab.chooseColor("red");
+  await tab.tool("Hide This Color").click();
+  await tab.counts("2 hidden");
+  await tab.tool("Show All").click();
+  await tab.page.waitForSelector("#counts:not(:has-text('hidden'))");
+  await tab.tool("View Filter...").focus();
+  for (const name of ["Select by Attributes...", "Show All", "All But This Color"]) {
+    await tab.page.keyboard.press("ArrowDown");
+    assert.equal(await tab.page.evaluate(() => document.activeElement.textContent), name);
+  }
+});
+
+test("a layer is hidden and locked by its buttons, and the script has it", async () => {
+  const button = name => tab.page.locator("#layers").getByRole("button", { name, exact: true });
+  await tab.tiles();
+  const before = await tab.page.getAttribute("html", "data-tiles");
+  await button("Air: Hidden").click();
+  await tab.page.locator('#layers [aria-pressed="true"][aria-label="Air: Hidden"]').waitFor();
+  await tab.page.waitForSelector(`html[data-tiles*="/"]:not([data-tiles="${before}"])`);
+  await tab.page.keyboard.press("ArrowDown");
+  await tab.page.keyboard.press("ArrowRight");
+  await tab.page.keyboard.press("Enter");
+  await tab.page.locator('#layers [aria-pressed="true"][aria-label="Water: Locked"]').waitFor();
+  assert.match(await tab.script(), /^layer Air hide\nlayer Water lock$/m);
+  await button("Air: Hidden").click();
+  await tab.page.locator('#layers [aria-pressed="false"][aria-label="Air: Hidden"]').waitFor();
 });
 
 test("the picture is another one when a color is hidden", async () => {

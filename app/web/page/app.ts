@@ -25,7 +25,20 @@ function speak(text: string): void {
 }
 
 function fail(error: unknown): void {
-  notify(error instanceof Error ? error.message : String(error), true);
+  notify(message(error), true);
+}
+
+// The page can do nothing any more, or nothing yet.
+function showEnd(title: string, reason: string): void {
+  const dialog = byId<HTMLDialogElement>("ended-dialog");
+  if (dialog.open) return;
+  dialog.replaceChildren(make("h2", { id: "ended-title" }, title), make("p", {}, reason),
+                         make("div", { class: "buttons" }, make("button", { class: "primary end", click: () => location.reload() }, "Start again")));
+  dialog.showModal();
+}
+
+function message(error: unknown): string {
+  return error instanceof Error ? error.message : String(error);
 }
 
 class App {
@@ -35,6 +48,8 @@ class App {
   private seen: Partial<State> = {};
   private seenChanges = 0;
   private tools: Tool[] = [];
+  private readonly settleTools = rove(byId("tools"));
+  private readonly settleLayers = rove(byId("layers"), 2);
 
   constructor(private readonly session: Session) {
     this.view = new DrawingView(session, fail);
@@ -43,7 +58,7 @@ class App {
     this.dialog = new ToolDialog(session, speak, fail, () => { this.showMessages().catch(fail); });
     session.onState = state => this.follow(state).catch(fail);
     session.onProgress = progress => this.showProgress(progress);
-    session.onEnded = reason => this.showEnd(reason);
+    session.onEnded = reason => showEnd("The session has ended", reason);
     this.addActions();
     this.takeDrops();
   }
@@ -60,7 +75,7 @@ class App {
     const mayBeOther = this.session.changes !== this.seenChanges;
     this.seenChanges = this.session.changes;
     const lines: string[] = [];
-    if (isOther("drawing")) lines.push("print layers");
+    if (mayBeOther || isOther("drawing")) lines.push("print layers");
     if (mayBeOther || isOther("drawing", "shown", "filter")) lines.push("print colors");
     if (isOther("drawing", "selection", "selected")) lines.push("print extents");
     if (mayBeOther || isOther("drawing", "selection", "selected")) lines.push("print tools");
@@ -77,7 +92,7 @@ class App {
     const name = state.file?.split("/").pop() ?? "kzdraw";
     byId("file-name").textContent = name;
     document.title = state.file === null ? "kzdraw" : `${name} – kzdraw`;
-    const parts = state.objects === null ? [] : [`${number.format(state.objects)} objects`];
+    const parts = state.objects === null ? [] : [state.objects === 1 ? "1 object" : `${number.format(state.objects)} objects`];
     if (state.selected) parts.push(`${number.format(state.selected)} selected`);
     if (state.hidden) parts.push(`${number.format(state.hidden)} hidden`);
     byId("counts").textContent = parts.join(" · ");
@@ -99,12 +114,13 @@ class App {
                                                     icon(icons[tool.class] ?? icons.tool), make("span", {}, tool.name))));
     }
     tools.forEach((tool, i) => { (bar.children[i] as HTMLButtonElement).disabled = !tool.valid; });
-    rove(bar, () => [...bar.querySelectorAll<HTMLElement>("button")])();
+    this.settleTools();
     if (focused) bar.querySelector<HTMLElement>(`[data-tool="${CSS.escape(focused)}"]`)?.focus();
   }
 
   // A tool that takes a colour gets the one that is chosen; one that only may take one works without.
   private async run(tool: Tool): Promise<void> {
+    if (document.body.classList.contains("panel-open")) this.togglePanel();
     const item = tool.flags & TAKES_ITEM ? this.strip.chosen?.item : undefined;
     try {
       const [first] = await this.session.send([line("tool", tool.class, ...(item ? [item] : []))]);
@@ -123,22 +139,21 @@ class App {
   }
 
   private showLayers(layers: Layer[]): void {
-    byId("layers").replaceChildren(...[...layers].reverse().map(layer => {
-      const row = make("li", { class: layer.hidden || layer.locked ? "dim" : "" }, icon(icons.layer),
-                       make("span", { class: "text", title: layer.name }, layer.name));
-      const mark = (path: string, name: string) => {
-        const picture = icon(path);
-        picture.removeAttribute("aria-hidden");
-        picture.setAttribute("role", "img");
-        picture.setAttribute("aria-label", name);
-        row.append(picture);
-      };
-      if (layer.master) row.append(make("span", { class: "tag" }, "master"));
-      if (layer.locked) mark(icons.lock, "locked");
-      if (layer.hidden) mark(icons.hidden, "hidden");
-      row.append(make("span", { class: "count" }, number.format(layer.objects)));
-      return row;
-    }));
+    const list = byId("layers");
+    const focused = (document.activeElement as HTMLElement | null)?.dataset.act;
+    const button = (layer: Layer, name: string, isOn: boolean, path: string, verb: string) =>
+      make("button", { class: "tool", "aria-label": `${layer.name}: ${name}`, title: name, "aria-pressed": String(isOn),
+                       "data-act": `${name} ${layer.name}`,
+                       click: () => { this.session.ask(line("layer", layer.name, verb)).catch(fail); } }, icon(path));
+    list.replaceChildren(...[...layers].reverse().map(layer => make(
+      "li", { class: layer.hidden || layer.locked ? "dim" : "" },
+      layer.master ? icon(icons.layer) : button(layer, "Hidden", layer.hidden, layer.hidden ? icons.hidden : icons.shown, layer.hidden ? "show" : "hide"),
+      make("span", { class: "text", title: layer.name }, layer.name),
+      layer.master ? make("span", { class: "tag" }, "master")
+                   : button(layer, "Locked", layer.locked, layer.locked ? icons.lock : icons.unlocked, layer.locked ? "unlock" : "lock"),
+      make("span", { class: "count" }, number.format(layer.objects)))));
+    this.settleLayers();
+    if (focused) list.querySelector<HTMLElement>(`[data-act="${CSS.escape(focused)}"]`)?.focus();
   }
 
   private addActions(): void {
@@ -162,7 +177,13 @@ class App {
       event.preventDefault();
       byId(id).click();
     });
-    byId("badge").addEventListener("click", () => byId("tools").querySelector<HTMLElement>("button")?.focus());
+    byId("badge").addEventListener("click", () => {
+      if (getComputedStyle(byId("side")).visibility === "hidden") this.togglePanel();
+      else byId("tools").querySelector<HTMLElement>("button")?.focus();
+    });
+    const closePanel = () => { if (document.body.classList.contains("panel-open")) this.togglePanel(); };
+    byId("stage").addEventListener("pointerdown", closePanel, true);
+    byId("side").addEventListener("keydown", event => { if (event.key === "Escape") closePanel(); });
     byId("choose").addEventListener("click", () => byId("file").click());
     byId<HTMLInputElement>("file").addEventListener("change", event => {
       const input = event.target as HTMLInputElement;
@@ -171,10 +192,12 @@ class App {
     });
   }
 
+  // Where the window is narrow the tools and layers lie in a panel.
   private togglePanel(): void {
     const isOpen = document.body.classList.toggle("panel-open");
     byId("panel").setAttribute("aria-expanded", String(isOpen));
     if (isOpen) byId("tools").querySelector<HTMLElement>('button[tabindex="0"]')?.focus();
+    else if (byId("side").contains(document.activeElement)) byId("panel").focus();
   }
 
   private openMenu(of: "open" | "download"): void {
@@ -258,14 +281,6 @@ class App {
     if (progress) byId("progress-text").textContent = `${progress.line}  ${progress.seconds >= 1 ? `${Math.round(progress.seconds)} s` : ""}`;
   }
 
-  private showEnd(reason: string): void {
-    const dialog = byId<HTMLDialogElement>("ended-dialog");
-    if (dialog.open) return;
-    dialog.replaceChildren(make("h2", { id: "ended-title" }, "The session has ended"), make("p", {}, reason),
-                           make("div", { class: "buttons" }, make("button", { class: "primary end", click: () => location.reload() }, "Start again")));
-    dialog.showModal();
-  }
-
   async begin(): Promise<void> {
     if (this.session.state) await this.follow(this.session.state);
     else await this.session.ask("print state");
@@ -294,9 +309,8 @@ function showMenu(button: HTMLElement, entries: [string, () => void][]): void {
   menu.style.top = `${place.bottom + 4}px`;
   menu.style.left = `${Math.max(8, Math.min(place.left, innerWidth - menu.offsetWidth - 8))}px`;
   button.setAttribute("aria-expanded", "true");
-  const items = () => [...menu.querySelectorAll<HTMLElement>("button")];
-  rove(menu, items)();
-  items()[0]?.focus();
+  rove(menu)();
+  menu.querySelector("button")?.focus();
   document.addEventListener("pointerdown", outside, true);
 }
 
@@ -306,12 +320,8 @@ function setTheme(theme: string | null): void {
 
 async function main(): Promise<void> {
   setTheme(localStorage.getItem("kzdraw-theme"));
-  try {
-    const app = new App(await Session.start());
-    await app.begin();
-  } catch (error) {
-    fail(error);
-  }
+  const session = await Session.start().catch((error: unknown) => showEnd("No session could be started", message(error)));
+  if (session) await new App(session).begin().catch(fail);
   document.documentElement.dataset.ready = "true";
 }
 

@@ -34,24 +34,27 @@ export function icon(path: string): SVGSVGElement {
   return svg;
 }
 
-// One tab stop for a row of buttons; arrows move within it.
-export function rove(container: HTMLElement, items: () => HTMLElement[]): () => void {
+// One tab stop for the buttons of an element; arrows move within it, up and down by as many as a line of it has. What is
+// returned is for after every change of the buttons.
+export function rove(container: HTMLElement, columns = 1): () => void {
+  const buttons = () => [...container.querySelectorAll<HTMLButtonElement>("button")];
   const settle = () => {
-    const all = items();
-    const current = all.find(item => item.tabIndex === 0 && !item.hasAttribute("disabled")) ??
-      all.find(item => !item.hasAttribute("disabled"));
-    for (const item of all) item.tabIndex = item === current ? 0 : -1;
+    const all = buttons();
+    const current = all.find(button => button.tabIndex === 0 && !button.disabled) ?? all.find(button => !button.disabled);
+    for (const button of all) button.tabIndex = button === current ? 0 : -1;
   };
   container.addEventListener("keydown", event => {
-    const all = items().filter(item => !item.hasAttribute("disabled"));
-    const at = all.indexOf(document.activeElement as HTMLElement);
+    const all = buttons().filter(button => !button.disabled);
+    const at = all.indexOf(document.activeElement as HTMLButtonElement);
     if (at < 0) return;
     const last = all.length - 1;
-    const next = { ArrowRight: at + 1, ArrowDown: at + 1, ArrowLeft: at - 1, ArrowUp: at - 1, Home: 0, End: last }[event.key];
+    const next = {
+      ArrowRight: at + 1, ArrowDown: at + columns, ArrowLeft: at - 1, ArrowUp: at - columns, Home: 0, End: last,
+    }[event.key];
     if (next === undefined) return;
     event.preventDefault();
-    const target = all[Math.max(0, Math.min(last, next))];
-    for (const item of items()) item.tabIndex = item === target ? 0 : -1;
+    const target = all[next < 0 || next > last ? at : next];
+    for (const button of buttons()) button.tabIndex = button === target ? 0 : -1;
     target.focus();
   });
   return settle;

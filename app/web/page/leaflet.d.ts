@@ -21,8 +21,7 @@ declare module "leaflet" {
     setMaxZoom(zoom: number): this;
     getZoom(): number;
     getCenter(): LatLng;
-    zoomIn(): this;
-    zoomOut(): this;
+    setZoom(zoom: number): this;
     panBy(offset: [number, number], options?: object): this;
     getSize(): Point;
     invalidateSize(options?: object): this;

@@ -1,9 +1,12 @@
-// The strip of colours below the drawing. One is chosen; the tools that take a colour work on it.
+// The strip of colours below the drawing. One is chosen; the tools that take a colour work on it. Only the swatches that
+// can be seen are in the page.
 
 import { byId, make } from "./dom";
 import type { Color } from "./types";
 
-const MOST = 2000;  // swatches in the page; who has more colours chooses in the dialog
+const PITCH = 31;  // CSS pixels from one swatch to the next
+const EDGE = 4;  // of the strip, around them
+const MARGIN = 8;  // swatches beside those that can be seen
 
 function paint(color: Color): string {
   if (color.value) return color.value;
@@ -11,13 +14,22 @@ function paint(color: Color): string {
   return "linear-gradient(90deg, #222, #fff)";  // as the lists of the dialogs show what has no one colour
 }
 
+function objects(color: Color): string {
+  return color.objects === 1 ? "1 object" : `${color.objects.toLocaleString("en")} objects`;
+}
+
 export class Strip {
   private readonly list = byId("swatches");
+  private readonly sizer = make("div", { role: "none", class: "swatch-sizer" });
   private colors: Color[] = [];
   private at = -1;
 
   // `commands`: what can be done with a colour.
   constructor(private readonly commands: (color: Color) => { name: string; run: () => void }[]) {
+    this.list.append(this.sizer);
+    this.list.addEventListener("scroll", () => this.draw());
+    this.list.addEventListener("wheel", event => { if (event.deltaX === 0) this.list.scrollLeft += event.deltaY; }, { passive: true });
+    new ResizeObserver(() => this.draw()).observe(this.list);
     this.list.addEventListener("keydown", event => this.onKey(event));
     this.list.addEventListener("click", event => this.onClick(event));
     this.list.addEventListener("contextmenu", event => {
@@ -35,32 +47,44 @@ export class Strip {
     const before = isOtherDrawing ? null : this.chosen?.item;
     this.colors = colors;
     this.at = before ? colors.findIndex(color => color.item === before) : -1;
-    this.list.replaceChildren(...colors.slice(0, MOST).map((color, i) => {
-      const swatch = make("div", {
-        role: "option", id: `swatch-${i}`, "data-at": i, class: color.visible ? "swatch" : "swatch hidden-color",
-        title: `${color.name} · ${color.class} · ${color.objects}${color.visible ? "" : " · hidden"}`,
-        "aria-label": `${color.name}, ${color.class}, ${color.objects} objects${color.visible ? "" : ", hidden"}`,
-      });
-      swatch.style.background = paint(color);
-      return swatch;
-    }));
-    this.mark();
+    this.sizer.style.width = `${colors.length * PITCH}px`;
+    if (isOtherDrawing) this.list.scrollLeft = 0;
+    this.draw();
     const card = document.getElementById("color-card");
     if (card && this.chosen) this.openCard(false);
     else card?.remove();
   }
 
-  private choose(at: number): void {
-    this.at = at;
-    this.mark();
+  private draw(): void {
+    const first = Math.max(0, Math.floor(this.list.scrollLeft / PITCH) - MARGIN);
+    const last = Math.min(this.colors.length, Math.ceil((this.list.scrollLeft + this.list.clientWidth) / PITCH) + MARGIN);
+    const visible = Array.from({ length: Math.max(0, last - first) }, (_, i) => first + i);
+    if (this.at >= 0 && (this.at < first || this.at >= last)) visible.push(this.at);  // for whoever reads it out
+    this.sizer.replaceChildren(...visible.map(at => this.drawSwatch(at)));
+    if (this.at >= 0) this.list.setAttribute("aria-activedescendant", `swatch-${this.at}`);
+    else this.list.removeAttribute("aria-activedescendant");
   }
 
-  private mark(): void {
-    [...this.list.children].forEach((swatch, i) => swatch.setAttribute("aria-selected", String(i === this.at)));
-    if (this.at >= 0) {
-      this.list.setAttribute("aria-activedescendant", `swatch-${this.at}`);
-      this.list.children[this.at]?.scrollIntoView({ block: "nearest", inline: "nearest" });
-    } else this.list.removeAttribute("aria-activedescendant");
+  private drawSwatch(at: number): HTMLElement {
+    const color = this.colors[at];
+    const swatch = make("div", {
+      role: "option", id: `swatch-${at}`, "data-at": at, class: color.visible ? "swatch" : "swatch hidden-color",
+      "aria-selected": String(at === this.at), "aria-posinset": at + 1, "aria-setsize": this.colors.length,
+      title: `${color.name} · ${color.class} · ${objects(color)}${color.visible ? "" : " · hidden"}`,
+      "aria-label": `${color.name}, ${color.class}, ${objects(color)}${color.visible ? "" : ", hidden"}`,
+    });
+    swatch.style.left = `${at * PITCH}px`;
+    swatch.style.background = paint(color);
+    return swatch;
+  }
+
+  // Scrolls as little as it takes.
+  private choose(at: number): void {
+    this.at = at;
+    const { scrollLeft, clientWidth } = this.list;
+    if (at * PITCH < scrollLeft) this.list.scrollLeft = at * PITCH;
+    else if ((at + 1) * PITCH + 2 * EDGE > scrollLeft + clientWidth) this.list.scrollLeft = (at + 1) * PITCH + 2 * EDGE - clientWidth;
+    this.draw();
   }
 
   // The chosen colour, larger, with what can be done with it.
@@ -71,10 +95,10 @@ export class Strip {
     const sample = make("span", { class: "sample" });
     sample.style.background = paint(color);
     const detail = [color.class, color.value && color.value !== color.name ? color.value : null,
-                    `${color.objects} ${color.objects === 1 ? "object" : "objects"}`, color.visible ? null : "hidden"];
+                    objects(color), color.visible ? null : "hidden"];
     const card = make("div", { id: "color-card", role: "dialog", "aria-label": color.name },
                       make("div", { class: "head" }, sample,
-                           make("div", {}, make("strong", {}, color.name), make("span", {}, detail.filter(Boolean).join(" · ")))));
+                           make("div", {}, make("strong", {}, color.name), make("span", {}, detail.filter(Boolean).map(part => part!.replace(/ /g, "\u00a0")).join(" · ")))));
     for (const command of this.commands(color)) card.append(make("button", { click: () => command.run() }, command.name));
     const close = () => {
       card.remove();
@@ -90,7 +114,7 @@ export class Strip {
       this.list.focus();
     });
     byId("strip").append(card);
-    const swatch = this.list.children[this.at] as HTMLElement | undefined;
+    const swatch = document.getElementById(`swatch-${this.at}`);
     const left = (swatch?.getBoundingClientRect().left ?? 8) - 12;
     card.style.left = `${Math.max(8, Math.min(left, innerWidth - card.offsetWidth - 8))}px`;
     document.addEventListener("pointerdown", outside, true);
@@ -105,9 +129,13 @@ export class Strip {
   }
 
   private onKey(event: KeyboardEvent): void {
-    const last = Math.min(this.colors.length, MOST) - 1;
-    const steps: Record<string, number> = { ArrowRight: this.at + 1, ArrowDown: this.at + 1, ArrowLeft: this.at - 1, ArrowUp: this.at - 1, Home: 0, End: last };
-    if (event.key in steps) this.choose(Math.max(0, Math.min(last, steps[event.key])));
+    const last = this.colors.length - 1;
+    const page = Math.max(1, Math.floor(this.list.clientWidth / PITCH) - 1);
+    const steps: Record<string, number> = {
+      ArrowRight: this.at + 1, ArrowDown: this.at + 1, ArrowLeft: this.at - 1, ArrowUp: this.at - 1,
+      PageDown: this.at + page, PageUp: this.at - page, Home: 0, End: last,
+    };
+    if (event.key in steps && last >= 0) this.choose(Math.max(0, Math.min(last, steps[event.key])));
     else if (event.key === "Enter" || event.key === " ") this.openCard();
     else return;
     event.preventDefault();

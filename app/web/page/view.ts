@@ -9,6 +9,8 @@ import type { State } from "./types";
 
 const TILE = 256;  // CSS pixels
 const REACH = 4;  // CSS pixels that a click may miss by
+const STEP = 60;  // CSS pixels that an arrow key pans by
+const ZOOM = 0.5;  // zoom levels of a key or a button
 
 // A unit of the drawing is a pixel at zoom 0; y grows downwards.
 const crs = L.Util.extend({}, L.CRS.Simple, { transformation: new L.Transformation(1, 0, 1, 0) });
@@ -56,17 +58,27 @@ export class DrawingView {
   private page: [number, number, number, number] = [0, 0, 1, 1];
   private lastHit = { x: NaN, y: NaN, names: [] as string[], at: 0 };
   private selects = false;  // dragging draws a rubber band
+  private zooms = false;  // a zoom is on its way
+  private zoomLeft = 0;  // what was asked for meanwhile
 
   constructor(private readonly session: Session, private readonly fail: (error: unknown) => void) {
     const element = byId("map");
     const still = matchMedia("(prefers-reduced-motion: reduce)").matches;
     this.map = L.map(element, {
-      crs, zoomSnap: 0, zoomDelta: 0.5, wheelPxPerZoomLevel: 90, attributionControl: false, zoomControl: false, boxZoom: false,
+      crs, zoomSnap: 0, wheelPxPerZoomLevel: 90, attributionControl: false, zoomControl: false, boxZoom: false, keyboard: false,
       doubleClickZoom: false, fadeAnimation: false, zoomAnimation: !still, inertia: !still, maxBoundsViscosity: 0,
     });
     this.map.setView([0, 0], 0);
     this.map.on("click", event => this.hit(event.latlng.lng, event.latlng.lat, event.originalEvent.shiftKey).catch(this.fail));
-    element.addEventListener("pointerdown", event => this.startBand(event), true);
+    this.map.on("zoomstart", () => { this.zooms = true; });
+    this.map.on("zoomend", () => {
+      this.zooms = false;
+      this.zoomBy(0);
+    });
+    element.addEventListener("pointerdown", event => {
+      element.focus({ preventScroll: true });
+      this.startBand(event);
+    }, true);
     element.addEventListener("keydown", event => this.onKey(event));
     new ResizeObserver(() => this.map.invalidateSize({ animate: false })).observe(element);
     this.addButtons();
@@ -86,9 +98,9 @@ export class DrawingView {
     };
     choose(false);
     bar.append(pan, select, make("span", { class: "gap", role: "separator", "aria-orientation": "vertical" }),
-               button("Zoom in", icons.plus, () => this.map.zoomIn(), "+"), button("Zoom out", icons.minus, () => this.map.zoomOut(), "-"),
+               button("Zoom in", icons.plus, () => this.zoomBy(ZOOM), "+"), button("Zoom out", icons.minus, () => this.zoomBy(-ZOOM), "-"),
                button("Show the whole page", icons.fit, () => this.fit(), "0"));
-    rove(bar, () => [...bar.querySelectorAll<HTMLElement>("button")])();
+    rove(bar)();
     document.addEventListener("keydown", event => {
       if (event.ctrlKey || event.altKey || event.metaKey || document.querySelector("dialog[open]")) return;
       if ((event.target as Element).closest("#swatches, input")) return;
@@ -170,6 +182,15 @@ export class DrawingView {
     this.map.setMinZoom(zoom - 4).setMaxZoom(zoom + 10);
   }
 
+  // The map takes no zoom while one is on its way: what comes then follows.
+  private zoomBy(levels: number): void {
+    this.zoomLeft += levels;
+    if (this.zooms || this.zoomLeft === 0) return;
+    const zoom = this.map.getZoom() + this.zoomLeft;
+    this.zoomLeft = 0;
+    this.map.setZoom(zoom);
+  }
+
   private unit(): number { return Math.pow(2, this.map.getZoom()); }  // CSS pixels of one
 
   // Selects what is topmost there; a further click on the same place, what lies below it.
@@ -243,11 +264,21 @@ export class DrawingView {
     await (adds ? this.add(answer[what]) : this.select(answer[what]));
   }
 
+  // An arrow pans at once, so that every press counts and the middle is where it is seen to be.
   private onKey(event: KeyboardEvent): void {
-    if (event.key === "Escape") this.select([]).catch(this.fail);
-    if (event.key !== "Enter" && event.key !== " ") return;
+    if (event.ctrlKey || event.altKey || event.metaKey) return;
+    const step = event.shiftKey ? 3 * STEP : STEP;
+    const pans: Record<string, [number, number]> = {
+      ArrowLeft: [-step, 0], ArrowRight: [step, 0], ArrowUp: [0, -step], ArrowDown: [0, step],
+    };
+    if (event.key in pans) this.map.panBy(pans[event.key], { animate: false });
+    else if (event.key === "+" || event.key === "=") this.zoomBy(ZOOM);
+    else if (event.key === "-") this.zoomBy(-ZOOM);
+    else if (event.key === "Escape") this.select([]).catch(this.fail);
+    else if (event.key === "Enter" || event.key === " ") {
+      const center = this.map.getCenter();
+      this.hit(center.lng, center.lat, event.shiftKey).catch(this.fail);
+    } else return;
     event.preventDefault();
-    const center = this.map.getCenter();
-    this.hit(center.lng, center.lat, event.shiftKey).catch(this.fail);
   }
 }
