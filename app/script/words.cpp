@@ -14,6 +14,11 @@ bool isBlank(char c) {
 
 bool splitWords(std::string_view line, std::vector<std::string>& words, std::string& error) {
     words.clear();
+    // For the system a name would end there, and another file be read or written.
+    if (line.find('\0') != line.npos) {
+        error = "the line holds a NUL character";
+        return false;
+    }
     std::string word;
     bool inWord = false;
     char quote = 0;

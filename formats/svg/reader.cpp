@@ -90,8 +90,6 @@ std::string_view reasonOf(const pugi::xml_parse_result& result, std::size_t size
     if (static_cast<std::size_t>(result.offset) + 1 >= size)
         return "the file ends in the middle of the drawing";
     switch (result.status) {
-        case status_out_of_memory:
-            return "out of memory";
         case status_unrecognized_tag:
             return "\"<\" does not start an element here";
         case status_bad_pi:
@@ -173,6 +171,7 @@ std::unique_ptr<ADocument> readText(std::string bytes, std::optional<Buffer> cop
     pugi::xml_document xml;
     const pugi::xml_parse_result result =
         xml.load_buffer_inplace(copy->data.get(), copy->size, pugi::parse_default, pugi::encoding_utf8);
+    if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
     if (!result) {
         const bool nothing = result.status == pugi::status_no_document_element;
         const std::size_t offset = nothing ? 0 : static_cast<std::size_t>(result.offset);

@@ -116,12 +116,14 @@ bool writeWholeFile(fs::path path, std::string_view bytes, std::string& reason) 
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (fs::is_directory(status)) return reason = "it is a folder", false;
+    const bool isLink = fs::is_symlink(fs::symlink_status(path, error));
+    if (isLink && !fs::exists(status)) return reason = "it is a link that leads to no file", false;
     bool done = false;
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         done = writeBytes(path, bytes, error);
     } else {
         // Behind a link, not in its place.
-        if (fs::is_symlink(fs::symlink_status(path, error))) {
+        if (isLink) {
             const fs::path resolved = fs::weakly_canonical(path, error);
             if (!error) path = resolved;
         }

@@ -12,10 +12,11 @@ namespace {
 struct ImageList : GdiObject {
     static constexpr GdiKind kKind = GdiKind::imageList;
 
-    ImageList(int pictureWidth, int pictureHeight)
+    ImageList(int pictureWidth, int pictureHeight, WORD depth)
         : GdiObject(kKind), width(pictureWidth), height(pictureHeight) {
         auto bitmap = std::make_unique<Bitmap>();
         bitmap->width = width;
+        bitmap->depth = depth;
         bitmap->ownedByList = true;
         enterObject(bitmap.get());
         pictures = bitmap.release();
@@ -47,7 +48,8 @@ bool appendRows(Bitmap& pictures, std::int64_t rows) {
 
 HIMAGELIST ImageList_Create(int width, int height, UINT flags, int, int) {
     if (width <= 0 || height <= 0 || (flags & ILC_MASK) != 0) return fails(ERROR_INVALID_PARAMETER);
-    return guarded([&] { return handOver<HIMAGELIST>(std::make_unique<ImageList>(width, height)); });
+    const WORD depth = (flags & (ILC_COLOR24 | ILC_COLOR32)) == ILC_COLOR24 ? 24 : 32;
+    return guarded([&] { return handOver<HIMAGELIST>(std::make_unique<ImageList>(width, height, depth)); });
 }
 
 BOOL ImageList_Destroy(HIMAGELIST handle) {
@@ -108,7 +110,7 @@ BOOL ImageList_Draw(HIMAGELIST handle, int index, HDC contextHandle, int x, int 
     auto* context = find<DeviceContext>(contextHandle);
     if (list == nullptr || context == nullptr || !list->has(index) || style != ILD_NORMAL) return FALSE;
     if (context->bitmap == nullptr) return TRUE;
-    if (context->bitmap->depth != list->pictures->depth) return FALSE;
+    if (context->bitmap->depth == 1) return FALSE;
     copyPixels(*context->bitmap, x, y, list->width, list->height, *list->pictures, 0, list->top(index));
     return TRUE;
 }

@@ -187,6 +187,12 @@ TEST_F(Script, TellsWhatIsWrongWithALine) {
     for (const auto& row : table) EXPECT_EQ(failureOf(row.line), row.failure) << row.line;
 }
 
+TEST_F(Script, WithANulCharacterInALineIsRefused) {
+    for (const std::string line : {"print messages", "save 'a.svg", "# a remark"})
+        EXPECT_EQ(failureOf("print messages\n" + line + '\0' + ".png'\n"),
+                  "S:2: the line holds a NUL character");
+}
+
 TEST_F(Script, NeedsADrawingForMostThings) {
     for (const char* line :
          {"select hull", "select none", "select all", "layer Sea hide", "undo", "redo", "print selection",

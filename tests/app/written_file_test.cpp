@@ -38,6 +38,15 @@ TEST_F(WrittenFile, IsMadeOrReplaced) {
     EXPECT_EQ(filesInFolder(), 1U);
 }
 
+TEST_F(WrittenFile, TakesWhatAKilledProgramLeftOfItAway) {
+    folder.write(".a.svg-0123456789abcdef.part", "half");
+    folder.write(".b.svg-0123456789abcdef.part", "half of another");
+    folder.write(".a.svg-mine.part", "somebody's own");
+    app::writeFile(name("a.svg"), "one");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / ".a.svg-0123456789abcdef.part"));
+    EXPECT_EQ(filesInFolder(), 3U) << "a.svg and the two others";
+}
+
 TEST_F(WrittenFile, MayHaveAnyName) {
     app::writeFile(name("\xE6\xB8\xAF \xC3\xA9'.png"), "x");
     EXPECT_EQ(test::readText(folder.path() / std::filesystem::path(u8"\u6E2F \u00E9'.png")), "x");

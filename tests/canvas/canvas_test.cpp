@@ -466,3 +466,32 @@ TEST(Canvas, HugePensAndHugeTransformsLeaveItUsable) {
     fill(canvas, box(0, 0, 2, 1), kBlue);
     EXPECT_EQ(picture.rows(), "bb\n");
 }
+
+// A text of thousands of letters is such an outline.
+TEST(Canvas, OfManyFiguresThoseBesideThePictureChangeNothing) {
+    APath few, many;
+    for (int i = -400; i < 400; ++i) {
+        const AFRect figure{i * 3.0, 1, i * 3 + 2.0, 3};
+        append(many, figure);
+        append(many, {figure.left, figure.top + 4 * (i % 5), figure.right, figure.bottom + 4 * (i % 5)});
+        if (i < -5 || i > 5) continue;
+        append(few, figure);
+        append(few, {figure.left, figure.top + 4 * (i % 5), figure.right, figure.bottom + 4 * (i % 5)});
+    }
+    for (const AAffine& transform : {kAsIs, AAffine{0.9, 0.3, -0.3, 0.9, 1, 0.5}}) {
+        for (const EFillRule rule : {EFillRule::nonZero, EFillRule::evenOdd}) {
+            Picture one(9, 8), other(9, 8);
+            one.canvas.fill(many, transform, kRed, rule);
+            other.canvas.fill(few, transform, kRed, rule);
+            EXPECT_EQ(one.rows(), other.rows());
+            EXPECT_NE(one.rows().find('r'), std::string::npos);
+        }
+    }
+    Picture one(9, 8), other(9, 8);
+    AStrokeStyle style = wide(2);
+    style.dashes = {3, 1};
+    one.canvas.stroke(many, kAsIs, kBlue, style);
+    other.canvas.stroke(few, kAsIs, kBlue, style);
+    EXPECT_EQ(one.rows(), other.rows());
+    EXPECT_NE(one.rows().find('b'), std::string::npos);
+}

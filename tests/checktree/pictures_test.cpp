@@ -44,6 +44,16 @@ TEST_F(CheckTreePictures, TheListsAreBuiltFromTheBitmaps) {
     EXPECT_EQ(ImageList_GetBkColor(pictures()), test::kWhite);
 }
 
+TEST_F(CheckTreePictures, TheListsHoldTwentyFourBitsAPixel) {
+    for (const HIMAGELIST list : {pictures(), boxes()}) {
+        IMAGEINFO info{};
+        ASSERT_TRUE(ImageList_GetImageInfo(list, 1, &info));
+        BITMAP shape{};
+        ASSERT_NE(::GetObjectW(info.hbmImage, sizeof shape, &shape), 0);
+        EXPECT_EQ(shape.bmBitsPixel, 24);
+    }
+}
+
 TEST_F(CheckTreePictures, DisabledBoxesAreTheEnabledOnesOnTheFaceColor) {
     // 1 and 2 are one picture, 3 and 4 another, 5 and 6 the third.
     for (const int box : {1, 3, 5})

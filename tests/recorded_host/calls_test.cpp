@@ -2,11 +2,15 @@
 #include <gtest/gtest.h>
 
 #include "host_calls.h"
+#include "kzutil/message_box.h"
+#include "platform/driver/driver.h"
+#include "select/select_by_attr_tool.h"
 #include "select/select_color_tool.h"
 #include "select/select_similar_tool.h"
 #include "support/drawing.h"
 #include "viewfilter/color_tools.h"
 #include "viewfilter/view_attr_filter.h"
+#include "viewfilter/view_filter_tool.h"
 
 using test::Drawing;
 using test::hostCalls;
@@ -39,6 +43,22 @@ protected:
         while (!calls.empty() && calls.front() == "view") calls.erase(calls.begin());
         EXPECT_EQ(tool.getEndCount(), 1);
         return calls;
+    }
+    // The same of a tool with a dialog, without those for the view.
+    template <class Tool>
+    Calls callsWith(std::initializer_list<driver::Step> steps) {
+        Tool tool;
+        driver::Driver user(steps);
+        hostCalls().clear();
+        EXPECT_EQ(tool.onToolStart(), 1);
+        EXPECT_TRUE(user.finished());
+        EXPECT_EQ(tool.getEndCount(), 1);
+        Calls calls = std::exchange(hostCalls(), {});
+        std::erase(calls, "view");
+        return calls;
+    }
+    static driver::Step pressing(const char* caption) {
+        return [caption](driver::Dialog& dialog) { dialog.press(caption); };
     }
     void install() {
         delete drawing.view().m_viewFilter;
@@ -97,6 +117,36 @@ TEST_F(RecordedHost, TheSelectionToolsReplaceTheSelectionAndEndLast) {
     EXPECT_EQ(callsOf<ASelectColorTool>(), (Calls{"reset 0", "add 2 0 1", "end"}));
 }
 
+TEST_F(RecordedHost, TheSheetReplacesTheSelectionInOneStepAndEndsLast) {
+    const auto tick = [](driver::Dialog& sheet) {
+        sheet.page("Fill");
+        sheet.check("Solid/RGB Color/red");
+        sheet.press("OK");
+    };
+    EXPECT_EQ(callsWith<ASelectByAttrTool>({tick}),
+              (Calls{"before change", "reset 1", "add 1 0 1", "sort 1", "after change 2", "end"}));
+    EXPECT_EQ(takeKeptMessages().size(), 0U);
+    EXPECT_EQ(callsWith<ASelectByAttrTool>({pressing("OK")}),
+              (Calls{"before change", "reset 1", "after change 2", "end"}))
+        << "nothing is ticked";
+    EXPECT_EQ(takeKeptMessages().size(), 1U);
+    EXPECT_EQ(callsWith<ASelectByAttrTool>({pressing("Cancel")}), Calls{"end"});
+}
+
+TEST_F(RecordedHost, TheFilterDialogHandsOverAndRedrawsBeforeTheToolResetsRedrawsAndEnds) {
+    EXPECT_EQ(callsWith<AViewFilterTool>({pressing("OK")}),
+              (Calls{"filter", "redraw 0 all", "reset 1", "redraw 0 all", "end"}));
+    EXPECT_EQ(callsWith<AViewFilterTool>({pressing("OK")}),
+              (Calls{"redraw 0 all", "reset 1", "redraw 0 all", "end"}))
+        << "the view has a filter now";
+    EXPECT_EQ(callsWith<AViewFilterTool>({pressing("Cancel")}),
+              (Calls{"filter", "redraw 0 all", "redraw 0 all", "reset 1", "redraw 0 all", "end"}))
+        << "a copy of what was";
+    drawing.view().setViewFilter(nullptr);
+    EXPECT_EQ(callsWith<AViewFilterTool>({pressing("Cancel")}),
+              (Calls{"no filter", "redraw 0 all", "redraw 0 all", "reset 1", "redraw 0 all", "end"}));
+}
+
 TEST_F(RecordedHost, WithoutAViewAToolOnlyEnds) {
     drawing.application.setActiveView(nullptr);
     EXPECT_EQ(callsOf<AShowAllTool>(), Calls{"end"});
@@ -105,6 +155,8 @@ TEST_F(RecordedHost, WithoutAViewAToolOnlyEnds) {
     EXPECT_EQ(callsOf<AHideAllExceptTool>(red), Calls{"end"});
     EXPECT_EQ(callsOf<ASelectSimilarTool>(), Calls{"end"});
     EXPECT_EQ(callsOf<ASelectColorTool>(), Calls{"end"});
+    EXPECT_EQ(callsOf<ASelectByAttrTool>(), Calls{"end"});
+    EXPECT_EQ(callsWith<AViewFilterTool>({pressing("OK")}), (Calls{"redraw 0 all", "redraw 0 all", "end"}));
     AHideThisTool refuses;
     hostCalls().clear();
     EXPECT_EQ(refuses.onToolStart(AFPoint(), red), 0);

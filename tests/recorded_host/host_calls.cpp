@@ -48,3 +48,18 @@ void ATool::notifyEnd(ATool* next) {
     hostCalls().push_back(next ? "end with a next tool" : "end");
     ++m_endCount;
 }
+
+void ASelection::sortSelection(int redraw) {
+    hostCalls().push_back("sort " + std::to_string(redraw));
+}
+
+int ATool::preChangeObject() {
+    hostCalls().push_back("before change");
+    return 1;
+}
+
+int ATool::postChangeObject(const AString* name, TRANS_FLAG, REPEAT_FLAG repeat) {
+    hostCalls().push_back("after change " + std::to_string(static_cast<int>(repeat)) +
+                          (name ? " named" : ""));
+    return 1;
+}

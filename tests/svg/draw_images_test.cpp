@@ -1,5 +1,8 @@
+#include <zlib.h>
+
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "canvas/image.h"
 #include "support/small_images.h"
@@ -30,6 +33,37 @@ std::string base64(const std::string& bytes) {
             text += i + k <= bytes.size() ? kDigits[bits >> (18 - 6 * k) & 63] : '=';
     }
     return text;
+}
+
+void append32(std::string& bytes, unsigned long value) {
+    for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xff);
+}
+
+void appendChunk(std::string& file, std::string_view type, std::string_view data) {
+    append32(file, data.size());
+    std::string body(type);
+    body += data;
+    file += body;
+    append32(file, crc32(0, reinterpret_cast<const Bytef*>(body.data()), static_cast<uInt>(body.size())));
+}
+
+// A black square, a bit to the pixel. Written by hand: in memory it would take as much as where it is decoded.
+std::string blackPng(unsigned side) {
+    std::string head;
+    append32(head, side);
+    append32(head, side);
+    head += std::string("\1\0\0\0\0", 5);
+    const std::string rows((side / 8 + 1) * std::size_t{side}, '\0');
+    std::string data(compressBound(rows.size()), '\0');
+    uLongf size = data.size();
+    compress(reinterpret_cast<Bytef*>(data.data()), &size, reinterpret_cast<const Bytef*>(rows.data()),
+             rows.size());
+    data.resize(size);
+    std::string file = "\x89PNG\r\n\x1a\n";
+    appendChunk(file, "IHDR", head);
+    appendChunk(file, "IDAT", data);
+    appendChunk(file, "IEND", "");
+    return file;
 }
 
 std::string percent(const std::string& bytes) {
@@ -191,6 +225,37 @@ TEST(DrawInnerDrawings, FillFilterSteps) {
     EXPECT_COLOR(picture, 30, 20, kRed);
     EXPECT_COLOR(picture, 50, 20, kBlue);
     EXPECT_COLOR(picture, 100, 50, kWhite);
+}
+
+TEST(DrawImages, AMuchReducedPictureShowsTheMeanOfItsPixels) {
+    AImage stripes(501, 301);  // no power of two, nor a multiple of one
+    for (int y = 0; y < stripes.height(); ++y) {
+        for (int x = 0; x < stripes.width(); ++x)
+            stripes.at(x, y) = x >= 250 ? 0xff0000ff : (x + y) % 2 == 0 ? 0xffff0000 : 0xffffffff;
+    }
+    const std::string attributes = "x='10' width='20' height='20' preserveAspectRatio='none'";
+    const std::string uri = "data:image/png;base64," + base64(encodePng(stripes));
+    const Picture picture = drawBody("<image " + attributes + " href='" + uri + "'/>");
+    EXPECT_TRUE(hasColor(picture, 13, 10, 0xff8080, 2));
+    EXPECT_TRUE(hasColor(picture, 10, 0, 0xff8080, 2)) << "up to its edges";
+    EXPECT_TRUE(hasColor(picture, 29, 19, 0x0000ff, 2));
+    EXPECT_COLOR(picture, 9, 10, 0xffffff);
+    EXPECT_COLOR(picture, 30, 10, 0xffffff);
+    EXPECT_COLOR(picture, 13, 20, 0xffffff);
+}
+
+// Bombs are a few kilobytes that become a gigabyte. Their heads tell, so that nothing is decoded of those beyond.
+TEST(DrawImages, OfADrawingHaveABoundedNumberOfPixelsForTheirBytes) {
+    const auto dataUri = [](const std::string& bytes) { return "data:image/png;base64," + base64(bytes); };
+    const std::string size = "width='20' height='20'";
+    const std::string large = image("x='20' " + size, dataUri(blackPng(4096)));
+    const std::string small = image("x='40' " + size, dataUri(png()));
+    EXPECT_COLOR(drawBody(large), 30, 10, 0x000000);
+    std::string bomb = blackPng(8);
+    bomb.replace(16, 8, std::string("\0\0\x3e\x80\0\0\x3e\x80", 8));  // 16000 by 16000
+    const Picture picture = drawBody(image(size, dataUri(bomb)) + large + small);
+    EXPECT_COLOR(picture, 30, 10, 0xffffff);
+    EXPECT_COLOR(picture, 42, 2, 0xff0000);
 }
 
 }  // namespace svg_test

@@ -314,4 +314,15 @@ TEST(DrawText, EffectsOfPartsInPartsJoin) {
     EXPECT_LT(most(deep), 40);
 }
 
+TEST(DrawText, ALongTextThatIsUsedAgainLooksAsItDidBefore) {
+    std::string words;
+    for (int i = 0; i < 16; ++i) words += "word " + std::to_string(i) + ' ';
+    const std::string text = "<text id='t' y='20' font-size='12'>" + words + "</text>";
+    const Picture used = drawBody(text + "<use href='#t' y='40'/><use href='#t' y='60' letter-spacing='1'/>");
+    const Picture each = drawBody(text + "<text y='60' font-size='12'>" + words + "</text>" +
+                                  "<text y='80' font-size='12' letter-spacing='1'>" + words + "</text>");
+    EXPECT_EQ(used, each);
+    EXPECT_FALSE(used == drawBody(text));
+}
+
 }  // namespace svg_test

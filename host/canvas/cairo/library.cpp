@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cmath>
 #include <new>
+#include <span>
 
 #include "canvas/cairo/limits.h"
 #include "canvas/cairo/path_cutting.h"
@@ -29,13 +30,11 @@ bool isFlat(const AFPoint& from, const AFPoint* to) {
     return isNear(to[0], from, along, length2) && isNear(to[1], from, along, length2);
 }
 
-}  // namespace
-
-void trace(cairo_t* cairo, const APath& path, const AFPoint* points, bool flattens) {
-    const AFPoint* point = points;
+// Whole figures.
+void traceFigures(cairo_t* cairo, std::span<const APath::EVerb> verbs, const AFPoint* point, bool flattens) {
     AFPoint figure;  // where it started
     AFPoint at;
-    for (APath::EVerb verb : path.verbs()) {
+    for (const APath::EVerb verb : verbs) {
         switch (verb) {
             case APath::EVerb::move:
                 cairo_move_to(cairo, point->x, point->y);
@@ -61,6 +60,33 @@ void trace(cairo_t* cairo, const APath& path, const AFPoint* points, bool flatte
                 break;
         }
     }
+}
+
+// In every row cairo counts with all figures of an outline, those far beside the picture too. Of an outline with more
+// verbs, such as a text of thousands of letters, each figure is looked at before.
+constexpr std::size_t kManyVerbs = 1024;
+
+constexpr std::size_t pointsOf(APath::EVerb verb) {
+    return verb == APath::EVerb::close ? 0 : verb == APath::EVerb::curve ? 3 : 1;
+}
+
+AFRect boxOf(std::span<const AFPoint> points) {
+    AFRect box{kLargest, kLargest, -kLargest, -kLargest};
+    for (const AFPoint& p : points) {
+        box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x),
+               std::max(box.bottom, p.y)};
+    }
+    return box;
+}
+
+bool touches(const AFRect& box, const AFRect& seen) {
+    return box.left < seen.right && box.right > seen.left && box.top < seen.bottom && box.bottom > seen.top;
+}
+
+}  // namespace
+
+void trace(cairo_t* cairo, const APath& path, const AFPoint* points, bool flattens) {
+    traceFigures(cairo, path.verbs(), points, flattens);
 }
 
 ACanvas::Library::Library(const APixels& pixels) : m_pixels(pixels) {
@@ -103,11 +129,49 @@ bool ACanvas::Library::isVisible(const AFRect& box, double margin) const {
 }
 
 void ACanvas::Library::traceArea(const APath& path, const AAffine& toPixels, const AFRect& box) {
-    if (isWithin(box, kFar)) return trace(cairo(), path, m_points.data(), true);
+    if (path.verbs().size() >= kManyVerbs) {
+        traceSeen(path, 1, true, &toPixels);
+    } else if (isWithin(box, kFar)) {
+        trace(cairo(), path, m_points.data(), true);
+    } else {
+        traceCut(path, toPixels);
+    }
+}
+
+void ACanvas::Library::traceLine(const APath& path, const APen& pen) {
+    path.verbs().size() >= kManyVerbs ? traceSeen(path, pen.reach, pen.isThin, nullptr)
+                                      : trace(cairo(), path, m_points.data(), pen.isThin);
+}
+
+void ACanvas::Library::traceCut(const APath& path, const AAffine& toPixels) {
     constexpr double kRoom = 64;
     const APath cut =
         cutForFill(path, toPixels, {-kRoom, -kRoom, m_pixels.width + kRoom, m_pixels.height + kRoom});
     trace(cairo(), cut, cut.points().data());
+}
+
+void ACanvas::Library::traceSeen(const APath& path, double margin, bool flattens, const AAffine* toPixels) {
+    const RECT whole = bounds();
+    const AFRect seen{whole.left - margin, whole.top - margin, whole.right + margin, whole.bottom + margin};
+    const std::span<const APath::EVerb> verbs = path.verbs();
+    const std::span<const AFPoint> points = m_points;
+    APath figure;
+    std::size_t point = 0;
+    for (std::size_t first = 0, last = 0; first < verbs.size(); first = last) {
+        const std::size_t start = point;
+        do {
+            point += pointsOf(verbs[last++]);
+        } while (last < verbs.size() && verbs[last] != APath::EVerb::move);
+        const AFRect box = boxOf(points.subspan(start, point - start));
+        if (!touches(box, seen)) continue;
+        if (!toPixels || isWithin(box, kFar)) {
+            traceFigures(cairo(), verbs.subspan(first, last - first), &points[start], flattens);
+        } else {
+            figure.assign(verbs.subspan(first, last - first),
+                          std::span(path.points()).subspan(start, point - start));
+            traceCut(figure, *toPixels);
+        }
+    }
 }
 
 void ACanvas::Library::setSource(const ASource& source) {

@@ -31,7 +31,7 @@ public:
     // The outline of the path that has just been placed, for a fill or a clip.
     void traceArea(const APath& path, const AAffine& toPixels, const AFRect& box);
     // The same for a stroke; the box is within kFar.
-    void traceLine(const APath& path, const APen& pen) { trace(cairo(), path, m_points.data(), pen.isThin); }
+    void traceLine(const APath& path, const APen& pen);
 
     // The source outlives the settling.
     void setSource(const ASource& source);
@@ -53,6 +53,10 @@ private:
     };
 
     void start();
+    void traceCut(const APath& path, const AAffine& toPixels);
+    // Figure by figure, without those that lie farther from what can be seen. With a transform, those that reach too
+    // far are cut.
+    void traceSeen(const APath& path, double margin, bool flattens, const AAffine* toPixels);
     void applyClip(const Clip& clip);
     RECT clipExtents() const;
 

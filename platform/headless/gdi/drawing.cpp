@@ -77,7 +77,7 @@ BOOL BitBlt(HDC targetHandle, int x, int y, int width, int height, HDC sourceHan
     auto* source = find<DeviceContext>(sourceHandle);
     if (target == nullptr || source == nullptr || source->bitmap == nullptr) return FALSE;
     if (target->bitmap == nullptr) return TRUE;
-    if (target->bitmap->depth == source->bitmap->depth) {
+    if ((target->bitmap->depth == 1) == (source->bitmap->depth == 1)) {
         copyPixels(*target->bitmap, x, y, width, height, *source->bitmap, sourceX, sourceY);
         return TRUE;
     }

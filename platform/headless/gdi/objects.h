@@ -53,7 +53,7 @@ struct Bitmap : GdiObject {
 
     int width = 0;
     int height = 0;
-    WORD depth = 32;           // 32 or 1; both keep 32-bit pixels
+    WORD depth = 32;           // 32 or 1, of image lists also 24; all keep 32-bit pixels
     bool section = false;      // its bits are known outside
     bool ownedByList = false;  // an image list's
     std::vector<Pixel> pixels;

@@ -85,6 +85,28 @@ TEST_F(Files, AreReplacedBehindALink) {
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "link.svg"));
 }
 
+TEST_F(Files, BehindALinkThatLeadsNowhereAreNotMade) {
+    std::filesystem::create_symlink("none.svg", folder.path() / "dangling.svg");
+    std::filesystem::create_symlink("other.svg", folder.path() / "loop.svg");
+    std::filesystem::create_symlink("loop.svg", folder.path() / "other.svg");
+    for (const char* link : {"dangling.svg", "loop.svg"}) {
+        const std::string file = (folder.path() / link).string();
+        const std::string reason = file + ": cannot be written: it is a link that leads to no file\n";
+        EXPECT_EQ(runKzdraw({"view", sea, "--hide", "red", "-o", file}),
+                  (Outcome{2, "", "kzdraw: " + reason}));
+        EXPECT_EQ(runKzdraw({"script", "-"}, "open '" + sea + "'\nsave '" + file + "'\n"),
+                  (Outcome{2, "", "kzdraw: -:2: " + reason}));
+        EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / link));
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 4)
+        << "sea.svg and the links";
+}
+
+TEST_F(Files, ThatNeverEndAreReadNoFurtherThanTheyCanBeADrawing) {
+    EXPECT_EQ(runKzdraw({"info", "/dev/zero"}),
+              (Outcome{2, "", "kzdraw: /dev/zero:1: there is no element in it\n"}));
+}
+
 TEST_F(Files, MayHaveNamesAsLongAsTheSystemTakes) {
     const std::filesystem::path longest = folder.path() / (std::string(251, 'n') + ".svg");
     for (const char* text : {"one", "two"}) {

@@ -124,6 +124,52 @@ TEST_F(Memory, DrawsTheSamePictureOrNone) {
     expectAnOrderlyEnd({"render", shapes, "-o", test::utf8(out)}, out);
 }
 
+// The limit is the process's, so a shell sets it: from where the program starts at all to where it has enough.
+TEST_F(Memory, EndsInOrderWithLittleAddressSpace) {
+    std::string objects;
+    for (int i = 0; i < 60'000; ++i) objects += "<rect width='9' height='9' fill='#123456'/>\n";
+    const std::string drawing =
+        test::utf8(folder.write("many.svg",
+                                "<svg xmlns='http://www.w3.org/2000/svg' width='3000' height='3000'>"
+                                "<rect id='first' width='9' height='9' fill='#123456'/>" +
+                                    objects + "</svg>"));
+    const auto runWithin = [&](int mebibytes, std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"-c", "ulimit -v $1; shift; exec \"$@\"", "sh",
+                                             std::to_string(mebibytes * 1024), test::utf8(test::kzdraw())});
+        return test::runProgram("/bin/sh", arguments);
+    };
+    int least = 8;
+    while (runWithin(least, {"--version"}).status != 0) {
+        least += 4;
+        ASSERT_LT(least, 4096);
+    }
+    const std::string picture = test::utf8(folder.path() / "out.png"),
+                      written = test::utf8(folder.path() / "out.svg");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"select", drawing, "--same-color-as", "first", "--json"},
+          std::vector<std::string>{"view", drawing, "--hide", "#123456", "-o", picture},
+          std::vector<std::string>{"view", drawing, "--hide", "#123456", "-o", written}}) {
+        const Outcome whole = test::runKzdraw(arguments);
+        ASSERT_EQ(whole.status, 0) << whole;
+        int refused = 0;
+        for (int mebibytes = least; mebibytes < 4096; mebibytes += mebibytes < 128 ? 8 : 64) {
+            SCOPED_TRACE(arguments.back() + " within " + std::to_string(mebibytes) + " MiB");
+            const Outcome outcome = runWithin(mebibytes, arguments);
+            if (outcome == whole) break;
+            ++refused;
+            if (outcome.status == 0) {  // without the plug-in
+                EXPECT_TRUE(isIn("plug-in", outcome.err)) << outcome;
+                EXPECT_EQ(outcome.out, whole.out);
+                continue;
+            }
+            EXPECT_EQ(outcome.status, 2) << outcome;
+            EXPECT_TRUE(isIn("not enough memory", outcome.err) || isIn("plug-in", outcome.err)) << outcome;
+            EXPECT_TRUE(isIn("many.svg", outcome.err) || isIn("plug-in", outcome.err)) << outcome;
+        }
+        EXPECT_GT(refused, 0);
+    }
+}
+
 TEST_F(Memory, RunsAScriptOrEndsInOrder) {
     const std::filesystem::path out = folder.path() / "out.svg";
     const std::string script = test::utf8(folder.write(

@@ -215,8 +215,8 @@ void layOutText(DrawContext& context, const DrawnElement& text, std::vector<Text
     pieces.clear();
     if (!text.style.displayed) return;
     const TextCharacters characters = collectCharacters(context, text);
-    // What is repeated may be long: sixteen letters count as an element.
-    if (characters.characters.empty() || !context.spend(characters.characters.size() / 16)) return;
+    // What is repeated may be long: four letters, whose outlines take some two kilobytes, count as an element.
+    if (characters.characters.empty() || !context.spend(characters.characters.size() / 4)) return;
     Layout(context, text.space, characters, text.style.vertical).run(pieces);
 }
 

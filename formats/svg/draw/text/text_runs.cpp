@@ -14,13 +14,18 @@ constexpr double kSlightStretch = 0.02;
 // Letters pushed closer than this would lie upon each other; narrower ones can still be read.
 constexpr double kTightest = 0.9;
 
-// Letters of texts that place every one of them, and labels that many texts share.
+// Letters of texts that place every one of them, labels that many texts share, and whole texts that are used again.
 struct GlyphCache : DrawCache {
     using Key = std::pair<std::string, AFont>;
     static constexpr std::size_t kMostGlyphs = 4096;
-    static constexpr std::size_t kLongestLabel = 32;
-    std::map<Key, ATextOutline> glyphs;
-    std::map<Key, ATextClusters> clusters;
+    static constexpr std::size_t kMostBytes = std::size_t{1} << 17;  // of texts
+    template <class Outlines>
+    struct Kept {
+        std::map<Key, Outlines> outlines;
+        std::size_t bytes = 0;
+    };
+    Kept<ATextOutline> glyphs;
+    Kept<ATextClusters> clusters;
     std::map<AFont, AFontMetrics> metrics;
 };
 
@@ -79,14 +84,20 @@ private:
     }
 
     template <class Outlines, class Make>
-    static Outlines cached(std::map<GlyphCache::Key, Outlines>& cache, std::string_view text,
-                           const AFont& font, Make make) {
-        if (text.size() > GlyphCache::kLongestLabel) return make(text, font);
+    static Outlines cached(GlyphCache::Kept<Outlines>& cache, std::string_view text, const AFont& font,
+                           Make make) {
+        if (text.size() > GlyphCache::kMostBytes) return make(text, font);
         GlyphCache::Key key{std::string(text), font};
-        const auto found = cache.find(key);
-        if (found != cache.end()) return found->second;
-        if (cache.size() >= GlyphCache::kMostGlyphs) cache.clear();
-        return cache.emplace(std::move(key), make(text, font)).first->second;
+        const auto found = cache.outlines.find(key);
+        if (found != cache.outlines.end()) return found->second;
+        if (cache.outlines.size() >= GlyphCache::kMostGlyphs ||
+            cache.bytes + text.size() > GlyphCache::kMostBytes) {
+            cache.outlines.clear();
+            cache.bytes = 0;
+        }
+        Outlines& made = cache.outlines.emplace(std::move(key), make(text, font)).first->second;
+        cache.bytes += text.size();
+        return made;
     }
 
     ATextOutline outline(std::size_t first, std::size_t last) {
