@@ -63,9 +63,9 @@ TEST(Words, CannotBeSplitWhenAQuoteOrABackslashIsLeftOpen) {
     }
 }
 
-TEST(Words, MayHoldANulCharacter) {
+TEST(Words, HaveNoNulCharacter) {
     Words words;
     std::string error;
-    EXPECT_TRUE(app::splitWords(std::string_view("a\0b c", 5), words, error));
-    EXPECT_EQ(words, (Words{std::string("a\0b", 3), "c"}));
+    EXPECT_FALSE(app::splitWords(std::string_view("a\0b c", 5), words, error));
+    EXPECT_EQ(error, "the line holds a NUL character");
 }
