@@ -247,7 +247,10 @@ void ADisplayDrawing::drawAlone(ACanvas& canvas, const std::vector<std::uint32_t
             const std::uint32_t end = m_list.endOfItems(entry);
             for (std::uint32_t i = m_list.entry(entry).firstItem; i < end; ++i) {
                 const ADisplayItem& item = m_list.item(i);
-                if (item.part == EPaintPart::fill ? visible.fill : visible.stroke) drawItem(item, nullptr);
+                const ADisplayPaint& paint = m_list.paint(item.paint);
+                // A faint color counts as any other; a gradient may leave parts out.
+                if (item.part == EPaintPart::fill ? visible.fill : visible.stroke)
+                    drawItem(item, paint.gradient != 0 ? &paint : nullptr);
             }
         }
         for (std::size_t i = clips.size(); i > 0; --i) canvas.popClip();

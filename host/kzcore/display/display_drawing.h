@@ -24,7 +24,7 @@ public:
     // bad_alloc.
     bool draw(ACanvas& canvas, const std::function<bool()>& stops = {});
 
-    // One object by itself, in black, cut by the clips around it, of it what is shown.
+    // One object by itself, in black or its gradients, cut by the clips around it, of it what is shown.
     void drawAlone(ACanvas& canvas, const std::vector<std::uint32_t>& entries);
 
 private:
