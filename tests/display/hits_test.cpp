@@ -147,7 +147,8 @@ TEST(Hits, CountObjectsThatTheFormatDraws) {
 
 TEST(Hits, GoThroughWhatAGradientLeavesOut) {
     const Shown shown(svg_test::drawing(
-        "<radialGradient id='cone' cx='0.3' r='0.2' fx='0.8'><stop stop-color='red'/></radialGradient>"
+        "<radialGradient id='cone' cx='0.3' r='0.2' fx='0.8'><stop stop-color='red'/>"
+        "<stop offset='1'/></radialGradient>"
         "<linearGradient id='fade'><stop offset='0.5' stop-opacity='0'/><stop offset='0.5'/></linearGradient>"
         "<rect id='light' width='100' height='100' fill='url(#cone)'/>"
         "<rect id='half' x='100' width='100' height='100' fill='url(#fade)'/>"));
@@ -155,6 +156,14 @@ TEST(Hits, GoThroughWhatAGradientLeavesOut) {
     EXPECT_EQ(topAt(shown, 95, 50), "nothing");
     EXPECT_EQ(topAt(shown, 120, 50), "nothing");
     EXPECT_EQ(topAt(shown, 170, 50), "half");
+}
+
+TEST(Hits, FindWhatOnlyAFilterDraws) {
+    const Shown shown(svg_test::drawing(
+        "<filter id='f'><feFlood/></filter>"
+        "<rect id='flood' x='50' y='20' width='50' height='50' fill='none' filter='url(#f)'/>"));
+    EXPECT_EQ(topAt(shown, 75, 45), "flood");
+    EXPECT_EQ(topAt(shown, 20, 45), "nothing");
 }
 
 TEST(Hits, FindWhatAFilterHidesOnlyOnRequest) {

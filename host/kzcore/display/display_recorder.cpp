@@ -136,6 +136,8 @@ void ADisplayRecorder::wrapObject() {
     ABox reach = m_objectReach;
     for (std::size_t i = m_firstEntry; i < list.m_boxes.size(); ++i) reach.add(list.m_boxes[i]);
     if (reach.isEmpty()) return;
+    // An object without any paint can be seen, too: a flood stands where it would be.
+    if (m_firstEntry == list.m_entries.size()) startEntry(m_object->getIndex());
     const auto picture = static_cast<std::uint32_t>(list.m_groups.size());
     for (std::size_t i = m_firstGroup; i < list.m_groups.size(); ++i) {
         ADisplayGroup& group = list.m_groups[i];
