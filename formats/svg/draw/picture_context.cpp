@@ -69,7 +69,7 @@ private:
             level.next = chosenCase(node);
         }
         level.single = element == Element::use || element == Element::switch_;
-        m_levels.push_back(std::move(level));
+        m_levels.push_back(level);
     }
 
     void addLeaf(const DrawnElement& leaf, Element element) {

@@ -192,8 +192,7 @@ private:
     void addLines(APath& lines, int source) {
         if (lines.empty()) return;
         const Style& style = m_text.spans[static_cast<std::size_t>(source)].style;
-        m_pieces.push_back({std::move(lines), m_open->box, style, m_open->effect});
-        lines.clear();
+        m_pieces.push_back({std::exchange(lines, {}), m_open->box, style, m_open->effect});
     }
 
     DrawContext& m_context;
