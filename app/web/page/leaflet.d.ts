@@ -17,6 +17,8 @@ declare module "leaflet" {
     getContainer(): HTMLElement;
     setView(center: Corner | LatLng, zoom: number, options?: object): this;
     fitBounds(bounds: [Corner, Corner], options?: object): this;
+    getMinZoom(): number;
+    getMaxZoom(): number;
     setMinZoom(zoom: number): this;
     setMaxZoom(zoom: number): this;
     getZoom(): number;

@@ -186,8 +186,11 @@ export class DrawingView {
   private zoomBy(levels: number): void {
     this.zoomLeft += levels;
     if (this.zooms || this.zoomLeft === 0) return;
-    const zoom = this.map.getZoom() + this.zoomLeft;
+    const from = this.map.getZoom();
+    const zoom = Math.min(Math.max(from + this.zoomLeft, this.map.getMinZoom()), this.map.getMaxZoom());
     this.zoomLeft = 0;
+    if (zoom === from) return;
+    this.zooms = true;  // the map itself says so only with the next frame
     this.map.setZoom(zoom);
   }
 
