@@ -499,10 +499,11 @@ TEST_F(Window, TheHarbourBeforeAndAfterAColorIsHidden) {
     keepPicture("window-filtered");
     EXPECT_GT(hidden(), 0);
     EXPECT_GT(difference(grabCanvas(), before), 100);
-    driver::Driver acts({[&](driver::Dialog& dialog) {
-        keepPicture("window-view-filter");
-        dialog.press("Cancel");
-    }});
+    driver::Driver acts({[](driver::Dialog& dialog) { dialog.move(330, 120); },
+                         [&](driver::Dialog& dialog) {
+                             keepPicture("window-view-filter");
+                             dialog.press("Cancel");
+                         }});
     window.perform(toolCommand(window, "AViewFilterTool"));
     EXPECT_TRUE(acts.finished());
 }
