@@ -35,6 +35,18 @@ TEST(DisplayList, DrawsTexts) {
         "<text x='10' y='50' font-size='30' fill='navy'>Har<tspan fill='red'>bour</tspan></text>");
 }
 
+TEST(DisplayList, DrawsTextsWhoseLettersHavePlacesOfTheirOwn) {
+    expectSamePicture(
+        "<text x='20' y='40' font-size='24' stroke='red' text-decoration='underline'>one ring</text>"
+        "<g transform='rotate(20) skewX(10)'><text x='60' y='40' font-size='20' letter-spacing='3' "
+        "fill='lime' "
+        "stroke='black' vector-effect='non-scaling-stroke'>ring</text></g>"
+        "<text x='110' y='90' rotate='10 40' textLength='80' lengthAdjust='spacingAndGlyphs'>grin</text>"
+        "<path id='p' d='M10 90q40 -40 90 0' fill='none'/>"
+        "<text font-size='12'><textPath href='#p'>along the path</textPath></text>"
+        "<text x='180' y='10' writing-mode='tb' font-size='14'>down</text>");
+}
+
 TEST(DisplayList, DrawsGradients) {
     expectSamePicture(
         "<linearGradient id='g'><stop stop-color='red'/><stop offset='1' stop-color='blue'/>"
@@ -147,6 +159,25 @@ TEST(DisplayList, KeepsAnOutlineThatComesAgainOnce) {
     EXPECT_GE(often.list->entryCount(), 50U);
     EXPECT_EQ(often.list->outlineBytes(), once);
     expectSamePicture(uses(50), AAffine::scaling(1.5));
+}
+
+TEST(DisplayList, KeepsTheLettersOfATextThatComesAgainOnce) {
+    const auto texts = [](int count) {
+        std::string body;
+        for (int i = 0; i < count; ++i) {
+            const std::string at = std::to_string(i);
+            body += "<text x='" + at + "' y='" + std::to_string(i * 2) + "' fill='#" + at + at + at +
+                    "' stroke='red'>harbour</text>";
+        }
+        return svg_test::drawing(body);
+    };
+    const Shown once(texts(1));
+    const Shown often(texts(9));
+    EXPECT_EQ(often.list->entryCount(), 9U);
+    EXPECT_GT(once.list->outlineBytes(), 0U);
+    EXPECT_EQ(often.list->outlineBytes(), once.list->outlineBytes());
+    EXPECT_LT(often.list->bytes() - once.list->bytes(), 8 * 600U);
+    expectSamePicture(texts(9), AAffine::scaling(1.5));
 }
 
 TEST(DisplayList, TakesFewBytesForAnObject) {

@@ -51,12 +51,24 @@ const AObject& ADisplayList::object(std::uint32_t number) const {
 }
 
 void ADisplayList::readOutline(const ADisplayOutline& outline, APath& path) const {
-    path.assign({m_verbs.data() + outline.firstVerb, outline.verbs},
-                {m_points.data() + outline.firstPoint, outline.points});
+    if (!outline.isText()) {
+        return path.assign({m_verbs.data() + outline.firstVerb, outline.verbs},
+                           {m_points.data() + outline.firstPoint, outline.points});
+    }
+    path.clear();
+    for (std::uint32_t i = outline.firstVerb; i < outline.firstVerb + outline.verbs; ++i) {
+        const ADisplayTextLine& line = m_textLines[i];
+        for (std::uint32_t k = line.firstLetter; k < line.firstLetter + line.letters; ++k) {
+            const ADisplayLetter& letter = m_letters[k];
+            path.append(m_letterOutlines[letter.outline]->path(),
+                        line.placed * AAffine::translation(letter.at.x, letter.at.y));
+        }
+    }
 }
 
 std::size_t ADisplayList::bytes() const {
-    std::size_t bytes = bytesOf(m_items) + bytesOf(m_entries) + bytesOf(m_boxes) + bytesOf(m_groups) +
+    std::size_t bytes = bytesOf(m_letterOutlines) + bytesOf(m_letters) + bytesOf(m_textLines) +
+                        bytesOf(m_items) + bytesOf(m_entries) + bytesOf(m_boxes) + bytesOf(m_groups) +
                         bytesOf(m_clips) + bytesOf(m_paints) + bytesOf(m_gradients) + bytesOf(m_pens) +
                         bytesOf(m_transforms) + m_tree.bytes() + bytesOf(m_referItems) +
                         bytesOf(m_fillItems) + bytesOf(m_strokeItems);
@@ -66,7 +78,10 @@ std::size_t ADisplayList::bytes() const {
 }
 
 std::size_t ADisplayList::outlineBytes() const {
-    return bytesOf(m_verbs) + bytesOf(m_points);
+    std::size_t bytes = bytesOf(m_verbs) + bytesOf(m_points);
+    for (const auto& letter : m_letterOutlines)
+        bytes += bytesOf(letter->path().verbs()) + bytesOf(letter->path().points());
+    return bytes;
 }
 
 std::shared_ptr<const ADisplayList> makeDisplayList(ADocument& document) {

@@ -94,6 +94,9 @@ public:
     // On what is drawn on now: the device's canvas, or that of a group, or the recorder.
     void fill(const APath& path, const AAffine& toPixels, const APaint& paint, EFillRule rule);
     void stroke(const APath& path, const AAffine& toPixels, const APaint& paint, const AStrokeStyle& style);
+    void fill(const ATextShape& text, const AAffine& toPixels, const APaint& paint, EFillRule rule);
+    void stroke(const ATextShape& text, const AAffine& toPixels, const APaint& paint,
+                const AStrokeStyle& style);
     // Not to a recorder.
     void drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth, EBlend blend);
     // Of the current canvas, kept up to date by pushClip and popClip; cheaper than asking it.
@@ -212,6 +215,7 @@ private:
     AAffine m_place;
     ACanvas* m_canvas;
     ADisplayRecorder* m_recorder = nullptr;
+    APath m_letters;  // scratch
     RECT m_clipBounds;
     RECT m_touched{0, 0, 0, 0};
     std::vector<pugi::xml_node> m_visited;
