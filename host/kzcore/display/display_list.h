@@ -161,3 +161,5 @@ private:
 // The list of a document, by the painter of its format; documents without one show their objects' boxes. Raises
 // bad_alloc.
 std::shared_ptr<const ADisplayList> makeDisplayList(ADocument& document);
+// The same with so many threads, of which two are used; 0: those that are worth it.
+std::shared_ptr<const ADisplayList> makeDisplayList(ADocument& document, unsigned threads);

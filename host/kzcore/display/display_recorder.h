@@ -46,6 +46,19 @@ public:
     void close();
     void drawAsOnePicture() { m_list->m_onePicture = true; }
 
+    // What was done again and again, of what may be; see append().
+    void noteRepeated(std::size_t elements, std::size_t most) {
+        m_repeated = elements;
+        m_mostRepeated = most;
+    }
+    // Nothing was recorded yet, and nothing is open.
+    bool isUntouched() const { return m_list->m_entries.empty() && !isOpen() && !m_list->m_onePicture; }
+    bool isOpen() const { return !m_open.empty(); }
+    // What another recorder of the document recorded comes behind, as if it had been recorded here. Both recorded
+    // objects of their own, nothing is open. False, and nothing happens, when together they repeated more than one
+    // may. Raises bad_alloc: both are used up then.
+    bool append(ADisplayRecorder&& other);
+
     // The list, complete; the recorder is used up.
     std::shared_ptr<const ADisplayList> finish();
 
@@ -77,6 +90,7 @@ private:
     std::uint32_t referItemNumber(AReferItem* item);
 
     std::shared_ptr<ADisplayList> m_list;
+    std::size_t m_repeated = 0, m_mostRepeated = 0;
     std::vector<Open> m_open;
     std::uint32_t m_current = kNoGroup;
     ABox m_clip = ABox::everything();

@@ -169,6 +169,10 @@ bool DrawContext::spend(std::size_t elements) {
     return enough;
 }
 
+std::size_t DrawContext::mostRepeated() const {
+    return repeatable(m_tree.elementCount());
+}
+
 bool DrawContext::HeldPixels::take(std::size_t pixels) {
     // A dozen screens of the largest kind in one another, sixty of the usual size.
     constexpr std::size_t kMostHeld = std::size_t{1} << 27;

@@ -148,6 +148,9 @@ public:
     void leaveReference() { m_visited.pop_back(); }
     // Takes elements (or a similar amount of work) from the budget of repetition; false when it is spent.
     bool spend(std::size_t elements);
+    // What of that budget was taken, and how much it was.
+    std::size_t spent() const { return mostRepeated() - m_repeatable; }
+    std::size_t mostRepeated() const;
 
     // Pixels of images that something is drawn into at the same time: groups, masks, patterns in one another.
     // False when there are too many: make no image then.
