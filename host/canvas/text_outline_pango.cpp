@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 
+#include "canvas/library_call.h"
 #include "canvas/text_outline.h"
 
 namespace {
@@ -205,6 +206,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
     if (!canBeLaidOut(line, font)) return {};
     const double size = layoutSize(line);
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, size);
     PangoLayoutLine* const laidOut = shared.layOut(line, *description, font.rightToLeft);
@@ -219,6 +221,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
             clusters.list.push_back(clusterOf(shared, at, font.size / size));
         }
     }
+    ALibraryCall::check();
     std::sort(clusters.list.begin(), clusters.list.end(),
               [](const ATextCluster& a, const ATextCluster& b) { return a.begin < b.begin; });
     return clusters;
@@ -226,6 +229,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
 
 AFontMetrics fontMetrics(const AFont& font) {
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, kLayoutSize);
     const Held<PangoFontMetrics> of(pango_context_get_metrics(shared.context(), description.get(), nullptr));
@@ -246,6 +250,7 @@ AFontMetrics fontMetrics(const AFont& font) {
     const Held<PangoFont> loaded(
         pango_font_map_load_font(shared.fonts(), shared.context(), description.get()));
     hb_font_t* const table = loaded ? pango_font_get_hb_font(loaded.get()) : nullptr;
+    ALibraryCall::check();
     if (!table) return metrics;
     int across = 0, down = 0;
     hb_font_get_scale(table, &across, &down);
@@ -253,6 +258,7 @@ AFontMetrics fontMetrics(const AFont& font) {
         hb_position_t position = 0;
         if (down != 0 && hb_ot_metrics_get_position(table, tag, &position) && position > 0)
             value = position * font.size / down;
+        ALibraryCall::check();
     };
     read(HB_OT_METRICS_TAG_X_HEIGHT, metrics.xHeight);
     read(HB_OT_METRICS_TAG_SUBSCRIPT_EM_Y_OFFSET, metrics.subscript);
@@ -266,11 +272,13 @@ ATextOutline outlineText(std::string_view text, const AFont& font) {
     const double size = layoutSize(line);
     const double scale = font.size / size;
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, size);
     PangoRectangle extents{};
     pango_layout_line_get_extents(shared.layOut(line, *description, font.rightToLeft), nullptr, &extents);
     const Held<cairo_path_t> outline = shared.outline();
+    ALibraryCall::check();
     if (outline->status != CAIRO_STATUS_SUCCESS) return {};
     return {pathOf(*outline, scale), extents.width * scale / PANGO_SCALE};
 }
