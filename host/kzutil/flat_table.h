@@ -8,11 +8,12 @@
 // one by one: a table that removes something leaves a mark in its slot.
 //
 //     TFlatSlots<Slot> slots(64);
-//     if (!slots.hasRoom(1)) slots.resize(2 * slots.size(), refill);
+//     slots.makeRoom([](const Slot& slot) { return hashOf(slot.key); });
 //     Slot& slot = slots.locate(hash, [&](const Slot& other) { return other.key == key; });
 //     if (slot == Slot()) slots.take(slot, {key, value});
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -54,6 +55,16 @@ public:
     }
 
     bool hasRoom(std::size_t count) const { return (m_used + count) * 4 <= m_slots.size() * 3; }
+    // Takes room for one more. A block that grows puts what is in it where `hashOf` says of each slot.
+    template <class HashOf>
+    void makeRoom(HashOf hashOf) {
+        if (hasRoom(1)) return;
+        resize(std::max<std::size_t>(64, m_slots.size() * 2), [&](const std::vector<Slot>& before) {
+            for (const Slot& one : before) {
+                if (!(one == Slot())) add(hashOf(one), one);
+            }
+        });
+    }
     // Gives the block so many slots, a power of two, and puts what `refill` adds into them.
     template <class Refill>
     void resize(std::size_t count, Refill refill) {
@@ -91,12 +102,7 @@ public:
     }
     // Takes room for one more key.
     void makeRoom() {
-        if (m_slots.hasRoom(1)) return;
-        m_slots.resize(m_slots.size() * 2, [this](const std::vector<Slot>& before) {
-            for (const Slot& one : before) {
-                if (one.value != 0) m_slots.add(hashOf(one.key), one);
-            }
-        });
+        m_slots.makeRoom([](const Slot& slot) { return hashOf(slot.key); });
     }
     // A key that is not there yet; the value is not 0. Cannot fail when room was made.
     void insert(std::uint32_t key, std::uint32_t value) {

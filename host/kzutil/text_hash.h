@@ -44,4 +44,10 @@ inline std::uint64_t hashText(std::string_view text) {
     return mixBits(mixBits(hash ^ last));
 }
 
+// Of a run of plain values, such as wide characters: what is equal has to have the same bytes.
+template <class Values>
+std::uint64_t hashValues(const Values& values) {
+    return hashText({reinterpret_cast<const char*>(values.data()), values.size() * sizeof *values.data()});
+}
+
 }  // namespace kzutil

@@ -12,7 +12,7 @@ AItemPath numberedPath(const AString& base, int number) {
 }
 
 std::size_t PathIndex::Hash::operator()(kzutil::WideView text) const {
-    return kzutil::hashText({reinterpret_cast<const char*>(text.data()), text.size() * sizeof(WCHAR)});
+    return kzutil::hashValues(text);
 }
 
 const PathIndex::Slot& PathIndex::slotOf(kzutil::WideView path, std::uint64_t hash) const {
@@ -24,13 +24,7 @@ int PathIndex::find(const AString& path) const {
 }
 
 void PathIndex::add(const AString& path, int place) {
-    if (!m_slots.hasRoom(1)) {
-        m_slots.resize(m_slots.size() * 2, [this](const std::vector<Slot>& before) {
-            for (const Slot& one : before) {
-                if (one.number != 0) m_slots.add(one.hash, one);
-            }
-        });
-    }
+    m_slots.makeRoom([](const Slot& slot) { return slot.hash; });
     const kzutil::WideView text = path.view();
     auto* kept = static_cast<WCHAR*>(m_texts->allocate(text.size() * sizeof(WCHAR), alignof(WCHAR)));
     std::copy(text.begin(), text.end(), kept);

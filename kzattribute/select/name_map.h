@@ -15,17 +15,10 @@ class NameMap {
 public:
     // Made when it is not there.
     Value& operator[](kzutil::WideView name) {
-        const std::uint64_t hash =
-            kzutil::hashText({reinterpret_cast<const char*>(name.data()), name.size() * sizeof(WCHAR)});
+        const std::uint64_t hash = kzutil::hashValues(name);
         const auto isName = [&](const Slot& slot) { return slot.hash == hash && slot.name == name; };
         if (const Slot& slot = m_slots.locate(hash, isName); slot.value) return *slot.value;
-        if (!m_slots.hasRoom(1)) {
-            m_slots.resize(m_slots.size() * 2, [this](const std::vector<Slot>& before) {
-                for (const Slot& one : before) {
-                    if (one.value) m_slots.add(one.hash, one);
-                }
-            });
-        }
+        m_slots.makeRoom([](const Slot& slot) { return slot.hash; });
         Value& value = m_values.emplace_back();
         m_slots.add(hash, {hash, name, &value});
         return value;

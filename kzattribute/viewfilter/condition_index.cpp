@@ -15,9 +15,7 @@ namespace {
 enum class KeyKind : std::uint64_t { className = 1, identity = 3, name = 5, color = 7 };
 
 std::uint64_t hashOf(const AString& text) {
-    const kzutil::WideView characters = text.view();
-    return kzutil::hashText(
-        {reinterpret_cast<const char*>(characters.data()), characters.size() * sizeof(WCHAR)});
+    return kzutil::hashValues(text.view());
 }
 
 // Never 0.

@@ -120,7 +120,9 @@ BOOL CPropertySheet::OnInitDialog() {
 }
 
 LRESULT CPropertySheet::HandleInitDialog(WPARAM, LPARAM) {
-    return OnInitDialog();
+    const BOOL result = OnInitDialog();
+    if (m_hWnd) centreOnOwner(m_hWnd);
+    return result;
 }
 
 void CPropertySheet::rememberButton(UINT message, WPARAM wParam) {
@@ -134,7 +136,6 @@ void CPropertySheet::rememberButton(UINT message, WPARAM wParam) {
 LRESULT CPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     rememberButton(message, wParam);
     const LRESULT result = CWnd::WindowProc(message, wParam, lParam);
-    if (message == WM_INITDIALOG && m_hWnd) centreOnOwner(m_hWnd);
     // A page that these messages should have made is made by now, or never.
     if (message == WM_INITDIALOG || message == WM_NOTIFY || message == PSM_SETCURSEL)
         for (CPropertyPage* page : m_pages) page->m_creation.reset();

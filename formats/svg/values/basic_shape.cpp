@@ -200,10 +200,9 @@ bool appendBox(std::string_view name, std::string_view arguments, const Round& i
     double values[4];
     AFRect cut = in.box;
     if (equalsNoCase(name, "inset")) {
-        std::string_view first = arguments;
         if (!readFour(arguments, in, false, {}, values)) return false;
         // One value alone is of both axes.
-        if (in.length(trim(first), Axis::horizontal, values[3])) values[1] = values[3];
+        if (in.length(trim(arguments), Axis::horizontal, values[3])) values[1] = values[3];
         cut = {in.box.left + values[3], in.box.top + values[0], in.box.right - values[1],
                in.box.bottom - values[2]};
     } else {

@@ -48,16 +48,6 @@ double reachOf(const AStrokeStyle& style, const AAffine& toDrawing) {
 // Outlines of so many points are worth looking for among those that are kept.
 constexpr std::size_t kLong = 24;
 
-template <class Slot, class Hash>
-void makeRoomIn(TFlatSlots<Slot>& slots, Hash hashOf) {
-    if (slots.hasRoom(1)) return;
-    slots.resize(std::max<std::size_t>(64, slots.size() * 2), [&](const std::vector<Slot>& before) {
-        for (const Slot& one : before) {
-            if (!(one == Slot())) slots.add(hashOf(one), one);
-        }
-    });
-}
-
 bool same(const AStrokeStyle& a, const AStrokeStyle& b) {
     return a.width == b.width && a.cap == b.cap && a.join == b.join && a.miterLimit == b.miterLimit &&
            a.dashes == b.dashes && a.dashOffset == b.dashOffset;
@@ -84,7 +74,7 @@ std::uint32_t ADisplayRecorder::referItemNumber(AReferItem* item) {
     const auto hashOf = [](const AReferItem* one) {
         return kzutil::mixBits(reinterpret_cast<std::uintptr_t>(one) ^ kzutil::hashSeed());
     };
-    makeRoomIn(m_referNumbers, [&](const ReferSlot& slot) { return hashOf(slot.item); });
+    m_referNumbers.makeRoom([&](const ReferSlot& slot) { return hashOf(slot.item); });
     ReferSlot& slot =
         m_referNumbers.locate(hashOf(item), [item](const ReferSlot& other) { return other.item == item; });
     if (slot.item) return slot.number;
@@ -257,9 +247,8 @@ ADisplayOutline ADisplayRecorder::appendOutline(const APath& path) {
 }
 
 ADisplayOutline ADisplayRecorder::sharedOutline(const APath& path) {
-    makeRoomIn(m_outlines, [](const OutlineSlot& slot) { return slot.hash; });
-    const std::uint64_t hash = kzutil::hashText({reinterpret_cast<const char*>(path.points().data()),
-                                                 path.points().size() * sizeof path.points()[0]});
+    m_outlines.makeRoom([](const OutlineSlot& slot) { return slot.hash; });
+    const std::uint64_t hash = kzutil::hashValues(path.points());
     OutlineSlot& slot = m_outlines.locate(
         hash, [&](const OutlineSlot& other) { return other.hash == hash && isOutline(other.outline, path); });
     if (slot.outline.verbs == 0) m_outlines.take(slot, {hash, appendOutline(path)});

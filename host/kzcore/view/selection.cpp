@@ -33,13 +33,7 @@ private:
     // False when it is there already.
     bool insert(const AParent* container) {
         if (contain(container)) return false;
-        if (!m_slots.hasRoom(1)) {
-            m_slots.resize(m_slots.size() * 2, [this](const std::vector<const AParent*>& before) {
-                for (const AParent* one : before) {
-                    if (one) m_slots.add(hashOf(one), one);
-                }
-            });
-        }
+        m_slots.makeRoom(hashOf);
         m_slots.add(hashOf(container), container);
         return true;
     }
