@@ -1,32 +1,37 @@
 #include "canvas/library_call.h"
 
+#include <atomic>
 #include <new>
 
 namespace {
 
+std::atomic<int> calls = 0;
+std::atomic<unsigned> refusals = 0;
 thread_local int depth = 0;
-thread_local bool wasRefused = false;
+thread_local unsigned refusalsBefore = 0;
 
 }  // namespace
 
 ALibraryCall::ALibraryCall() {
-    if (depth++ == 0) wasRefused = false;
+    ++calls;
+    if (depth++ == 0) refusalsBefore = refusals;
 }
 
 ALibraryCall::~ALibraryCall() {
     --depth;
+    --calls;
 }
 
 bool ALibraryCall::lackedMemory() {
-    return wasRefused;
+    return refusals != refusalsBefore;
 }
 
 void ALibraryCall::check() {
-    if (wasRefused) throw std::bad_alloc();
+    if (lackedMemory()) throw std::bad_alloc();
 }
 
 bool ALibraryCall::noteRefusal() {
-    if (depth == 0) return false;
-    wasRefused = true;
+    if (calls == 0) return false;
+    ++refusals;
     return true;
 }

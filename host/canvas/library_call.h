@@ -16,7 +16,8 @@ public:
     ALibraryCall(const ALibraryCall&) = delete;
     ALibraryCall& operator=(const ALibraryCall&) = delete;
 
-    // Whether this thread's was refused memory since its outermost call began; `check` raises bad_alloc then.
+    // Whether memory was refused since this thread's outermost call began; `check` raises bad_alloc then. Threads are not
+    // told apart, as Pango has one of its own.
     static bool lackedMemory();
     static void check();
 
