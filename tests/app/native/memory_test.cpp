@@ -54,12 +54,12 @@ protected:
         return count;
     }
 
-    // Some hundred requests, spread over all of them; KZ_EVERY_REQUEST in the environment: each.
-    void expectAnOrderlyEnd(const std::vector<std::string>& arguments,
-                            const std::filesystem::path& out = {}) {
+    // Twice so many requests, spread over all of them; KZ_EVERY_REQUEST in the environment: each.
+    void expectAnOrderlyEnd(const std::vector<std::string>& arguments, const std::filesystem::path& out = {},
+                            long runs = 60) {
         const long requests = requestsOf(arguments);
         ASSERT_GT(requests, 500);
-        const long step = std::getenv("KZ_EVERY_REQUEST") ? 1 : requests / 60 + 1;
+        const long step = std::getenv("KZ_EVERY_REQUEST") ? 1 : requests / runs + 1;
         const Result whole = run(arguments, out);
         ASSERT_EQ(whole.outcome.status, 0) << whole.outcome;
         for (const bool once : {true, false}) {
@@ -121,7 +121,7 @@ TEST_F(Memory, DrawsTheSamePictureOrNone) {
 <svg xmlns="http://www.w3.org/2000/svg" width="40" height="30">
   <text y="20" font-size="12">sea</text>
 </svg>)svg"));
-    expectAnOrderlyEnd({"render", text, "-o", test::utf8(out)}, out);
+    expectAnOrderlyEnd({"render", text, "-o", test::utf8(out)}, out, 20);
 }
 
 // The limit is the process's, so a shell sets it: from where the program starts at all to where it has enough.
