@@ -5,25 +5,25 @@
 
 namespace {
 
-std::atomic<int> calls = 0;
-std::atomic<unsigned> refusals = 0;
-thread_local int depth = 0;
-thread_local unsigned refusalsBefore = 0;
+std::atomic<int> libraryCalls = 0;
+std::atomic<unsigned> memoryRefusals = 0;
+thread_local int callDepth = 0;
+thread_local unsigned refusalsBeforeCall = 0;
 
 }  // namespace
 
 ALibraryCall::ALibraryCall() {
-    ++calls;
-    if (depth++ == 0) refusalsBefore = refusals;
+    ++libraryCalls;
+    if (callDepth++ == 0) refusalsBeforeCall = memoryRefusals;
 }
 
 ALibraryCall::~ALibraryCall() {
-    --depth;
-    --calls;
+    --callDepth;
+    --libraryCalls;
 }
 
 bool ALibraryCall::lackedMemory() {
-    return refusals != refusalsBefore;
+    return memoryRefusals != refusalsBeforeCall;
 }
 
 void ALibraryCall::check() {
@@ -31,7 +31,7 @@ void ALibraryCall::check() {
 }
 
 bool ALibraryCall::noteRefusal() {
-    if (calls == 0) return false;
-    ++refusals;
+    if (libraryCalls == 0) return false;
+    ++memoryRefusals;
     return true;
 }
