@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <string_view>
 
 namespace app::window {
 
@@ -90,6 +91,16 @@ Menu toolsMenu(const MenuState& state) {
     return menu;
 }
 
+// For a caption without a free letter of its own, one in another script mostly: "すべて表示(&1)".
+void addAccessKey(std::string& caption, std::set<char>& taken) {
+    for (const char key : std::string_view("123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ0")) {
+        if (!taken.insert(key).second) continue;
+        const std::size_t end = caption.ends_with("...") ? caption.size() - 3 : caption.size();
+        caption.insert(end, std::string("(&") + key + ")");
+        return;
+    }
+}
+
 }  // namespace
 
 void giveAccessKeys(std::vector<MenuEntry>& entries) {
@@ -99,10 +110,13 @@ void giveAccessKeys(std::vector<MenuEntry>& entries) {
         if (at != entry.caption.npos) taken.insert(upper(entry.caption[at]));
     }
     for (MenuEntry& entry : entries) {
-        if (accessKey(entry.caption) != entry.caption.npos) continue;
+        if (entry.command == kNoCommand || accessKey(entry.caption) != entry.caption.npos) continue;
         const auto key = std::ranges::find_if(
             entry.caption, [&](char c) { return isLetter(c) && taken.insert(upper(c)).second; });
-        if (key != entry.caption.end()) entry.caption.insert(key, '&');
+        if (key != entry.caption.end())
+            entry.caption.insert(key, '&');
+        else
+            addAccessKey(entry.caption, taken);
     }
 }
 

@@ -74,7 +74,8 @@ struct Menu {
 std::vector<Menu> menus(const MenuState& state);
 // Null when there is none.
 const MenuEntry* findEntry(const std::vector<Menu>& menus, int command);
-// Puts "&" in front of a letter of each caption that has none yet, no letter twice as long as there are others.
+// Puts "&" in front of a letter of each caption that has none yet, no letter twice as long as there are others. A
+// caption without a free letter, one in another script mostly, gets "(&1)" at its end.
 void giveAccessKeys(std::vector<MenuEntry>& entries);
 // The caption as a user reads it.
 std::string plainCaption(const std::string& caption);

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <utility>
 
+#include "canvas/library_call.h"
 #include "canvas/text_outline.h"
 
 namespace {
@@ -77,6 +78,7 @@ public:
         if (found != m_letters.end()) return found->second;
         if (m_letters.size() >= kMostLetters) forgetLetters();
         APath path = outline(font, glyph);
+        ALibraryCall::check();  // what lacks something is not kept
         auto letter = path.empty() ? nullptr : std::make_shared<const ALetterOutline>(std::move(path));
         // A font that is gone could leave its address to another.
         if (m_letters.lower_bound({font, 0}) == m_letters.upper_bound({font, ~PangoGlyph{0}}))
@@ -242,6 +244,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
     if (!canBeLaidOut(line, font)) return {};
     const double size = layoutSize(line);
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, size);
     PangoLayoutLine* const laidOut = shared.layOut(line, *description, font.rightToLeft);
@@ -256,6 +259,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
             clusters.list.push_back(clusterOf(shared, at, font.size / size));
         }
     }
+    ALibraryCall::check();
     std::sort(clusters.list.begin(), clusters.list.end(),
               [](const ATextCluster& a, const ATextCluster& b) { return a.begin < b.begin; });
     return clusters;
@@ -263,6 +267,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
 
 AFontMetrics fontMetrics(const AFont& font) {
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, kLayoutSize);
     const Held<PangoFontMetrics> of(pango_context_get_metrics(shared.context(), description.get(), nullptr));
@@ -283,6 +288,7 @@ AFontMetrics fontMetrics(const AFont& font) {
     const Held<PangoFont> loaded(
         pango_font_map_load_font(shared.fonts(), shared.context(), description.get()));
     hb_font_t* const table = loaded ? pango_font_get_hb_font(loaded.get()) : nullptr;
+    ALibraryCall::check();
     if (!table) return metrics;
     int across = 0, down = 0;
     hb_font_get_scale(table, &across, &down);
@@ -290,6 +296,7 @@ AFontMetrics fontMetrics(const AFont& font) {
         hb_position_t position = 0;
         if (down != 0 && hb_ot_metrics_get_position(table, tag, &position) && position > 0)
             value = position * font.size / down;
+        ALibraryCall::check();
     };
     read(HB_OT_METRICS_TAG_X_HEIGHT, metrics.xHeight);
     read(HB_OT_METRICS_TAG_SUBSCRIPT_EM_Y_OFFSET, metrics.subscript);
@@ -302,6 +309,7 @@ ATextOutline outlineText(std::string_view text, const AFont& font) {
     if (!canBeLaidOut(line, font)) return {};
     const double size = layoutSize(line);
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, size);
     PangoLayoutLine* const laidOut = shared.layOut(line, *description, font.rightToLeft);
@@ -315,5 +323,6 @@ ATextOutline outlineText(std::string_view text, const AFont& font) {
         const auto& item = *static_cast<const PangoGlyphItem*>(run->data);
         x = addGlyphs(shared, item, 0, item.glyphs->num_glyphs, x, outline);
     }
+    ALibraryCall::check();
     return outline;
 }

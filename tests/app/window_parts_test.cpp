@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 
 #include "app/output.h"
@@ -66,6 +67,17 @@ protected:
     WindowLines lines{session, [this](const std::string& file) { session.open(file); }};
     test::TempFolder folder;
 };
+
+// The caption has an access key that is not among those taken, which then holds it.
+void expectOwnAccessKey(const std::string& caption, std::string& taken) {
+    std::size_t at = 0;
+    while (at < caption.size() && (caption[at] != '&' || caption[at + 1] == '&'))
+        at += caption[at] == '&' ? 2 : 1;
+    ASSERT_LT(at, caption.size()) << caption;
+    const char key = static_cast<char>(std::toupper(caption[at + 1]));
+    EXPECT_EQ(taken.find(key), taken.npos) << caption;
+    taken += key;
+}
 
 TEST(Words, AreJoinedSoThatALineSplitsIntoThemAgain) {
     const std::vector<std::string> words = {
@@ -282,23 +294,25 @@ TEST_F(WindowParts, ABandTakesWhatLiesWithinOrToTheLeftWhatReachesIn) {
 
 TEST(MenuModel, EveryCommandCanBeReachedByKeys) {
     MenuState state;
-    state.tools = {{"View Filter...", true}, {"Hide This Color", false}, {"Hide & Seek", true}};
+    state.tools = {{"View Filter...", true}, {"Hide This Color", false},
+                   {"Hide & Seek", true},    {"\u8868\u793A\u30D5\u30A3\u30EB\u30BF\u30FC...", true},
+                   {"\u8272", true},         {"Hi", true}};
     state.recent = {"C:\\a & b.svg", "D:\\c.svg"};
     const std::vector<Menu> all = menus(state);
+    std::string titles;
+    std::set<std::string> shortcuts;
     for (const Menu& menu : all) {
+        expectOwnAccessKey(menu.caption, titles);
         std::string taken;
         for (const MenuEntry& entry : menu.entries) {
             if (entry.command == kNoCommand) continue;
-            std::size_t at = 0;
-            while (at < entry.caption.size() && (entry.caption[at] != '&' || entry.caption[at + 1] == '&'))
-                at += entry.caption[at] == '&' ? 2 : 1;
-            ASSERT_LT(at, entry.caption.size()) << entry.caption;
-            const char key = static_cast<char>(std::toupper(entry.caption[at + 1]));
-            EXPECT_EQ(taken.find(key), taken.npos) << menu.caption << ": " << entry.caption;
-            taken += key;
+            expectOwnAccessKey(entry.caption, taken);
+            EXPECT_TRUE(entry.keys.empty() || shortcuts.insert(entry.keys).second) << entry.keys;
         }
     }
     EXPECT_EQ(plainCaption(findEntry(all, kFirstTool + 2)->caption), "Hide & Seek");
+    EXPECT_EQ(findEntry(all, kFirstTool + 3)->caption, "\u8868\u793A\u30D5\u30A3\u30EB\u30BF\u30FC(&1)...");
+    EXPECT_EQ(findEntry(all, kFirstTool + 4)->caption, "\u8272(&2)");
     EXPECT_FALSE(findEntry(all, kFirstTool + 1)->isEnabled);
     EXPECT_EQ(plainCaption(findEntry(all, kFirstRecent)->caption), "1  C:\\a & b.svg");
     EXPECT_FALSE(findEntry(all, kSave)->isEnabled) << "nothing is open";

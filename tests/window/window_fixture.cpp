@@ -184,4 +184,12 @@ void WindowTest::keepPicture(const std::string& name) {
     std::ofstream(std::filesystem::path(pictures) / (name + ".png"), std::ios::binary) << bytes;
 }
 
+int toolCommand(MainWindow& window, const std::string& className) {
+    const auto& tools = window.session().plugIns().tools();
+    for (std::size_t i = 0; i < tools.size(); ++i) {
+        if (tools[i].className.toUtf8() == className) return kFirstTool + static_cast<int>(i);
+    }
+    return 0;
+}
+
 }  // namespace test

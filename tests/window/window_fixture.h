@@ -76,6 +76,9 @@ protected:
     app::window::MainWindow window{user};
 };
 
+// The command of a tool, by its class; 0: there is none.
+int toolCommand(app::window::MainWindow& window, const std::string& className);
+
 inline constexpr char kPark[] = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="100" height="80"
      xmlns:inkscape="http://www.inkscape.org/namespaces/inkscape">
   <defs><linearGradient id="dawn"><stop offset="0" stop-color="white"/><stop offset="1" stop-color="gold"/>

@@ -31,15 +31,6 @@ AImage pictureIn(const std::string& bytes) {
     return decodeImage({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
 }
 
-// The command of a tool, by its class.
-int toolCommand(MainWindow& window, const std::string& className) {
-    const auto& tools = window.session().plugIns().tools();
-    for (std::size_t i = 0; i < tools.size(); ++i) {
-        if (tools[i].className.toUtf8() == className) return kFirstTool + static_cast<int>(i);
-    }
-    return 0;
-}
-
 int indexOf(const ColorStrip& strip, const std::string& name) {
     for (std::size_t i = 0; i < strip.swatches().size(); ++i) {
         if (strip.swatches()[i].name == name) return static_cast<int>(i);
@@ -60,30 +51,6 @@ int difference(const AImage& a, const AImage& b) {
         }
     }
     return most;
-}
-
-std::string utf8(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
-// A process's window of this title, once it shows.
-struct ShownWindow {
-    DWORD process;
-    HWND window;
-    kzutil::WideString title;
-};
-
-BOOL CALLBACK isShown(HWND window, LPARAM parameter) {
-    auto& shown = *reinterpret_cast<ShownWindow*>(parameter);
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    if (process != shown.process || !IsWindowVisible(window)) return TRUE;
-    WCHAR title[300] = {};
-    // Asked of the window itself, which answers as soon as it has time.
-    SendMessageW(window, WM_GETTEXT, 300, reinterpret_cast<LPARAM>(title));
-    if (title == shown.title) shown.window = window;
-    return !shown.window;
 }
 
 class Window : public WindowTest {};
@@ -294,7 +261,6 @@ TEST_F(Window, TheStripOffersTheFourColorToolsAndTheBadgeClearsTheFilter) {
     ColorStrip& strip = window.strip();
     const RECT red = strip.rectOf(indexOf(strip, "red"));
     user.choice = "Hide This Color";
-    keepPicture("window");
     strip.SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(red.left + 4, red.top + 4));
     strip.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(strip.m_hWnd), MAKELPARAM(10, 10));
     settle();
@@ -308,7 +274,6 @@ TEST_F(Window, TheStripOffersTheFourColorToolsAndTheBadgeClearsTheFilter) {
     EXPECT_EQ(picture.at(wall.x, wall.y), 0xff008000) << "the lawn shows through";
     click(12, 52);
     EXPECT_EQ(selected(), Names{"lawn"}) << "what is hidden cannot be clicked";
-    keepPicture("window-filtered");
 
     clickOn(window.badge(), {5, 5});
     EXPECT_EQ(hidden(), 0);
@@ -517,8 +482,7 @@ TEST_F(Window, TheHarbourBeforeAndAfterAColorIsHidden) {
     paint();
     keepPicture("window");
     {
-        driver::Driver acts({[](driver::Dialog& sheet) { sheet.move(330, 120); },
-                             [](driver::Dialog& sheet) { sheet.page("Fill"); },
+        driver::Driver acts({[](driver::Dialog& sheet) { sheet.page("Fill"); },
                              [](driver::Dialog& sheet) { sheet.check("Solid/Spot Color/Signal Red"); },
                              [&](driver::Dialog& sheet) {
                                  keepPicture("window-sheet");
@@ -542,31 +506,6 @@ TEST_F(Window, TheHarbourBeforeAndAfterAColorIsHidden) {
                          }});
     window.perform(toolCommand(window, "AViewFilterTool"));
     EXPECT_TRUE(acts.finished());
-}
-
-TEST(WindowProcess, OpensTheDrawingItIsStartedWithAndEndsWithStatus0WhenItIsClosed) {
-    const TempFolder folder;
-    const std::filesystem::path file = folder.write(u8"p\u00E5rk.svg", kPark);
-    kzutil::WideString line = kzutil::widen("kzdraw.exe window \"" + wholeName(utf8(file)) + "\"");
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    ASSERT_TRUE(CreateProcessW(L"kzdraw.exe", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &startup, &process));
-    ShownWindow shown{process.dwProcessId, nullptr, kzutil::widen("p\xC3\xA5rk.svg \xE2\x80\x93 kzdraw")};
-    DWORD status = STILL_ACTIVE;
-    WaitForInputIdle(process.hProcess, INFINITE);
-    while (!shown.window && status == STILL_ACTIVE) {
-        EnumWindows(isShown, reinterpret_cast<LPARAM>(&shown));
-        GetExitCodeProcess(process.hProcess, &status);
-    }
-    ASSERT_TRUE(shown.window) << "it ended with status " << status;
-    ::PostMessageW(shown.window, WM_CLOSE, 0, 0);
-    WaitForSingleObject(process.hProcess, INFINITE);
-    GetExitCodeProcess(process.hProcess, &status);
-    EXPECT_EQ(status, 0U);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
 }
 
 TEST(WindowArguments, OneDrawingWithoutACommandIsForTheWindow) {

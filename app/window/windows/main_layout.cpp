@@ -1,4 +1,5 @@
 // MainWindow: its panes, where they stand, and what the two bars hold.
+#include <algorithm>
 #include <utility>
 
 #include "app/report.h"
@@ -11,7 +12,7 @@ namespace {
 
 enum PaneId : UINT { kCommandBarId = 1, kToolColumnId, kCanvasId, kStripId, kLayersId, kBadgeId, kStatusId };
 
-constexpr int kSideWidth = 206;
+constexpr int kLeastSideWidth = 206;
 constexpr int kBadgeWidth = 128;
 constexpr int kBadgeHeight = 24;
 constexpr int kPaneGap = 6;
@@ -104,7 +105,9 @@ void MainWindow::layOut() {
     ::GetWindowRect(m_status, &status);
     const int gap = m_screen.scaled(kPaneGap);
     const int bottom = static_cast<int>(client.bottom - (status.bottom - status.top));
-    const int side = m_showsLayers ? m_screen.scaled(kSideWidth) : 0;
+    const int sideWidth =
+        std::max(m_screen.scaled(kLeastSideWidth), static_cast<int>(m_toolColumn.size().cx) + 2 * gap);
+    const int side = m_showsLayers ? sideWidth : 0;
     const int barHeight = static_cast<int>(m_commandBar.size().cy) + gap;
     const int badgeWidth = m_screen.scaled(kBadgeWidth), badgeHeight = m_screen.scaled(kBadgeHeight);
     const int stripTop = bottom - m_strip.height();

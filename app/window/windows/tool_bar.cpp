@@ -11,7 +11,9 @@ namespace app::window {
 namespace {
 
 constexpr int kIconSide = 20;
-constexpr int kColumnWidth = 190;
+constexpr int kColumnWidth = 190;  // at least
+constexpr int kWidestColumn = 320;
+constexpr int kBesideName = 44;  // of a button's width: its icon, and the edges
 constexpr int kColumnRow = 28;
 
 }  // namespace
@@ -64,6 +66,21 @@ HIMAGELIST ToolBar::drawIcons(const Screen& screen, COLORREF color) const {
     return icons;
 }
 
+// Wide enough for every name: in other languages some are longer.
+int ToolBar::columnWidth(const Screen& screen) const {
+    const CClientDC context(m_hWnd);
+    const HGDIOBJ before = ::SelectObject(context, screen.font());
+    int width = screen.scaled(kColumnWidth);
+    for (const BarButton& button : m_buttons) {
+        const kzutil::WideString name = kzutil::widen(button.name);
+        SIZE size = {};
+        GetTextExtentPoint32W(context, name.c_str(), static_cast<int>(name.size()), &size);
+        width = std::max(width, static_cast<int>(size.cx) + screen.scaled(kBesideName));
+    }
+    ::SelectObject(context, before);
+    return std::min(width, screen.scaled(kWidestColumn));
+}
+
 void ToolBar::show(std::vector<BarButton> buttons, const Screen& screen) {
     while (SendMessage(TB_DELETEBUTTON, 0)) {
     }
@@ -74,7 +91,6 @@ void ToolBar::show(std::vector<BarButton> buttons, const Screen& screen) {
     SendMessage(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_icons));
     SendMessage(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(m_disabledIcons));
     SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(screen.font()), FALSE);
-    m_width = screen.scaled(kColumnWidth);
     int image = 0;
     for (const BarButton& button : m_buttons) {
         TBBUTTON description = {};
@@ -95,8 +111,9 @@ void ToolBar::show(std::vector<BarButton> buttons, const Screen& screen) {
         SendMessage(TB_SETBUTTONSIZE, 0, MAKELPARAM(side + screen.scaled(10), side + screen.scaled(10)));
         return;
     }
-    SendMessage(TB_SETBUTTONWIDTH, 0, MAKELPARAM(m_width, m_width));
-    SendMessage(TB_SETBUTTONSIZE, 0, MAKELPARAM(m_width, screen.scaled(kColumnRow)));
+    const int width = columnWidth(screen);
+    SendMessage(TB_SETBUTTONWIDTH, 0, MAKELPARAM(width, width));
+    SendMessage(TB_SETBUTTONSIZE, 0, MAKELPARAM(width, screen.scaled(kColumnRow)));
 }
 
 void ToolBar::enable(int command, bool isEnabled) {

@@ -40,13 +40,13 @@ public:
 
 private:
     HIMAGELIST drawIcons(const Screen& screen, COLORREF color) const;
+    int columnWidth(const Screen& screen) const;
     void destroyIcons();
 
     const Shape m_shape;
     std::vector<BarButton> m_buttons;
     HIMAGELIST m_icons = nullptr, m_disabledIcons = nullptr;
     std::basic_string<WCHAR> m_tip;  // as long as it is shown
-    int m_width = 0;                 // of a column's buttons
 };
 
 }  // namespace app::window
