@@ -1,6 +1,6 @@
 """Small drawings that would cost much without a bound, each at a size and at twice that size.
 
-    bench/hostile.py FOLDER     writes some of them, smaller, as they lie in fuzz/corpus/draw
+    bench/hostile.py FOLDER     writes some of them, smaller, as they lie in fuzz/corpus
 """
 import base64
 import pathlib
@@ -132,7 +132,9 @@ CASES = [
 ]
 
 if __name__ == "__main__":
-    for name, text in {"colliding_ids.svg": colliding_ids(16), "merges.svg": merges(6),
-                       "text_uses.svg": text_uses(6, 4000), "image_uses.svg": image_uses(6, 2048),
-                       "large_images.svg": large_images(4, 4096)}.items():
+    for name, text in {"draw/colliding_ids.svg": colliding_ids(16), "draw/merges.svg": merges(6),
+                       "draw/text_uses.svg": text_uses(6, 4000), "draw/image_uses.svg": image_uses(6, 2048),
+                       "draw/large_images.svg": large_images(4, 4096),
+                       "svg/descendant_rules.svg": descendant_rules(2),
+                       "svg/root_attributes.svg": attributes(60), "svg/nested_urls.svg": nested_urls(200)}.items():
         (pathlib.Path(sys.argv[1]) / name).write_text(text)

@@ -40,9 +40,13 @@ void APath::clear() {
 }
 
 void APath::append(const APath& other, const AAffine& transform) {
-    m_points.reserve(m_points.size() + other.m_points.size());
     m_verbs.insert(m_verbs.end(), other.m_verbs.begin(), other.m_verbs.end());
-    for (const AFPoint& point : other.m_points) m_points.push_back(transform.apply(point));
+    // Grows by more than it needs: long texts append letter by letter.
+    const std::size_t before = m_points.size();
+    m_points.resize(before + other.m_points.size());
+    std::transform(other.m_points.begin(), other.m_points.end(),
+                   m_points.begin() + static_cast<std::ptrdiff_t>(before),
+                   [&](const AFPoint& point) { return transform.apply(point); });
 }
 
 bool APath::isFinite() const {

@@ -2,10 +2,13 @@
 // by the build.
 //
 //     ATextOutline text = outlineText("Harbour", {"sans-serif", 12, 400, false});
-//     canvas.fill(text.path, AAffine::translation(x, baseline), paint, EFillRule::nonZero);
+//     canvas.fill(text.path(), AAffine::translation(x, baseline), paint, EFillRule::nonZero);
+//
+// A letter's outline is kept once, however many texts have it.
 #pragma once
 
 #include <compare>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,9 +29,55 @@ struct AFont {
     friend auto operator<=>(const AFont&, const AFont&) = default;
 };
 
+// Never changes, so that any number of texts and threads may have it.
+class ALetterOutline {
+public:
+    explicit ALetterOutline(APath path) : m_path(std::move(path)), m_bounds(m_path.bounds()) {}
+    const APath& path() const { return m_path; }  // not empty
+    const AFRect& bounds() const { return m_bounds; }
+
+private:
+    APath m_path;
+    AFRect m_bounds;
+};
+
+struct ATextLetter {
+    std::shared_ptr<const ALetterOutline> outline;
+    AFPoint at;  // added to its points
+};
+
 struct ATextOutline {
-    APath path;          // its baseline starts at 0, 0
-    double advance = 0;  // where a following text would start
+    std::vector<ATextLetter> letters;  // that show something; their baseline starts at 0, 0
+    double scale = 1;                  // of the letters and their places
+    double advance = 0;                // where a following text would start, scaled
+
+    // One letter, or whatever the path is.
+    static ATextOutline ofPath(APath path);
+    // All letters as one outline, appended.
+    void appendTo(APath& path, const AAffine& transform) const;
+    APath path() const;
+};
+
+// Texts in their places.
+class ATextShape {
+public:
+    struct Line {
+        std::shared_ptr<const ATextOutline> text;  // with a letter
+        AAffine placed;                            // of the letters, with their scale
+    };
+
+    // Texts without letters leave no line.
+    void add(std::shared_ptr<const ATextOutline> text, const AAffine& placed);
+    void clear() { m_lines.clear(); }
+    bool empty() const { return m_lines.empty(); }
+    const std::vector<Line>& lines() const { return m_lines; }
+
+    // Of all points, control points included, transformed; nothing but zeros when there are none.
+    AFRect bounds(const AAffine& transform) const;
+    void appendTo(APath& path, const AAffine& transform) const;
+
+private:
+    std::vector<Line> m_lines;
 };
 
 // A letter with its marks, or several letters that are one in the font. Shaped as a part of the whole text, so that

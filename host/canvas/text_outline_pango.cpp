@@ -5,9 +5,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <mutex>
+#include <utility>
 
+#include "canvas/library_call.h"
 #include "canvas/text_outline.h"
 
 namespace {
@@ -17,6 +20,8 @@ namespace {
 constexpr double kLayoutSize = 256;
 // Longer texts are laid out smaller, so that they stay within cairo's 2^23.
 constexpr std::size_t kLongText = 8192;
+// Of all fonts, until all are forgotten.
+constexpr std::size_t kMostLetters = 8192;
 // Nobody reads further than this; pango counts in 32 bits.
 constexpr std::size_t kLongestText = std::size_t{1} << 20;
 
@@ -67,27 +72,30 @@ public:
         return pango_layout_get_line_readonly(m_layout.get(), 0);
     }
 
-    Held<cairo_path_t> outline(PangoFont* font, PangoGlyphString* glyphs) {
-        cairo_t* cairo = m_cairo.get();
-        cairo_new_path(cairo);
-        cairo_move_to(cairo, 0, 0);
-        pango_cairo_glyph_string_path(cairo, font, glyphs);
-        Held<cairo_path_t> path(cairo_copy_path(cairo));
-        cairo_new_path(cairo);
-        return path;
-    }
-
-    Held<cairo_path_t> outline() {
-        cairo_t* cairo = m_cairo.get();
-        cairo_new_path(cairo);
-        cairo_move_to(cairo, 0, 0);
-        pango_cairo_layout_line_path(cairo, pango_layout_get_line_readonly(m_layout.get(), 0));
-        Held<cairo_path_t> path(cairo_copy_path(cairo));
-        cairo_new_path(cairo);
-        return path;
+    // Of a glyph at 0, 0; null where it shows nothing.
+    std::shared_ptr<const ALetterOutline> letter(PangoFont* font, PangoGlyph glyph) {
+        const auto found = m_letters.find({font, glyph});
+        if (found != m_letters.end()) return found->second;
+        if (m_letters.size() >= kMostLetters) forgetLetters();
+        APath path = outline(font, glyph);
+        ALibraryCall::check();  // what lacks something is not kept
+        auto letter = path.empty() ? nullptr : std::make_shared<const ALetterOutline>(std::move(path));
+        // A font that is gone could leave its address to another.
+        if (m_letters.lower_bound({font, 0}) == m_letters.upper_bound({font, ~PangoGlyph{0}}))
+            m_lettersOf.emplace_back(static_cast<PangoFont*>(g_object_ref(font)));
+        m_letters.emplace(std::pair(font, glyph), letter);
+        return letter;
     }
 
 private:
+    APath outline(PangoFont* font, PangoGlyph glyph);
+    void forgetLetters() {
+        m_letters.clear();
+        m_lettersOf.clear();
+    }
+
+    std::map<std::pair<PangoFont*, PangoGlyph>, std::shared_ptr<const ALetterOutline>> m_letters;
+    std::vector<Held<PangoFont>> m_lettersOf;
     Held<PangoFontMap> m_fonts;
     Held<PangoContext> m_context;
     Held<PangoLayout> m_layout;
@@ -139,15 +147,13 @@ std::string oneLine(std::string_view text) {
     return line;
 }
 
-APath pathOf(const cairo_path_t& outline, double scale) {
+APath pathOf(const cairo_path_t& outline) {
     APath path;
     // Kept until something is drawn from there.
     const cairo_path_data_t* start = nullptr;
     for (int i = 0; i < outline.num_data; i += outline.data[i].header.length) {
         const cairo_path_data_t* data = &outline.data[i];
-        const auto point = [&](int index) {
-            return AFPoint{data[index].point.x * scale, data[index].point.y * scale};
-        };
+        const auto point = [&](int index) { return AFPoint{data[index].point.x, data[index].point.y}; };
         if (data->header.type == CAIRO_PATH_MOVE_TO) {
             start = data;
             continue;
@@ -156,7 +162,7 @@ APath pathOf(const cairo_path_t& outline, double scale) {
             if (!start) path.close();
             continue;
         }
-        if (start) path.moveTo({start[1].point.x * scale, start[1].point.y * scale});
+        if (start) path.moveTo({start[1].point.x, start[1].point.y});
         start = nullptr;
         if (data->header.type == CAIRO_PATH_LINE_TO) {
             path.lineTo(point(1));
@@ -165,6 +171,21 @@ APath pathOf(const cairo_path_t& outline, double scale) {
         }
     }
     return path;
+}
+
+// Memory that runs out leaves nothing.
+APath Layouter::outline(PangoFont* font, PangoGlyph glyph) {
+    const Held<PangoGlyphString> glyphs(pango_glyph_string_new());
+    pango_glyph_string_set_size(glyphs.get(), 1);
+    glyphs->glyphs[0] = {};
+    glyphs->glyphs[0].glyph = glyph;
+    cairo_t* cairo = m_cairo.get();
+    cairo_new_path(cairo);
+    cairo_move_to(cairo, 0, 0);
+    pango_cairo_glyph_string_path(cairo, font, glyphs.get());
+    const Held<cairo_path_t> path(cairo_copy_path(cairo));
+    cairo_new_path(cairo);
+    return path->status == CAIRO_STATUS_SUCCESS ? pathOf(*path) : APath();
 }
 
 std::mutex& layoutMutex() {
@@ -182,19 +203,37 @@ double layoutSize(const std::string& line) {
            static_cast<double>(std::max(line.size(), kLongText));
 }
 
+// As cairo places glyphs, in its 8 binary places.
+double placed(int units) {
+    constexpr double kPlaces = 256;
+    return std::nearbyint(static_cast<double>(units) / PANGO_SCALE * kPlaces) / kPlaces;
+}
+
+// Appends glyphs of a run, from `x` on, in pango's units; gives back where they end.
+int addGlyphs(Layouter& shared, const PangoGlyphItem& run, int first, int last, int x, ATextOutline& text) {
+    for (int i = first; i < last; ++i) {
+        const PangoGlyphInfo& one = run.glyphs->glyphs[i];
+        if (one.glyph != PANGO_GLYPH_EMPTY) {
+            if (auto outline = shared.letter(run.item->analysis.font, one.glyph)) {
+                text.letters.push_back(
+                    {std::move(outline), {placed(x + one.geometry.x_offset), placed(one.geometry.y_offset)}});
+            }
+        }
+        x += one.geometry.width;
+    }
+    return x;
+}
+
 // The glyphs of one cluster; of text that runs to the left, the last glyph stands first.
 ATextCluster clusterOf(Layouter& shared, const PangoGlyphItemIter& at, double scale) {
     const bool forward = at.start_glyph < at.end_glyph;
     const int first = forward ? at.start_glyph : at.end_glyph + 1;
     const int last = forward ? at.end_glyph : at.start_glyph + 1;
-    const Held<PangoGlyphString> glyphs(pango_glyph_string_new());
-    pango_glyph_string_set_size(glyphs.get(), last - first);
-    for (int i = first; i < last; ++i) glyphs->glyphs[i - first] = at.glyph_item->glyphs->glyphs[i];
     ATextCluster cluster{
         static_cast<std::size_t>(at.start_index), static_cast<std::size_t>(at.end_index), {}};
-    cluster.outline.advance = pango_glyph_string_get_width(glyphs.get()) * scale / PANGO_SCALE;
-    const Held<cairo_path_t> path = shared.outline(at.glyph_item->item->analysis.font, glyphs.get());
-    if (path->status == CAIRO_STATUS_SUCCESS) cluster.outline.path = pathOf(*path, scale);
+    const int width = addGlyphs(shared, *at.glyph_item, first, last, 0, cluster.outline);
+    cluster.outline.scale = scale;
+    cluster.outline.advance = width * scale / PANGO_SCALE;
     return cluster;
 }
 
@@ -205,6 +244,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
     if (!canBeLaidOut(line, font)) return {};
     const double size = layoutSize(line);
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, size);
     PangoLayoutLine* const laidOut = shared.layOut(line, *description, font.rightToLeft);
@@ -219,6 +259,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
             clusters.list.push_back(clusterOf(shared, at, font.size / size));
         }
     }
+    ALibraryCall::check();
     std::sort(clusters.list.begin(), clusters.list.end(),
               [](const ATextCluster& a, const ATextCluster& b) { return a.begin < b.begin; });
     return clusters;
@@ -226,6 +267,7 @@ ATextClusters outlineClusters(std::string_view text, const AFont& font) {
 
 AFontMetrics fontMetrics(const AFont& font) {
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, kLayoutSize);
     const Held<PangoFontMetrics> of(pango_context_get_metrics(shared.context(), description.get(), nullptr));
@@ -246,6 +288,7 @@ AFontMetrics fontMetrics(const AFont& font) {
     const Held<PangoFont> loaded(
         pango_font_map_load_font(shared.fonts(), shared.context(), description.get()));
     hb_font_t* const table = loaded ? pango_font_get_hb_font(loaded.get()) : nullptr;
+    ALibraryCall::check();
     if (!table) return metrics;
     int across = 0, down = 0;
     hb_font_get_scale(table, &across, &down);
@@ -253,6 +296,7 @@ AFontMetrics fontMetrics(const AFont& font) {
         hb_position_t position = 0;
         if (down != 0 && hb_ot_metrics_get_position(table, tag, &position) && position > 0)
             value = position * font.size / down;
+        ALibraryCall::check();
     };
     read(HB_OT_METRICS_TAG_X_HEIGHT, metrics.xHeight);
     read(HB_OT_METRICS_TAG_SUBSCRIPT_EM_Y_OFFSET, metrics.subscript);
@@ -264,13 +308,21 @@ ATextOutline outlineText(std::string_view text, const AFont& font) {
     const std::string line = oneLine(text);
     if (!canBeLaidOut(line, font)) return {};
     const double size = layoutSize(line);
-    const double scale = font.size / size;
     const std::lock_guard lock(layoutMutex());
+    const ALibraryCall call;
     Layouter& shared = layouter();
     const Held<PangoFontDescription> description = describe(font, size);
+    PangoLayoutLine* const laidOut = shared.layOut(line, *description, font.rightToLeft);
     PangoRectangle extents{};
-    pango_layout_line_get_extents(shared.layOut(line, *description, font.rightToLeft), nullptr, &extents);
-    const Held<cairo_path_t> outline = shared.outline();
-    if (outline->status != CAIRO_STATUS_SUCCESS) return {};
-    return {pathOf(*outline, scale), extents.width * scale / PANGO_SCALE};
+    pango_layout_line_get_extents(laidOut, nullptr, &extents);
+    ATextOutline outline;
+    outline.scale = font.size / size;
+    outline.advance = extents.width * outline.scale / PANGO_SCALE;
+    int x = 0;
+    for (const GSList* run = laidOut->runs; run; run = run->next) {
+        const auto& item = *static_cast<const PangoGlyphItem*>(run->data);
+        x = addGlyphs(shared, item, 0, item.glyphs->num_glyphs, x, outline);
+    }
+    ALibraryCall::check();
+    return outline;
 }

@@ -236,18 +236,21 @@ ATextOutline outlineText(std::string_view text, const AFont& font) {
 
     const double scale = font.size / kLayoutSize;
     const kzutil::WideString line = oneLine(text);
-    ATextOutline outline;
+    APath path;
+    double advance = 0;
     for (kzutil::WideView rest = line; !rest.empty();) {
         const auto length = static_cast<UINT>(pieceOf(rest));
         BeginPath(dc.get());
         ExtTextOutW(dc.get(), 0, 0, 0, nullptr, rest.data(), length, nullptr);
         EndPath(dc.get());
-        const AAffine placed = AAffine::translation(outline.advance, 0) * AAffine::scaling(scale);
-        outline.path.append(currentPath(dc.get(), placed), AAffine());
+        const AAffine placed = AAffine::translation(advance, 0) * AAffine::scaling(scale);
+        path.append(currentPath(dc.get(), placed), AAffine());
         SIZE size{};
         GetTextExtentPoint32W(dc.get(), rest.data(), static_cast<int>(length), &size);
-        outline.advance += size.cx * scale;
+        advance += size.cx * scale;
         rest.remove_prefix(length);
     }
+    ATextOutline outline = ATextOutline::ofPath(std::move(path));
+    outline.advance = advance;
     return outline;
 }

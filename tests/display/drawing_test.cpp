@@ -4,6 +4,7 @@
 #include <random>
 
 #include "display/pictures.h"
+#include "kzcore/display/tiled_picture.h"
 
 namespace display_test {
 namespace {
@@ -23,6 +24,95 @@ void expectSamePicture(const std::string& body) {
 
 }  // namespace
 
+std::vector<double> pointsOf(const ADisplayList& list, const ADisplayOutline& outline) {
+    APath path;
+    list.readOutline(outline, path);
+    std::vector<double> points;
+    for (const AFPoint& from : path.points()) {
+        const AFPoint to = list.transform(outline.transform).apply(from);
+        points.insert(points.end(), {to.x, to.y});
+    }
+    return points;
+}
+
+void expectSameList(const ADisplayList& a, const ADisplayList& b) {
+    ASSERT_EQ(a.entryCount(), b.entryCount());
+    ASSERT_EQ(a.groupCount(), b.groupCount());
+    EXPECT_EQ(a.isOnePicture(), b.isOnePicture());
+    EXPECT_EQ(a.referItems(), b.referItems());
+    for (std::uint32_t i = 0; i < a.objectCount(); ++i) {
+        ASSERT_EQ(a.fillItem(i), b.fillItem(i)) << i;
+        ASSERT_EQ(a.strokeItem(i), b.strokeItem(i)) << i;
+    }
+    for (std::uint32_t i = 0; i < a.groupCount(); ++i) {
+        const ADisplayGroup& one = a.group(i);
+        const ADisplayGroup& other = b.group(i);
+        ASSERT_EQ(one.parent, other.parent);
+        ASSERT_EQ(one.firstEntry, other.firstEntry);
+        ASSERT_EQ(one.endEntry, other.endEntry);
+        ASSERT_EQ(one.clip == kNoGroup, other.clip == kNoGroup);
+        ASSERT_EQ(one.picture, other.picture);
+        if (one.clip == kNoGroup) continue;
+        ASSERT_EQ(pointsOf(a, a.clip(one.clip).outline), pointsOf(b, b.clip(other.clip).outline));
+    }
+    for (std::uint32_t i = 0; i < a.entryCount(); ++i) {
+        ASSERT_EQ(a.entry(i).object, b.entry(i).object) << i;
+        ASSERT_EQ(a.entry(i).group, b.entry(i).group) << i;
+        ASSERT_EQ(a.box(i), b.box(i)) << i;
+        ASSERT_EQ(a.endOfItems(i), b.endOfItems(i)) << i;
+        for (std::uint32_t k = a.entry(i).firstItem; k < a.endOfItems(i); ++k) {
+            const ADisplayItem& one = a.item(k);
+            const ADisplayItem& other = b.item(k);
+            ASSERT_EQ(pointsOf(a, one.outline), pointsOf(b, other.outline)) << i;
+            ASSERT_EQ(a.paint(one.paint).color, b.paint(other.paint).color) << i;
+            ASSERT_EQ(a.paint(one.paint).gradient, b.paint(other.paint).gradient) << i;
+            ASSERT_EQ(one.pen, other.pen) << i;
+            ASSERT_EQ(one.part, other.part) << i;
+        }
+    }
+}
+
+// Made by one thread and by two, they are the same, and so is the picture.
+void expectSameInHalves(const std::string& text) {
+    const Shown shown(text);
+    const auto one = makeDisplayList(*shown.document, 1);
+    const auto two = makeDisplayList(*shown.document, 2);
+    expectSameList(*one, *two);
+    const AAffine toPixels = AAffine::scaling(1.3);
+    const AShownPaint all;
+    EXPECT_EQ(drawTiled(*one, all, toPixels, 200, 100, 64).pixels(),
+              drawTiled(*two, all, toPixels, 200, 100, 64).pixels());
+}
+
+TEST(DisplayList, MadeInHalvesIsTheOneThatOneThreadMakes) {
+    std::mt19937 random(15);
+    for (int i = 0; i < 40; ++i) {
+        SCOPED_TRACE(i);
+        expectSameInHalves(svg_test::randomDrawing(random));
+    }
+    std::string many;
+    for (int i = 0; i < 60; ++i) {
+        const std::string at = std::to_string(i);
+        many += "<g transform='translate(" + at + ")'><text y='" + at + "' stroke='red'>ring " + at +
+                "</text><rect width='" + at + "' height='9' fill='url(#g)'/></g>";
+    }
+    const std::string gradient =
+        "<linearGradient id='g'><stop stop-color='red'/><stop offset='1'/></linearGradient>";
+    expectSameInHalves(svg_test::drawing(gradient + many));
+    // Groups around both halves, or what is drawn as a whole.
+    for (const char* const style :
+         {"opacity='.5'", "display='none'", "mix-blend-mode='screen'", "clip-path='url(#c)'",
+          "filter='url(#f)'", "style='mix-blend-mode:screen'"}) {
+        SCOPED_TRACE(style);
+        expectSameInHalves(svg_test::drawing(gradient +
+                                             "<clipPath id='c'><circle r='60'/></clipPath><filter id='f'>"
+                                             "<feGaussianBlur stdDeviation='1'/></filter><g " +
+                                             style + ">" + many + "</g>"));
+    }
+    expectSameInHalves("<svg xmlns='http://www.w3.org/2000/svg' opacity='.5' style='background:lime'>" +
+                       many + "</svg>");
+}
+
 TEST(DisplayList, DrawsShapes) {
     expectSamePicture(
         "<rect x='5' y='5' width='50' height='20' fill='red' stroke='blue' stroke-width='3'/>"
@@ -33,6 +123,18 @@ TEST(DisplayList, DrawsShapes) {
 TEST(DisplayList, DrawsTexts) {
     expectSamePicture(
         "<text x='10' y='50' font-size='30' fill='navy'>Har<tspan fill='red'>bour</tspan></text>");
+}
+
+TEST(DisplayList, DrawsTextsWhoseLettersHavePlacesOfTheirOwn) {
+    expectSamePicture(
+        "<text x='20' y='40' font-size='24' stroke='red' text-decoration='underline'>one ring</text>"
+        "<g transform='rotate(20) skewX(10)'><text x='60' y='40' font-size='20' letter-spacing='3' "
+        "fill='lime' "
+        "stroke='black' vector-effect='non-scaling-stroke'>ring</text></g>"
+        "<text x='110' y='90' rotate='10 40' textLength='80' lengthAdjust='spacingAndGlyphs'>grin</text>"
+        "<path id='p' d='M10 90q40 -40 90 0' fill='none'/>"
+        "<text font-size='12'><textPath href='#p'>along the path</textPath></text>"
+        "<text x='180' y='10' writing-mode='tb' font-size='14'>down</text>");
 }
 
 TEST(DisplayList, DrawsGradients) {
@@ -147,6 +249,25 @@ TEST(DisplayList, KeepsAnOutlineThatComesAgainOnce) {
     EXPECT_GE(often.list->entryCount(), 50U);
     EXPECT_EQ(often.list->outlineBytes(), once);
     expectSamePicture(uses(50), AAffine::scaling(1.5));
+}
+
+TEST(DisplayList, KeepsTheLettersOfATextThatComesAgainOnce) {
+    const auto texts = [](int count) {
+        std::string body;
+        for (int i = 0; i < count; ++i) {
+            const std::string at = std::to_string(i);
+            body += "<text x='" + at + "' y='" + std::to_string(i * 2) + "' fill='#" + at + at + at +
+                    "' stroke='red'>harbour</text>";
+        }
+        return svg_test::drawing(body);
+    };
+    const Shown once(texts(1));
+    const Shown often(texts(9));
+    EXPECT_EQ(often.list->entryCount(), 9U);
+    EXPECT_GT(once.list->outlineBytes(), 0U);
+    EXPECT_EQ(often.list->outlineBytes(), once.list->outlineBytes());
+    EXPECT_LT(often.list->bytes() - once.list->bytes(), 8 * 600U);
+    expectSamePicture(texts(9), AAffine::scaling(1.5));
 }
 
 TEST(DisplayList, TakesFewBytesForAnObject) {

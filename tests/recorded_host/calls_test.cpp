@@ -162,3 +162,18 @@ TEST_F(RecordedHost, WithoutAViewAToolOnlyEnds) {
     EXPECT_EQ(refuses.onToolStart(AFPoint(), red), 0);
     EXPECT_EQ(hostCalls(), Calls{"view"});
 }
+
+// A host may refuse a tool for reasons of its own, whatever is selected.
+TEST_F(RecordedHost, AToolThatTheHostsOwnTestRefusesIsNotValid) {
+    drawing.select({object});
+    const auto validities = [] {
+        return std::vector<int>{
+            AViewFilterTool().isValid(),  ASelectByAttrTool().isValid(), ASelectSimilarTool().isValid(),
+            ASelectColorTool().isValid(), AShowAllTool().isValid(),      AShowAllExceptTool().isValid(),
+            AShowThisTool().isValid(),    AHideThisTool().isValid(),     AHideAllExceptTool().isValid()};
+    };
+    EXPECT_EQ(validities(), std::vector<int>(9, 1));
+    test::hostRefusesTools() = true;
+    EXPECT_EQ(validities(), std::vector<int>(9, 0));
+    test::hostRefusesTools() = false;
+}

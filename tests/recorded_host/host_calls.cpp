@@ -11,6 +11,11 @@ std::vector<std::string>& hostCalls() {
     return calls;
 }
 
+bool& hostRefusesTools() {
+    static bool refuses = false;
+    return refuses;
+}
+
 }  // namespace test
 
 using test::hostCalls;
@@ -38,6 +43,11 @@ void ASelection::addSelection(const AObList* objects, int toggle, int redraw) {
     hostCalls().push_back("add " + std::to_string(objects->GetCount()) + " " + std::to_string(toggle) + " " +
                           std::to_string(redraw));
     for (ARoot* object : *objects) select(static_cast<AObject*>(object));
+}
+
+int ATool::isValid() {
+    const AApplication* application = AApplication::GetApplication();
+    return !test::hostRefusesTools() && application && application->getActiveView();
 }
 
 void ATool::redrawView(int erase, AFRect* area) {

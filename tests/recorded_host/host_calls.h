@@ -12,5 +12,7 @@ namespace test {
 // "view" (asked for the active one), "filter" or "no filter" (handed over), "reset 1", "add 3 0 1",
 // "sort 1", "before change", "after change 2", "redraw 0 all", "end".
 std::vector<std::string>& hostCalls();
+// While it is set, the host finds no tool valid.
+bool& hostRefusesTools();
 
 }  // namespace test

@@ -79,7 +79,7 @@ void appendOutline(DrawContext& context, const DrawnElement& element, Element ki
         return appendShape(kind, element.attributes, element.space, element.style.fontSize, path);
     std::vector<TextPiece> pieces;
     layOutText(context, element, pieces);
-    for (const TextPiece& piece : pieces) path.append(piece.outline, AAffine());
+    for (const TextPiece& piece : pieces) piece.outline.appendTo(path, AAffine());
 }
 
 // What a clip path cuts, in the user space of its content.

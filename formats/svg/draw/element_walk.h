@@ -75,7 +75,8 @@ private:
     void paintParts(const DrawnElement& shape, Element element, const PaintSource& source, const Parts& parts,
                     BoundingBox& box);
     static double dashScale(const APath& outline, const DrawnElement& shape);
-    void stroke(const APath& outline, const Style& style, const UserSpace& space, const APaint& paint,
+    template <class Outline>
+    void stroke(const Outline& outline, const Style& style, const UserSpace& space, const APaint& paint,
                 double dashScale = 1);
     void paintText(const DrawnElement& text, const PaintSource& source);
     void paintPieces(const DrawnElement& text, const PaintSource& source, const AFRect& box, double opacity);

@@ -28,6 +28,13 @@ bool samePaint(const Paint& a, const Paint& b) {
            a.text == b.text;
 }
 
+void append(APath& path, const APath& outline, const AAffine& transform) {
+    path.append(outline, transform);
+}
+void append(APath& path, const ATextShape& outline, const AAffine& transform) {
+    outline.appendTo(path, transform);
+}
+
 bool canHaveMarkers(Element element) {
     return element == Element::path || element == Element::line || element == Element::polyline ||
            element == Element::polygon;
@@ -164,7 +171,8 @@ double ElementWalk::dashScale(const APath& outline, const DrawnElement& shape) {
     return counted > 0 ? finite(length / counted) : 0;
 }
 
-void ElementWalk::stroke(const APath& outline, const Style& style, const UserSpace& space,
+template <class Outline>
+void ElementWalk::stroke(const Outline& outline, const Style& style, const UserSpace& space,
                          const APaint& paint, double dashScale) {
     m_stroke.width = style.strokeWidth;
     m_stroke.cap = style.lineCap;
@@ -187,7 +195,7 @@ void ElementWalk::stroke(const APath& outline, const Style& style, const UserSpa
     const std::optional<AAffine> back = pen.inverse();
     if (!back) return;
     APath moved;
-    moved.append(outline, *back * space.toDrawing);
+    append(moved, outline, *back * space.toDrawing);
     m_context.stroke(moved, pen, paint, m_stroke);
 }
 
@@ -200,7 +208,7 @@ void ElementWalk::paintText(const DrawnElement& text, const PaintSource& source)
     bool strokes = false;
     for (const TextPiece& piece : m_pieces) {
         boxes.add(piece.box);
-        if (!piece.outline.empty()) outlines.add(piece.outline.bounds());
+        if (!piece.outline.empty()) outlines.add(piece.outline.bounds(AAffine()));
         strokes |= piece.style.stroke.kind != PaintKind::none;
     }
     const double margin = 1 + (strokes ? strokeReach(text.style, text.space) * 2 : 0);

@@ -4,6 +4,7 @@
 
 #include "formats/svg/draw/element_walk.h"
 #include "formats/svg/draw/picture_context.h"
+#include "formats/svg/xml/xml_memory.h"
 
 namespace svg {
 
@@ -92,10 +93,17 @@ public:
         m_recorder.beginObject(object);
         m_walk.paint(object, visible);
         m_recorder.endObject();
+        m_recorder.noteRepeated(m_context.spent(), m_context.mostRepeated());
     }
     void finish() override { m_walk.walk().close(); }
 
 private:
+    // Given back behind the tree: of a thread that ends, nobody else would.
+    struct XmlMemory {
+        ~XmlMemory() { releaseXmlMemory(); }
+    };
+
+    XmlMemory m_memory;
     ADisplayRecorder& m_recorder;
     PictureContext m_context;
     ObjectWalk m_walk;

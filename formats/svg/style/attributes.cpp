@@ -6,8 +6,9 @@
 
 namespace svg {
 
-// Apart from addPlain, so that it is inlined below: what other libraries could replace is not.
-inline bool AttributeSet::take(const char* name, const char* value) {
+// Apart from addPlain, so that it is inlined below: what other libraries could replace is not. `give` needs it as a
+// function, too, in whatever unit that is called.
+[[gnu::used]] inline bool AttributeSet::take(const char* name, const char* value) {
     const std::uint8_t slot = findSlot(name);
     if (slot == 0) return false;
     m_present[slot / 64] |= std::uint64_t{1} << slot % 64;

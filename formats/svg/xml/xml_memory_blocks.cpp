@@ -63,4 +63,9 @@ bool useLargeXmlMemory() {
     return true;
 }
 
+void releaseXmlMemory() {
+    release(current);
+    current = nullptr;
+}
+
 }  // namespace svg

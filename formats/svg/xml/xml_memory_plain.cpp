@@ -8,4 +8,6 @@ bool useLargeXmlMemory() {
     return true;
 }
 
+void releaseXmlMemory() {}
+
 }  // namespace svg

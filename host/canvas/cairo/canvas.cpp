@@ -7,6 +7,7 @@
 #include "canvas/cairo/path_cutting.h"
 #include "canvas/cairo/pen.h"
 #include "canvas/cairo/source.h"
+#include "canvas/library_call.h"
 
 namespace {
 
@@ -50,6 +51,7 @@ ACanvas::~ACanvas() = default;
 
 void ACanvas::fill(const APath& path, const AAffine& toPixels, const APaint& paint, EFillRule rule) {
     Library& library = *m_library;
+    const ALibraryCall call;
     const std::optional<AFRect> box = library.place(path, toPixels);
     if (!box || !library.isVisible(*box, 1)) return;
     const ASource source = sourceOf(paint, library.bounds());
@@ -64,6 +66,7 @@ void ACanvas::fill(const APath& path, const AAffine& toPixels, const APaint& pai
 void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& paint,
                      const AStrokeStyle& style) {
     Library& library = *m_library;
+    const ALibraryCall call;
     std::optional<APen> pen = penOf(style, toPixels);
     if (!pen) return;
     const std::optional<AFRect> box = library.place(path, toPixels);
@@ -86,6 +89,7 @@ void ACanvas::stroke(const APath& path, const AAffine& toPixels, const APaint& p
 void ACanvas::drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth,
                         EBlend blend) {
     Library& library = *m_library;
+    const ALibraryCall call;
     const APath frame =
         APath::rectangle({0, 0, static_cast<double>(image.width()), static_cast<double>(image.height())});
     const std::optional<AFRect> box = library.place(frame, toPixels);

@@ -8,6 +8,7 @@
 
 #include "canvas/cairo/limits.h"
 #include "canvas/cairo/path_cutting.h"
+#include "canvas/library_call.h"
 
 namespace {
 
@@ -94,6 +95,7 @@ ACanvas::Library::Library(const APixels& pixels) : m_pixels(pixels) {
 }
 
 void ACanvas::Library::start() {
+    const ALibraryCall call;
     m_cairo.reset();
     m_surface.reset(
         cairo_image_surface_create_for_data(static_cast<unsigned char*>(m_pixels.bits),
@@ -101,6 +103,7 @@ void ACanvas::Library::start() {
                                             m_pixels.width, m_pixels.height, m_pixels.width * 4));
     m_cairo.reset(cairo_create(m_surface.get()));
     if (cairo_status(m_cairo.get()) == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
+    ALibraryCall::check();
 }
 
 std::optional<AFRect> ACanvas::Library::place(const APath& path, const AAffine& toPixels) {
@@ -181,7 +184,7 @@ void ACanvas::Library::setSource(const ASource& source) {
 
 void ACanvas::Library::settle() {
     // Not every part of cairo tells that it had no memory, and what it tells so may be a number too large.
-    const bool lackedMemory = errno == ENOMEM;
+    const bool lackedMemory = errno == ENOMEM || ALibraryCall::lackedMemory();
     if (m_borrows) cairo_set_source_rgb(cairo(), 0, 0, 0);
     m_borrows = false;
     if (cairo_status(cairo()) != CAIRO_STATUS_SUCCESS) {
@@ -195,6 +198,7 @@ void ACanvas::Library::settle() {
 }
 
 void ACanvas::Library::pushClip(const APath& path, const AAffine& toPixels, EFillRule rule) {
+    const ALibraryCall call;
     Clip clip{path, toPixels, rule, {}};
     cairo_save(cairo());
     applyClip(clip);

@@ -1,43 +1,8 @@
 #include "kzcore/display/display_list.h"
 
-#include "kzcore/display/display_recorder.h"
 #include "kzcore/document/document.h"
-#include "kzcore/document/object_walk.h"
-#include "kzcore/document/refer_item.h"
 
 namespace {
-
-// Documents without a format of their own show the boxes of their objects.
-class BoxRecording : public AObjectPainter {
-public:
-    explicit BoxRecording(ADisplayRecorder& recorder) : m_recorder(recorder) {}
-
-    bool enter(const AParent&) override { return true; }
-    void leave(const AParent&) override {}
-
-    void paint(const AObject& object, APaintVisibility) override {
-        AFRect bounds;
-        object.getBoundingRect(bounds);
-        const APath box = APath::rectangle(bounds);
-        m_recorder.beginObject(object);
-        const ABrush* brush = object.getBrush();
-        const auto* solid = brush ? dynamic_cast<ASolidBrushItem*>(brush->getBrushItem()) : nullptr;
-        if (solid && solid->getColorItem()) {
-            m_recorder.fill(box, AAffine(), {AColor(solid->getColorItem()->getDisplayColor())},
-                            EFillRule::nonZero);
-        }
-        const APen* pen = object.getPen();
-        const APenItem* item = pen ? pen->getPenItem() : nullptr;
-        if (item && item->getStyle() != APenItem::kStyleNone && item->getColorItem()) {
-            m_recorder.stroke(box, AAffine(), {AColor(item->getColorItem()->getDisplayColor())},
-                              AStrokeStyle());
-        }
-        m_recorder.endObject();
-    }
-
-private:
-    ADisplayRecorder& m_recorder;
-};
 
 template <class T>
 std::size_t bytesOf(const std::vector<T>& list) {
@@ -51,12 +16,24 @@ const AObject& ADisplayList::object(std::uint32_t number) const {
 }
 
 void ADisplayList::readOutline(const ADisplayOutline& outline, APath& path) const {
-    path.assign({m_verbs.data() + outline.firstVerb, outline.verbs},
-                {m_points.data() + outline.firstPoint, outline.points});
+    if (!outline.isText()) {
+        return path.assign({m_verbs.data() + outline.firstVerb, outline.verbs},
+                           {m_points.data() + outline.firstPoint, outline.points});
+    }
+    path.clear();
+    for (std::uint32_t i = outline.firstVerb; i < outline.firstVerb + outline.verbs; ++i) {
+        const ADisplayTextLine& line = m_textLines[i];
+        for (std::uint32_t k = line.firstLetter; k < line.firstLetter + line.letters; ++k) {
+            const ADisplayLetter& letter = m_letters[k];
+            path.append(m_letterOutlines[letter.outline]->path(),
+                        line.placed * AAffine::translation(letter.at.x, letter.at.y));
+        }
+    }
 }
 
 std::size_t ADisplayList::bytes() const {
-    std::size_t bytes = bytesOf(m_items) + bytesOf(m_entries) + bytesOf(m_boxes) + bytesOf(m_groups) +
+    std::size_t bytes = bytesOf(m_letterOutlines) + bytesOf(m_letters) + bytesOf(m_textLines) +
+                        bytesOf(m_items) + bytesOf(m_entries) + bytesOf(m_boxes) + bytesOf(m_groups) +
                         bytesOf(m_clips) + bytesOf(m_paints) + bytesOf(m_gradients) + bytesOf(m_pens) +
                         bytesOf(m_transforms) + m_tree.bytes() + bytesOf(m_referItems) +
                         bytesOf(m_fillItems) + bytesOf(m_strokeItems);
@@ -66,19 +43,8 @@ std::size_t ADisplayList::bytes() const {
 }
 
 std::size_t ADisplayList::outlineBytes() const {
-    return bytesOf(m_verbs) + bytesOf(m_points);
-}
-
-std::shared_ptr<const ADisplayList> makeDisplayList(ADocument& document) {
-    ADisplayRecorder recorder(document);
-    std::unique_ptr<AObjectPainter> painter;
-    if (const AGeometrySource* source = document.getGeometrySource())
-        painter = source->startRecording(recorder);
-    if (!painter) painter = std::make_unique<BoxRecording>(recorder);
-    const auto paint = [&](const AObject& object) { painter->paint(object, {}); };
-    walkShown(document.getSecondaryDatabase(), *painter, paint);
-    walkShown(&document.getDatabase(), *painter, paint);
-    painter->finish();
-    painter.reset();
-    return recorder.finish();
+    std::size_t bytes = bytesOf(m_verbs) + bytesOf(m_points);
+    for (const auto& letter : m_letterOutlines)
+        bytes += bytesOf(letter->path().verbs()) + bytesOf(letter->path().points());
+    return bytes;
 }

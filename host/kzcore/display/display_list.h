@@ -6,6 +6,8 @@
 // images, blend modes) is a group with a picture: the format draws it whenever it is drawn, and its items only
 // tell where its objects lie.
 //
+// Texts are letters in their places, whose outlines are there once for all texts.
+//
 // A list never changes, and any number of threads may read it. The document outlives it. Lengths and places are in
 // drawing coordinates.
 #pragma once
@@ -13,6 +15,7 @@
 #include <memory>
 
 #include "canvas/canvas.h"
+#include "canvas/text_outline.h"
 #include "kzcore/display/box_tree.h"
 #include "kzcore/document/object_painter.h"
 
@@ -22,11 +25,23 @@ class AReferItem;
 
 constexpr std::uint32_t kNoGroup = 0xffffffff;
 
-// An outline's place in the list's verbs and points.
+// An outline's place in the list's verbs and points. Without points: its place in the list's lines of text.
 struct ADisplayOutline {
     std::uint32_t firstVerb = 0, verbs = 0;
     std::uint32_t firstPoint = 0, points = 0;
     std::uint32_t transform = 0;  // to drawing coordinates
+
+    bool isText() const { return points == 0; }
+};
+
+struct ADisplayLetter {
+    std::uint32_t outline = 0;  // in the list's outlines of letters
+    AFPoint at;                 // added to its points
+};
+
+struct ADisplayTextLine {
+    std::uint32_t firstLetter = 0, letters = 0;  // lines of the same text share them
+    AAffine placed;                              // of the letters, in the item's coordinates
 };
 
 // Whose visibility an item follows.
@@ -124,6 +139,9 @@ private:
     const ADocument& m_document;
     std::vector<APath::EVerb> m_verbs;
     std::vector<AFPoint> m_points;
+    std::vector<std::shared_ptr<const ALetterOutline>> m_letterOutlines;
+    std::vector<ADisplayLetter> m_letters;
+    std::vector<ADisplayTextLine> m_textLines;
     std::vector<ADisplayItem> m_items;
     std::vector<ADisplayEntry> m_entries;
     std::vector<ABox> m_boxes;  // of the entries
@@ -143,3 +161,5 @@ private:
 // The list of a document, by the painter of its format; documents without one show their objects' boxes. Raises
 // bad_alloc.
 std::shared_ptr<const ADisplayList> makeDisplayList(ADocument& document);
+// The same with so many threads, of which two are used; 0: those that are worth it.
+std::shared_ptr<const ADisplayList> makeDisplayList(ADocument& document, unsigned threads);

@@ -29,6 +29,10 @@ AFRect boundsOf(const APath& path, const AAffine& transform) {
     return box;
 }
 
+AFRect boundsOf(const ATextShape& text, const AAffine& transform) {
+    return text.bounds(transform);
+}
+
 bool isFinite(const AFRect& box) {
     return std::isfinite(box.left) && std::isfinite(box.top) && std::isfinite(box.right) &&
            std::isfinite(box.bottom);
@@ -213,15 +217,64 @@ void ADisplayRecorder::close() {
     m_entryOpen = false;
 }
 
+std::uint32_t ADisplayRecorder::transformNumber(const AAffine& toDrawing) {
+    std::vector<AAffine>& transforms = m_list->m_transforms;
+    if (!(transforms.back() == toDrawing)) transforms.push_back(toDrawing);
+    return static_cast<std::uint32_t>(transforms.size() - 1);
+}
+
 ADisplayOutline ADisplayRecorder::keepOutline(const APath& path, const AAffine& toDrawing) {
-    ADisplayList& list = *m_list;
-    if (!(list.m_transforms.back() == toDrawing)) list.m_transforms.push_back(toDrawing);
     // A stroke mostly follows the fill of the same outline.
     const bool isAgain = m_lastPath == &path && isOutline(m_lastOutline, path);
     if (!isAgain) m_lastOutline = path.points().size() < kLong ? appendOutline(path) : sharedOutline(path);
     m_lastPath = &path;
-    m_lastOutline.transform = static_cast<std::uint32_t>(list.m_transforms.size() - 1);
+    m_lastOutline.transform = transformNumber(toDrawing);
     return m_lastOutline;
+}
+
+ADisplayOutline ADisplayRecorder::keepOutline(const ATextShape& text, const AAffine& toDrawing) {
+    std::vector<ADisplayTextLine>& lines = m_list->m_textLines;
+    // A stroke mostly follows the fill of the same text.
+    if (!isText(m_lastText, text)) {
+        m_lastText.firstVerb = static_cast<std::uint32_t>(lines.size());
+        m_lastText.verbs = static_cast<std::uint32_t>(text.lines().size());
+        for (const ATextShape::Line& line : text.lines()) {
+            ADisplayTextLine kept = lettersOf(line.text);
+            kept.placed = line.placed;
+            lines.push_back(kept);
+        }
+    }
+    m_lastText.transform = transformNumber(toDrawing);
+    return m_lastText;
+}
+
+bool ADisplayRecorder::isText(const ADisplayOutline& outline, const ATextShape& text) const {
+    const auto isSame = [this](const ADisplayTextLine& kept, const ATextShape::Line& line) {
+        const auto known = m_texts.find(line.text.get());
+        return known != m_texts.end() && known->second.letters.firstLetter == kept.firstLetter &&
+               kept.placed == line.placed;
+    };
+    const auto first = m_list->m_textLines.begin() + outline.firstVerb;
+    return std::equal(first, first + outline.verbs, text.lines().begin(), text.lines().end(), isSame);
+}
+
+const ADisplayTextLine& ADisplayRecorder::lettersOf(const std::shared_ptr<const ATextOutline>& text) {
+    const auto known = m_texts.find(text.get());
+    if (known != m_texts.end()) return known->second.letters;
+    std::vector<ADisplayLetter>& letters = m_list->m_letters;
+    ADisplayTextLine line;
+    line.firstLetter = static_cast<std::uint32_t>(letters.size());
+    line.letters = static_cast<std::uint32_t>(text->letters.size());
+    for (const ATextLetter& letter : text->letters)
+        letters.push_back({letterNumber(letter.outline), letter.at});
+    return m_texts.emplace(text.get(), KnownText{text, line}).first->second.letters;
+}
+
+std::uint32_t ADisplayRecorder::letterNumber(const std::shared_ptr<const ALetterOutline>& letter) {
+    const auto next = static_cast<std::uint32_t>(m_list->m_letterOutlines.size());
+    const auto [known, isNew] = m_letters.try_emplace(letter.get(), next);
+    if (isNew) m_list->m_letterOutlines.push_back(letter);
+    return known->second;
 }
 
 // Bit by bit, so that what is drawn is the same.
@@ -293,16 +346,17 @@ std::uint32_t ADisplayRecorder::penNumber(const AStrokeStyle& style) {
     return number;
 }
 
-void ADisplayRecorder::addItem(const APath& path, const AAffine& toDrawing, const APaint& paint,
+template <class Outline>
+void ADisplayRecorder::addItem(const Outline& outline, const AAffine& toDrawing, const APaint& paint,
                                std::uint32_t pen, EFillRule rule, double reach) {
-    if (path.empty()) return;
-    AFRect box = boundsOf(path, toDrawing);
+    if (outline.empty()) return;
+    AFRect box = boundsOf(outline, toDrawing);
     if (!isFinite(box) || !std::isfinite(reach)) return;
     box = {box.left - reach, box.top - reach, box.right + reach, box.bottom + reach};
     if (!m_entryOpen) startEntry(m_object ? m_object->getIndex() : 0);
     m_entryOpen = true;
     const EPaintPart part = m_part.value_or(pen == 0 ? EPaintPart::fill : EPaintPart::stroke);
-    m_list->m_items.push_back({keepOutline(path, toDrawing), paintNumber(paint), pen, part, rule});
+    m_list->m_items.push_back({keepOutline(outline, toDrawing), paintNumber(paint), pen, part, rule});
     m_list->m_boxes.back().add(common(ABox::around(box), m_clip));
 }
 
@@ -315,6 +369,17 @@ void ADisplayRecorder::stroke(const APath& path, const AAffine& toDrawing, const
                               const AStrokeStyle& style) {
     if (!(style.width > 0)) return;
     addItem(path, toDrawing, paint, penNumber(style), EFillRule::nonZero, reachOf(style, toDrawing));
+}
+
+void ADisplayRecorder::fill(const ATextShape& text, const AAffine& toDrawing, const APaint& paint,
+                            EFillRule rule) {
+    addItem(text, toDrawing, paint, 0, rule, 0);
+}
+
+void ADisplayRecorder::stroke(const ATextShape& text, const AAffine& toDrawing, const APaint& paint,
+                              const AStrokeStyle& style) {
+    if (!(style.width > 0)) return;
+    addItem(text, toDrawing, paint, penNumber(style), EFillRule::nonZero, reachOf(style, toDrawing));
 }
 
 std::shared_ptr<const ADisplayList> ADisplayRecorder::finish() {

@@ -31,6 +31,9 @@ public:
     // What is not finite draws nothing.
     void fill(const APath& path, const AAffine& toDrawing, const APaint& paint, EFillRule rule);
     void stroke(const APath& path, const AAffine& toDrawing, const APaint& paint, const AStrokeStyle& style);
+    void fill(const ATextShape& text, const AAffine& toDrawing, const APaint& paint, EFillRule rule);
+    void stroke(const ATextShape& text, const AAffine& toDrawing, const APaint& paint,
+                const AStrokeStyle& style);
     // What is drawn belongs to this part, whatever it is; none: fills to the fill, strokes to the stroke.
     void setPart(std::optional<EPaintPart> part) { m_part = part; }
 
@@ -43,6 +46,19 @@ public:
     void close();
     void drawAsOnePicture() { m_list->m_onePicture = true; }
 
+    // What was done again and again, of what may be; see append().
+    void noteRepeated(std::size_t elements, std::size_t most) {
+        m_repeated = elements;
+        m_mostRepeated = most;
+    }
+    // Nothing was recorded yet, and nothing is open.
+    bool isUntouched() const { return m_list->m_entries.empty() && !isOpen() && !m_list->m_onePicture; }
+    bool isOpen() const { return !m_open.empty(); }
+    // What another recorder of the document recorded comes behind, as if it had been recorded here. Both recorded
+    // objects of their own, nothing is open. False, and nothing happens, when together they repeated more than one
+    // may. Raises bad_alloc: both are used up then.
+    bool append(ADisplayRecorder&& other);
+
     // The list, complete; the recorder is used up.
     std::shared_ptr<const ADisplayList> finish();
 
@@ -54,9 +70,15 @@ private:
     };
 
     void open(const ADisplayGroup& group, const ABox& clip);
-    void addItem(const APath& path, const AAffine& toDrawing, const APaint& paint, std::uint32_t pen,
+    template <class Outline>
+    void addItem(const Outline& outline, const AAffine& toDrawing, const APaint& paint, std::uint32_t pen,
                  EFillRule rule, double reach);
+    std::uint32_t transformNumber(const AAffine& toDrawing);
     ADisplayOutline keepOutline(const APath& path, const AAffine& toDrawing);
+    ADisplayOutline keepOutline(const ATextShape& text, const AAffine& toDrawing);
+    bool isText(const ADisplayOutline& outline, const ATextShape& text) const;
+    const ADisplayTextLine& lettersOf(const std::shared_ptr<const ATextOutline>& text);
+    std::uint32_t letterNumber(const std::shared_ptr<const ALetterOutline>& letter);
     ADisplayOutline appendOutline(const APath& path);
     ADisplayOutline sharedOutline(const APath& path);
     bool isOutline(const ADisplayOutline& outline, const APath& path) const;
@@ -68,6 +90,7 @@ private:
     std::uint32_t referItemNumber(AReferItem* item);
 
     std::shared_ptr<ADisplayList> m_list;
+    std::size_t m_repeated = 0, m_mostRepeated = 0;
     std::vector<Open> m_open;
     std::uint32_t m_current = kNoGroup;
     ABox m_clip = ABox::everything();
@@ -83,6 +106,14 @@ private:
 
     const APath* m_lastPath = nullptr;  // whose outline was kept last, of this object
     ADisplayOutline m_lastOutline;
+    ADisplayOutline m_lastText;
+
+    struct KnownText {
+        std::shared_ptr<const ATextOutline> text;  // held, so that no other takes its address
+        ADisplayTextLine letters;
+    };
+    std::unordered_map<const ATextOutline*, KnownText> m_texts;
+    std::unordered_map<const ALetterOutline*, std::uint32_t> m_letters;  // the list holds them
 
     // Long outlines by what they are: symbols come again and again.
     struct OutlineSlot {

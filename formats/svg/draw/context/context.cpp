@@ -93,6 +93,21 @@ void DrawContext::stroke(const APath& path, const AAffine& toPixels, const APain
                : m_canvas->stroke(path, toPixels, paint, style);
 }
 
+void DrawContext::fill(const ATextShape& text, const AAffine& toPixels, const APaint& paint, EFillRule rule) {
+    if (m_recorder) return m_recorder->fill(text, toPixels, paint, rule);
+    m_letters.clear();
+    text.appendTo(m_letters, AAffine());
+    m_canvas->fill(m_letters, toPixels, paint, rule);
+}
+
+void DrawContext::stroke(const ATextShape& text, const AAffine& toPixels, const APaint& paint,
+                         const AStrokeStyle& style) {
+    if (m_recorder) return m_recorder->stroke(text, toPixels, paint, style);
+    m_letters.clear();
+    text.appendTo(m_letters, AAffine());
+    m_canvas->stroke(m_letters, toPixels, paint, style);
+}
+
 void DrawContext::drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth,
                             EBlend blend) {
     if (m_canvas) m_canvas->drawImage(image, toPixels, opacity, smooth, blend);
@@ -152,6 +167,10 @@ bool DrawContext::spend(std::size_t elements) {
     const bool enough = m_repeatable >= elements;
     m_repeatable = enough ? m_repeatable - elements : 0;
     return enough;
+}
+
+std::size_t DrawContext::mostRepeated() const {
+    return repeatable(m_tree.elementCount());
 }
 
 bool DrawContext::HeldPixels::take(std::size_t pixels) {

@@ -94,6 +94,9 @@ public:
     // On what is drawn on now: the device's canvas, or that of a group, or the recorder.
     void fill(const APath& path, const AAffine& toPixels, const APaint& paint, EFillRule rule);
     void stroke(const APath& path, const AAffine& toPixels, const APaint& paint, const AStrokeStyle& style);
+    void fill(const ATextShape& text, const AAffine& toPixels, const APaint& paint, EFillRule rule);
+    void stroke(const ATextShape& text, const AAffine& toPixels, const APaint& paint,
+                const AStrokeStyle& style);
     // Not to a recorder.
     void drawImage(const AImage& image, const AAffine& toPixels, double opacity, bool smooth, EBlend blend);
     // Of the current canvas, kept up to date by pushClip and popClip; cheaper than asking it.
@@ -145,6 +148,9 @@ public:
     void leaveReference() { m_visited.pop_back(); }
     // Takes elements (or a similar amount of work) from the budget of repetition; false when it is spent.
     bool spend(std::size_t elements);
+    // What of that budget was taken, and how much it was.
+    std::size_t spent() const { return mostRepeated() - m_repeatable; }
+    std::size_t mostRepeated() const;
 
     // Pixels of images that something is drawn into at the same time: groups, masks, patterns in one another.
     // False when there are too many: make no image then.
@@ -212,6 +218,7 @@ private:
     AAffine m_place;
     ACanvas* m_canvas;
     ADisplayRecorder* m_recorder = nullptr;
+    APath m_letters;  // scratch
     RECT m_clipBounds;
     RECT m_touched{0, 0, 0, 0};
     std::vector<pugi::xml_node> m_visited;

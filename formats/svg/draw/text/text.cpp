@@ -113,7 +113,7 @@ private:
     AAffine inColumn(const TextRun& run) {
         const AFontMetrics& font = fontMetricsOf(m_context, spanOf(run).style);
         const double middle = (font.ascent - font.descent) / 2;
-        if (run.upright) return AAffine::translation(0, run.glyphs.advance / 2 + middle);
+        if (run.upright) return AAffine::translation(0, run.natural / 2 + middle);
         return AAffine{0, 1, -1, 0, 0, 0} * AAffine::translation(0, middle);
     }
 
@@ -155,9 +155,9 @@ private:
         }
         const double shift = baselineOffset(style) - span.baselineShift;
         const AAffine toText = placed * AAffine::translation(0, shift) * AAffine::scaling(run.stretch, 1);
-        m_open->outline.append(run.glyphs.path, toText);
+        m_open->outline.add(run.glyphs, toText * AAffine::translation(run.shift, 0));
         const double size = style.fontSize;
-        const AFRect line{0, -kAscent * size, run.glyphs.advance, kDescent * size};
+        const AFRect line{0, -kAscent * size, run.natural, kDescent * size};
         m_bounds.add(rectBounds(toText, line));
         const double length = run.advance() / (run.stretch != 0 ? run.stretch : 1);
         // A line is as high and as thick as the font of the element that asks for it says.
@@ -183,7 +183,7 @@ private:
         const TextSpan& span = m_text.spans[m_openSpan];
         addLines(m_underline, span.underline);
         addLines(m_overline, span.overline);
-        m_pieces.push_back(*m_open);
+        m_pieces.push_back(std::move(*m_open));
         addLines(m_lineThrough, span.lineThrough);
         m_bounds = BoundsBuilder();
         m_open.reset();
@@ -192,7 +192,10 @@ private:
     void addLines(APath& lines, int source) {
         if (lines.empty()) return;
         const Style& style = m_text.spans[static_cast<std::size_t>(source)].style;
-        m_pieces.push_back({std::exchange(lines, {}), m_open->box, style, m_open->effect});
+        ATextShape outline;
+        outline.add(std::make_shared<const ATextOutline>(ATextOutline::ofPath(std::exchange(lines, {}))),
+                    AAffine());
+        m_pieces.push_back({std::move(outline), m_bounds.get(), style, m_text.spans[m_openSpan].effect});
     }
 
     DrawContext& m_context;

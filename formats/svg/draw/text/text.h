@@ -9,9 +9,9 @@ namespace svg {
 
 // A run of glyphs with one style.
 struct TextPiece {
-    APath outline;  // in the text's user space, decorations included
-    AFRect box;     // of its line: the advance wide, ascent and descent high; for bounding boxes
-    Style style;    // computed; that of the text element itself where no tspan says otherwise
+    ATextShape outline;  // in the text's user space, decorations included
+    AFRect box;          // of its line: the advance wide, ascent and descent high; for bounding boxes
+    Style style;         // computed; that of the text element itself where no tspan says otherwise
     // The innermost part that it lies in; null: none. Pieces of one part follow each other.
     std::shared_ptr<const TextEffect> effect;
 };

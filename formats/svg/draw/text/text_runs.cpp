@@ -21,7 +21,7 @@ struct GlyphCache : DrawCache {
     static constexpr std::size_t kMostBytes = std::size_t{1} << 17;  // of texts
     template <class Outlines>
     struct Kept {
-        std::map<Key, Outlines> outlines;
+        std::map<Key, std::shared_ptr<const Outlines>> outlines;
         std::size_t bytes = 0;
     };
     Kept<ATextOutline> glyphs;
@@ -84,9 +84,9 @@ private:
     }
 
     template <class Outlines, class Make>
-    static Outlines cached(GlyphCache::Kept<Outlines>& cache, std::string_view text, const AFont& font,
-                           Make make) {
-        if (text.size() > GlyphCache::kMostBytes) return make(text, font);
+    static std::shared_ptr<const Outlines> cached(GlyphCache::Kept<Outlines>& cache, std::string_view text,
+                                                  const AFont& font, Make make) {
+        if (text.size() > GlyphCache::kMostBytes) return std::make_shared<const Outlines>(make(text, font));
         GlyphCache::Key key{std::string(text), font};
         const auto found = cache.outlines.find(key);
         if (found != cache.outlines.end()) return found->second;
@@ -95,12 +95,13 @@ private:
             cache.outlines.clear();
             cache.bytes = 0;
         }
-        Outlines& made = cache.outlines.emplace(std::move(key), make(text, font)).first->second;
+        auto made = std::make_shared<const Outlines>(make(text, font));
+        cache.outlines.emplace(std::move(key), made);
         cache.bytes += text.size();
         return made;
     }
 
-    ATextOutline outline(std::size_t first, std::size_t last) {
+    std::shared_ptr<const ATextOutline> outline(std::size_t first, std::size_t last) {
         const AFont font = fontOf(m_text.spans[m_text.characters[first].span].style);
         return cached(m_cache.glyphs, textOf(first, last), font, outlineText);
     }
@@ -131,33 +132,31 @@ private:
         return false;
     }
 
-    TextRun makeRun(std::size_t first, std::size_t last, ATextOutline glyphs) const {
+    TextRun makeRun(std::size_t first, std::size_t last, std::shared_ptr<const ATextOutline> glyphs) const {
         const TextCharacter& one = m_text.characters[first];
         const Style& style = m_text.spans[one.span].style;
-        TextRun run{first,
-                    last,
-                    std::move(glyphs),
-                    m_fits[first].spacing,
-                    m_fits[first].stretch,
-                    m_fits[last - 1].spacing,
-                    one.x,
-                    one.y,
-                    one.dx,
-                    one.dy,
-                    one.rotate,
-                    m_vertical && isUpright(one.code)};
+        TextRun run;
+        run.first = first;
+        run.last = last;
+        run.natural = glyphs->advance;
+        run.glyphs = std::move(glyphs);
+        run.spacing = m_fits[first].spacing;
+        run.stretch = m_fits[first].stretch;
+        run.lengthSpacing = m_fits[last - 1].spacing;
+        run.x = one.x;
+        run.y = one.y;
+        run.dx = one.dx;
+        run.dy = one.dy;
+        run.rotate = one.rotate;
+        run.upright = m_vertical && isUpright(one.code);
         if (!joins(one.code)) run.spacing += style.letterSpacing;
         if (m_text.characters[last - 1].code == ' ') run.spacing += style.wordSpacing;
-        if (run.upright) run.glyphs.path = moved(run.glyphs, style);
+        if (run.upright) {
+            // Stands in the middle of its line; its advance is its height.
+            run.shift = -run.natural / 2;
+            run.natural = style.fontSize;
+        }
         return run;
-    }
-
-    // An upright letter of a vertical text stands in the middle of its line; its advance is its height.
-    static APath moved(ATextOutline& glyphs, const Style& style) {
-        APath path;
-        path.append(glyphs.path, AAffine::translation(-glyphs.advance / 2, 0));
-        glyphs.advance = style.fontSize;
-        return path;
     }
 
     void makeRuns(std::size_t first, std::size_t end, std::vector<TextRun>& runs) {
@@ -175,17 +174,18 @@ private:
     // A run for each letter of a segment, shaped with those beside it.
     void makeLooseRuns(std::size_t first, std::size_t last, std::vector<TextRun>& runs) {
         const AFont font = fontOf(m_text.spans[m_text.characters[first].span].style);
-        ATextClusters clusters = cached(m_cache.clusters, textOf(first, last), font, outlineClusters);
+        const std::shared_ptr<const ATextClusters> clusters =
+            cached(m_cache.clusters, textOf(first, last), font, outlineClusters);
         const std::size_t start = m_text.characters[first].begin;
         const std::size_t before = runs.size();
         std::size_t at = first;
-        for (ATextCluster& cluster : clusters.list) {
+        for (const ATextCluster& cluster : clusters->list) {
             const std::size_t begin = at;
             while (at < last && m_text.characters[at].begin - start < cluster.end) ++at;
             // Marks stay with their letter, wherever the drawing puts them.
-            if (at > begin) runs.push_back(makeRun(begin, at, std::move(cluster.outline)));
+            if (at > begin) runs.push_back(makeRun(begin, at, {clusters, &cluster.outline}));
         }
-        if (clusters.rightToLeft) turnRound(runs, before);
+        if (clusters->rightToLeft) turnRound(runs, before);
     }
 
     // Letters that run to the left stand in the opposite order, up to the next that the drawing places.

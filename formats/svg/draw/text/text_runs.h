@@ -10,7 +10,9 @@ namespace svg {
 
 struct TextRun {
     std::size_t first = 0, last = 0;  // characters
-    ATextOutline glyphs;
+    std::shared_ptr<const ATextOutline> glyphs;
+    double shift = 0;          // of the glyphs, before they are stretched
+    double natural = 0;        // its width before it is stretched
     double spacing = 0;        // behind it
     double stretch = 1;        // of its width
     double lengthSpacing = 0;  // what a text length adds to `spacing`
@@ -19,7 +21,7 @@ struct TextRun {
     double rotate = 0;     // degrees
     bool upright = false;  // in a vertical text
 
-    double width() const { return glyphs.advance * stretch; }
+    double width() const { return natural * stretch; }
     double advance() const { return width() + spacing; }
 };
 
