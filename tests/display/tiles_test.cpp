@@ -89,8 +89,8 @@ TEST(Tiles, AreTheSameWhoeverDrawsThem) {
 TEST(Tiles, OfALargeDrawingLookLikeItDrawnInOneWhoeverDrawsThem) {
     std::string body;
     for (int i = 0; i < 5200; ++i) {
-        const std::string at = std::to_string(i % 100 * 2) + "," + std::to_string(i / 100 * 2);
-        body += "<path d='M" + at + "l3,1 -2,2z' fill='" + (i % 3 == 0 ? "red" : "teal") + "'/>";
+        body += "<rect x='" + std::to_string(i % 100 * 2) + "' y='" + std::to_string(i / 100 * 2) +
+                "' width='1.5' height='1.3' fill='" + (i % 7 == 0 ? "red" : "teal") + "'/>";
     }
     const Shown shown(svg_test::drawing(body));
     const AImage whole = shown.drawnFromList(AAffine());
