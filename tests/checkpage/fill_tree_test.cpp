@@ -72,6 +72,14 @@ TEST_F(FillTree, EverythingEndsExpandedAndTheFirstItemShows) {
     EXPECT_EQ(tree.GetFirstVisibleItem(), at("Group"));
 }
 
+TEST_F(FillTree, RedrawsTheTreeAgainWhenAllIsThere) {
+    tree.recording = true;
+    page.fillTree(0);
+    ASSERT_GT(tree.messages.size(), 4u);
+    EXPECT_EQ(tree.messages.front(), "SETREDRAW 0");
+    EXPECT_EQ(tree.messages.back(), "SETREDRAW 1");
+}
+
 TEST_F(FillTree, WithoutAWindowNothingHappens) {
     ACheckTree windowless;
     test::Page other(&windowless);

@@ -12,7 +12,8 @@ constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP | TVS_HA
 const std::map<UINT, std::string>& messageNames() {
     static const std::map<UINT, std::string> names{
         {TVM_DELETEITEM, "DELETEITEM"}, {TVM_EXPAND, "EXPAND"},          {TVM_SETIMAGELIST, "SETIMAGELIST"},
-        {TVM_SELECTITEM, "SELECTITEM"}, {TVM_INSERTITEMW, "INSERTITEM"}, {TVM_SETITEMW, "SETITEM"}};
+        {TVM_SELECTITEM, "SELECTITEM"}, {TVM_INSERTITEMW, "INSERTITEM"}, {TVM_SETITEMW, "SETITEM"},
+        {WM_SETREDRAW, "SETREDRAW"}};
     return names;
 }
 
