@@ -85,23 +85,6 @@ TEST(Tiles, AreTheSameWhoeverDrawsThem) {
               one.pixels());
 }
 
-// Of so many objects the last squares are drawn in quarters; some lie wholly beside the picture.
-TEST(Tiles, OfALargeDrawingLookLikeItDrawnInOneWhoeverDrawsThem) {
-    std::string body;
-    for (int i = 0; i < 5200; ++i) {
-        body += "<rect x='" + std::to_string(i % 100 * 2) + "' y='" + std::to_string(i / 100 * 2) +
-                "' width='1.5' height='1.3' fill='" + (i % 7 == 0 ? "red" : "teal") + "'/>";
-    }
-    const Shown shown(svg_test::drawing(body));
-    const AImage whole = shown.drawnFromList(AAffine());
-    for (const int side : {64, 65, 128, 512}) {
-        const AImage one = drawTiled(*shown.list, AShownPaint(), AAffine(), 200, 100, side, 1);
-        EXPECT_EQ(differentPixels(whole, one, 12), 0U) << side;
-        EXPECT_EQ(drawTiled(*shown.list, AShownPaint(), AAffine(), 200, 100, side, 3).pixels(), one.pixels())
-            << side;
-    }
-}
-
 TEST(Tiles, AfterChangesOfTheFilterEqualThoseOfAFreshView) {
     const Shown shown(manyObjects());
     ATiles tiles(shown.list, everything(), {32, std::size_t{64} << 20, 2, {}});

@@ -42,35 +42,7 @@ bool isMostlyPictures(const ADisplayList& list) {
     return entries * 2 > list.entryCount();
 }
 
-// Of a drawing with so many entries some squares are drawn in quarters, down to this side, so that all threads have
-// something to do until the picture is nearly there.
-constexpr std::size_t kManyEntries = 5000;
-constexpr int kLeastQuarter = 32;
-constexpr std::size_t kMostQuartered = 4;
-
-// What is drawn at a time, in this order: the squares, and then, where `quarters`, the last half of them, of many the
-// last four, in quarters. It must not depend on the threads: what is cut elsewhere can be rounded otherwise.
-std::vector<RECT> partsOf(int width, int height, int side, bool quarters) {
-    std::vector<RECT> parts;
-    for (int top = 0; top < height; top += side) {
-        for (int left = 0; left < width; left += side) parts.push_back({left, top, left + side, top + side});
-    }
-    if (!quarters) return parts;
-    const std::size_t whole = parts.size() - std::min((parts.size() + 1) / 2, kMostQuartered);
-    const std::vector<RECT> last(parts.begin() + static_cast<std::ptrdiff_t>(whole), parts.end());
-    parts.resize(whole);
-    for (const auto& [left, top, right, bottom] : last) {
-        const LONG x = left + side / 2, y = top + side / 2;
-        for (const RECT& part : {RECT{left, top, x, y}, RECT{x, top, right, y}, RECT{left, y, x, bottom},
-                                 RECT{x, y, right, bottom}}) {
-            if (part.left < width && part.top < height) parts.push_back(part);
-        }
-    }
-    return parts;
-}
-
-void copyInto(AImage& picture, const AImage& tile, const RECT& area) {
-    const auto left = static_cast<int>(area.left), top = static_cast<int>(area.top);
+void copyInto(AImage& picture, const AImage& tile, int left, int top) {
     const int width = std::min(tile.width(), picture.width() - left);
     const int height = std::min(tile.height(), picture.height() - top);
     for (int y = 0; y < height; ++y) std::copy(tile.row(y), tile.row(y) + width, picture.row(top + y) + left);
@@ -87,24 +59,28 @@ AImage drawTile(const ADisplayList& list, const AShownPaint& shown, const AAffin
 AImage drawTiled(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int width,
                  int height, int side, unsigned threads, std::uint32_t ground) {
     if (isMostlyPictures(list)) return drawPart(list, shown, toPixels, {0, 0, width, height}, ground, {});
-    const bool quarters = list.entryCount() >= kManyEntries && side >= 2 * kLeastQuarter;
-    const std::vector<RECT> parts = partsOf(width, height, side, quarters);
     AImage picture(width, height);
-    std::atomic<std::size_t> next{0};
+    const int columns = (width + side - 1) / side;
+    const int rows = (height + side - 1) / side;
+    std::atomic<int> next{0};
     std::mutex mutex;
     std::exception_ptr error;
     const auto work = [&] {
         try {
-            for (std::size_t i = next++; i < parts.size(); i = next++)
-                copyInto(picture, drawPart(list, shown, toPixels, parts[i], ground, {}), parts[i]);
+            for (int i = next++; i < columns * rows; i = next++) {
+                const int left = i % columns * side;
+                const int top = i / columns * side;
+                const RECT square{left, top, left + side, top + side};
+                copyInto(picture, drawPart(list, shown, toPixels, square, ground, {}), left, top);
+            }
         } catch (...) {
-            next = parts.size();
+            next = columns * rows;
             const std::lock_guard lock(mutex);
             error = std::current_exception();
         }
     };
     if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
-    threads = static_cast<unsigned>(std::clamp<std::size_t>(parts.size(), 1, threads));
+    threads = std::min(threads, static_cast<unsigned>(std::max(1, columns * rows)));
     {
         std::vector<std::jthread> others;
         try {

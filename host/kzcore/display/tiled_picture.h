@@ -15,8 +15,8 @@ constexpr std::uint32_t kWhiteGround = 0xffffffff;
 AImage drawTile(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int side, int x,
                 int y, const std::function<bool()>& stops = {});
 
-// A whole picture made of such squares, of large drawings the last ones in quarters, on a ground of this pixel (see
-// AImage), 0 for none, by so many threads; 0: as many as there are cores. Where the format draws most of it by itself, one square is the whole picture. Raises
+// A whole picture made of such squares, on a ground of this pixel (see AImage), 0 for none, by so many threads; 0: as
+// many as there are cores. Where the format draws most of it by itself, one square is the whole picture. Raises
 // bad_alloc.
 AImage drawTiled(const ADisplayList& list, const AShownPaint& shown, const AAffine& toPixels, int width,
                  int height, int side, unsigned threads = 0, std::uint32_t ground = kWhiteGround);
