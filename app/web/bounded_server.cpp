@@ -205,6 +205,12 @@ void BoundedServer::widenQueue() {
     ::listen(svr_sock_, kQueue);
 }
 
+// The library forgets a stop that comes before it listens; what is shut down it gives up at once.
+void BoundedServer::stop() {
+    ::shutdown(svr_sock_, SHUT_RDWR);
+    httplib::Server::stop();
+}
+
 // The bytes of the body that a head announces; more than any may have when it announces nonsense.
 std::size_t BoundedServer::bodySize(const httplib::Request& request) const {
     if (!request.has_header("Content-Length")) return 0;

@@ -52,6 +52,8 @@ public:
 protected:
     // After the port is taken: so many connections may come at once.
     void widenQueue();
+    // Ends the answering of requests, also where it has not begun yet.
+    void stop();
     // What the head of a request announces; more than bodyBytes for nonsense.
     std::size_t bodySize(const httplib::Request& request) const;
 

@@ -41,7 +41,7 @@ public:
     Sessions& sessions() { return m_sessions; }
 
     using BoundedServer::isRunning;
-    // Answers requests until stop() is called.
+    // Answers requests until stop() is called, be it before.
     void run();
     void stop();
 

@@ -1,6 +1,9 @@
 // What nobody may do to the server: keep it from answering the next request.
 #include <sys/resource.h>
 
+#include <chrono>
+#include <future>
+
 #include "browser.h"
 
 namespace {
@@ -112,4 +115,13 @@ TEST_F(Load, OfAConnectionThatSendsNothingEndsByItself) {
     test::RawConnection slow(hasty->port());
     slow.send("GET / HTTP/1.1\r\nHost:");
     slow.readAll();  // returns: the server has closed it
+}
+
+// A signal may come as soon as the address is told.
+TEST(PageServer, IsStoppedBeforeItRuns) {
+    app::web::PageServer server(test::RunningServer::options());
+    server.stop();
+    std::future<void> run = std::async(std::launch::async, [&server] { server.run(); });
+    EXPECT_EQ(run.wait_for(std::chrono::seconds(30)), std::future_status::ready);
+    server.stop();
 }
