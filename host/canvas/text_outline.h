@@ -68,7 +68,6 @@ public:
 
     // Texts without letters leave no line.
     void add(std::shared_ptr<const ATextOutline> text, const AAffine& placed);
-    void clear() { m_lines.clear(); }
     bool empty() const { return m_lines.empty(); }
     const std::vector<Line>& lines() const { return m_lines; }
 

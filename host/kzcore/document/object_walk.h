@@ -45,7 +45,6 @@ public:
         walkLayers(database, layers);
         return true;
     }
-    bool hasEnded() const { return m_hasEnded; }
 
 private:
     struct Open {
