@@ -8,6 +8,7 @@
 #include "app/window/window.h"
 #include "kzutil/utf.h"
 #include "support/program_folder.h"
+#include "support/started_process.h"
 
 namespace test {
 
@@ -25,15 +26,9 @@ std::string textOf(HWND window) {
 // kzdraw.exe with a window.
 class StartedProgram {
 public:
-    explicit StartedProgram(const std::filesystem::path& drawing) {
-        kzutil::WideString line = L"kzdraw.exe window \"" + drawing.wstring() + L"\"";
-        STARTUPINFOW startup = {};
-        startup.cb = sizeof startup;
-        if (!CreateProcessW(L"kzdraw.exe", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                            &startup, &m_process))
-            ADD_FAILURE() << "kzdraw.exe cannot be started";
-        else
-            WaitForInputIdle(m_process.hProcess, INFINITE);
+    explicit StartedProgram(const std::filesystem::path& drawing)
+        : m_process(startProcess(L"kzdraw.exe", L"kzdraw.exe window \"" + drawing.wstring() + L"\"", {})) {
+        WaitForInputIdle(m_process.hProcess, INFINITE);
     }
     ~StartedProgram() {
         if (status() == STILL_ACTIVE) TerminateProcess(m_process.hProcess, 1);

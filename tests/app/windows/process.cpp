@@ -1,9 +1,8 @@
 #include "app/process.h"
 
-#include <stdexcept>
-
 #include "kzutil/utf.h"
 #include "platform/winapi.h"
+#include "support/started_process.h"
 
 namespace test {
 
@@ -34,19 +33,14 @@ int runProcess(const std::filesystem::path& program, const std::vector<std::stri
                const std::filesystem::path& err) {
     std::string line = quotedArgument(utf8(program));
     for (const std::string& word : arguments) line += ' ' + quotedArgument(word);
-    kzutil::WideString wideLine = kzutil::widen(line);
 
     STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = openInherited(in, GENERIC_READ, OPEN_EXISTING);
     startup.hStdOutput = openInherited(out, GENERIC_WRITE, TRUNCATE_EXISTING);
     startup.hStdError = openInherited(err, GENERIC_WRITE, TRUNCATE_EXISTING);
-    PROCESS_INFORMATION process{};
-    const BOOL started = CreateProcessW(program.c_str(), wideLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                        nullptr, &startup, &process);
+    const PROCESS_INFORMATION process = startProcess(program.wstring(), kzutil::widen(line), startup);
     for (const HANDLE file : {startup.hStdInput, startup.hStdOutput, startup.hStdError}) CloseHandle(file);
-    if (!started) throw std::runtime_error("cannot start " + utf8(program));
     WaitForSingleObject(process.hProcess, INFINITE);
     DWORD status = 0;
     GetExitCodeProcess(process.hProcess, &status);
