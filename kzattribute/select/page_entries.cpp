@@ -10,7 +10,6 @@
 void PageEntries::catchUp() {
     if (m_revision != m_page.getRevision()) {
         m_classes.clear();
-        m_known.clear();
         m_seen = 0;
         m_revision = m_page.getRevision();
         unsettleAll();
@@ -24,6 +23,8 @@ void PageEntries::file(int place) {
     const auto* object = fill ? nullptr : dynamic_cast<const AObjectCondition*>(&entry);
     const bool isSubKind = object && object->classifier;
     const bool isOneFill = fill && fill->brushItem;
+    // What is offered of another of its classes may change an entry's kind.
+    const bool isOfOneClass = entry.getClassNames().GetSize() == 1;
     for (const AString& name : entry.getClassNames()) {
         ClassEntries* found = findClass(name);
         if (!found) {
@@ -35,12 +36,10 @@ void PageEntries::file(int place) {
         ClassEntries& of = *found;
         of.all.push_back(place);
         of.hasFills = of.hasFills || fill;
-        of.hasSubKinds = of.hasSubKinds || isSubKind;
-        if (!isOneFill && !isSubKind) {
-            addAlike(of, place);
-        } else if (isOneFill && entry.getClassNames().GetSize() == 1 &&
-                   name == fill->brushItem->getClassName()) {
+        if (isOneFill) {
             addFill(of, *fill, place);
+        } else if (isOfOneClass && !isSubKind) {
+            addAlike(of, place);
         } else {
             of.always.push_back(place);
             unsettleAll();
@@ -101,13 +100,9 @@ PageEntries::ClassEntries* PageEntries::entriesOf(ARoot& item) {
 // True when entries that answer alike do so for items of this kind, too, and when the order in which the
 // others are asked does not show: none of them is replaced.
 bool PageEntries::isPlain(ClassEntries& of, ItemKind kind) {
-    if (of.isMixed || (of.hasFills && kind != ItemKind::fill) || (of.hasSubKinds && kind != ItemKind::object))
-        return false;
-    if (of.kind == kind) return true;
-    of.isMixed = of.kind != ItemKind::none;
-    if (of.isMixed) unsettleAll();
-    of.kind = kind;
-    return !of.isMixed;
+    if (of.kind == ItemKind::none) of.kind = kind;
+    of.isMixed = of.isMixed || of.kind != kind;
+    return !of.isMixed && (!of.hasFills || kind == ItemKind::fill);
 }
 
 bool PageEntries::take(ARoot* item, ItemKind kind, bool selected) {

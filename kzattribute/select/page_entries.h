@@ -107,7 +107,6 @@ private:
         PointerMap<FillEntries> otherFills;
         PointerMap<FillState> fills;  // by brush item
         bool hasFills = false;
-        bool hasSubKinds = false;
         Asked asked;
         ItemKind kind = ItemKind::none;  // for which it was asked
         bool isMixed = false;            // for several: nothing is known then

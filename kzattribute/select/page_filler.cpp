@@ -79,7 +79,6 @@ void PageFiller::add(Page& page, ACondition* entry, bool selected) {
     entry->inDocument = 1;
     entry->inSelection = selected;
     page.page->fileCondition(entry);
-    page.entries.catchUp();
 }
 
 const AString& PageFiller::structureOf(const AString& className) {

@@ -1,5 +1,11 @@
 // What the tool gathers of a document and how its pages are filled.
+#include <functional>
+
+#include "conditions/class_tables.h"
+#include "conditions/container_conditions.h"
+#include "conditions/fill_condition.h"
 #include "conditions/object_condition.h"
+#include "conditions/stroke_condition.h"
 #include "plain_rules.h"
 #include "scene.h"
 #include "select/page_filler.h"
@@ -281,6 +287,14 @@ private:
 
 }  // namespace
 
+TEST(NameMap, FindsWhatItHoldsHoweverManyItHolds) {
+    std::vector<AString> names;
+    for (int i = 0; i < 1000; ++i) names.push_back(AString::fromUtf8("color " + std::to_string(i)));
+    NameMap<int> map;
+    for (int i = 0; i < 1000; ++i) map[names[static_cast<std::size_t>(i)].view()] = i;
+    for (int i = 0; i < 1000; ++i) EXPECT_EQ(map[names[static_cast<std::size_t>(i)].view()], i);
+}
+
 // An entry follows the kind of what was offered last.
 TEST(Filling, AClosedEffectIsAnObjectOfItsClass) {
     SometimesClosed open(false), closed(true);
@@ -319,6 +333,102 @@ TEST(Filling, EntriesThatThePageGetsOrMovesMeanwhileAreAsked) {
     AObject rectangle(*findClass(_T("ARectangle")));
     EXPECT_TRUE(entries.take(&rectangle, ItemKind::object, false));
     EXPECT_TRUE(marked(_T("rectangle")));
+}
+
+TEST(Filling, EntriesThatMovedAreAskedWhereTheyAreNow) {
+    test::AnyPage page;
+    page.addCondition(new ACondition(_T("oval"), _T("AOval")));
+    page.addCondition(new ACondition(_T("rectangle"), _T("ARectangle")));
+    PageEntries entries(page);
+    AObject oval(*findClass(_T("AOval")));
+    EXPECT_TRUE(entries.take(&oval, ItemKind::object, false));
+    page.sortConditions();
+    EXPECT_EQ(page.getCondition(1)->path.toUtf8(), "oval");
+    EXPECT_TRUE(entries.take(&oval, ItemKind::object, true));
+    EXPECT_TRUE(page.findCondition(_T("oval"))->inSelection);
+    EXPECT_FALSE(page.findCondition(_T("rectangle"))->inDocument);
+}
+
+namespace {
+
+// A page that gets entries while items are taken into it.
+struct GrowingPage {
+    test::AnyPage page;
+    Unsettled unsettled;
+    PageEntries entries{page, &unsettled};
+
+    const ACondition* add(ACondition* entry, bool isInDocument = false) {
+        entry->path = AItemPath(AString::fromUtf8(std::to_string(page.getConditions().GetSize())));
+        entry->inDocument = isInDocument;
+        page.addCondition(entry);
+        entries.catchUp();
+        return entry;
+    }
+    // How often items of the kind became unsettled: those that are not selected, those that are.
+    template <class Act>
+    std::string news(ItemKind kind, Act act) {
+        const std::uint32_t before[] = {unsettled.count(kind, false), unsettled.count(kind, true)};
+        act();
+        return std::to_string(unsettled.count(kind, false) - before[0]) +
+               std::to_string(unsettled.count(kind, true) - before[1]);
+    }
+};
+
+}  // namespace
+
+TEST(Filling, AnObjectIsUnsettledByAnEntryThatItsClassGets) {
+    GrowingPage grown;
+    AObject oval(*findClass(_T("AOval")));
+    const auto take = [&] { grown.entries.take(&oval, ItemKind::object, false); };
+    const auto isSettled = [&] { return grown.entries.isSettled(&oval, ItemKind::object, false); };
+    const auto addOval = [&](bool isInDocument) {
+        grown.add(new ACondition(AString(), _T("AOval")), isInDocument);
+    };
+    addOval(false);
+    EXPECT_EQ(grown.news(ItemKind::object, take), "11") << "an entry was replaced";
+    EXPECT_TRUE(isSettled());
+    EXPECT_EQ(grown.news(ItemKind::object, [&] { addOval(false); }), "11");
+    EXPECT_FALSE(isSettled());
+    take();
+    EXPECT_TRUE(isSettled());
+    addOval(true);
+    take();
+    EXPECT_TRUE(dynamic_cast<AObjectCondition*>(grown.page.getCondition(2))) << "as used as it was";
+}
+
+TEST(Filling, AFillIsUnsettledByAnEntryForIt) {
+    GrowingPage grown;
+    const auto red = test::makeColor(_T("red"), 1), blue = test::makeColor(_T("blue"), 2);
+    const auto redFill = test::makeSolid(red.get()), blueFill = test::makeSolid(blue.get());
+    const auto take = [&](const auto& fill, bool selected) {
+        return grown.entries.take(fill.get(), ItemKind::fill, selected);
+    };
+    const auto isSettled = [&](const auto& fill, bool selected) {
+        return grown.entries.isSettled(fill.get(), ItemKind::fill, selected);
+    };
+    const auto addBlue = [&] { grown.add(new AFillCondition(AString(), blueFill.get())); };
+    grown.add(new ACondition(AString(), _T("ASolidBrushItem")));
+    take(redFill, true);
+    take(blueFill, false);
+    EXPECT_TRUE(isSettled(redFill, true));
+    EXPECT_TRUE(isSettled(blueFill, false));
+    EXPECT_EQ(grown.news(ItemKind::fill, addBlue), "00");
+    EXPECT_FALSE(isSettled(blueFill, false));
+    take(blueFill, false);
+    EXPECT_TRUE(isSettled(blueFill, false));
+    EXPECT_FALSE(isSettled(blueFill, true));
+    EXPECT_EQ(grown.news(ItemKind::fill, addBlue), "11")
+        << "other fills of the color may have found the first";
+}
+
+TEST(Filling, AFillIsAcceptedByItsOwnEntryThatThePageGotAsUsed) {
+    GrowingPage grown;
+    const auto red = test::makeColor(_T("red"), 1), blue = test::makeColor(_T("blue"), 2);
+    const auto redFill = test::makeSolid(red.get()), blueFill = test::makeSolid(blue.get());
+    grown.add(new AFillCondition(AString(), blueFill.get()));
+    EXPECT_FALSE(grown.entries.take(redFill.get(), ItemKind::fill, false));
+    grown.add(new AFillCondition(AString(), redFill.get()), true);
+    EXPECT_TRUE(grown.entries.take(redFill.get(), ItemKind::fill, false));
 }
 
 TEST(Filling, AnObjectWithoutAFillMarksNoFill) {
@@ -408,5 +518,161 @@ TEST(Filling, RandomDrawingsFollowThePlainRules) {
             for (const auto& one : expected.conditions) wanted.push_back(lineOf(*one, start));
             ASSERT_EQ(got, wanted) << "seed " << seed << ", " << expected.category.toUtf8();
         }
+    }
+}
+
+namespace {
+
+// Pages that the sheet never makes, of entries of every kind, and what is offered to them: whatever order objects
+// come in, however often.
+class RandomPages {
+public:
+    explicit RandomPages(unsigned seed) : m_random(seed), m_scene(seed, 25) {
+        const unsigned pages = 1 + m_random() % 3;
+        for (unsigned i = 0; i < pages; ++i) {
+            m_entries.emplace_back();
+            for (unsigned left = m_random() % 12; left > 0; --left) m_entries.back().push_back(entry(i == 0));
+        }
+        std::vector<AObject*> objects = m_scene.objects;
+        for (SometimesClosed* effect : {&m_open, &m_closed}) objects.insert(objects.end(), 3, effect);
+        gathered = plain::gather(m_scene.view);
+        gathered.candidates.clear();
+        for (int i = 0; i < 80; ++i) gathered.candidates.push_back(one(objects));
+        gathered.selected.clear();
+        for (AObject* object : objects) {
+            if (m_random() % 3 == 0) gathered.selected.push_back(object);
+        }
+    }
+
+    // The entries, made anew.
+    plain::Pages plainPages() const {
+        plain::Pages pages;
+        for (const auto& entries : m_entries) {
+            pages.push_back(std::make_unique<plain::Page>());
+            for (const Make& make : entries) pages.back()->add(make());
+        }
+        return pages;
+    }
+    std::vector<std::unique_ptr<test::AnyPage>> pages() const {
+        std::vector<std::unique_ptr<test::AnyPage>> pages;
+        for (const auto& entries : m_entries) {
+            pages.push_back(std::make_unique<test::AnyPage>());
+            for (const Make& make : entries) pages.back()->addCondition(make().release());
+        }
+        return pages;
+    }
+
+    plain::Gathered gathered;
+
+private:
+    using Make = std::function<std::unique_ptr<ACondition>()>;
+
+    template <class T>
+    T& one(std::vector<T>& of) {
+        return of[m_random() % of.size()];
+    }
+
+    Make entry(bool isForPaint) {
+        const Make made = ofSomeKind(isForPaint);
+        std::vector<const char*> paths{"a", "b", "Solid/RGB Color/red", "Gradient/g", "Pen/RGB Color/red"};
+        const AItemPath path(AString::fromUtf8(one(paths)));
+        const unsigned marks = m_random() % 6;
+        return [=] {
+            std::unique_ptr<ACondition> condition = made();
+            condition->path = path;
+            condition->inDocument = marks == 1 || marks == 2;
+            condition->inSelection = marks == 2;
+            return condition;
+        };
+    }
+
+    // As in the sheet, one page alone takes fills, and one strokes; an entry is about paint or about objects.
+    Make ofSomeKind(bool isForPaint) {
+        std::vector<const char*> paint{"APenItem", "ASolidBrushItem", "ASolidBrushItem",
+                                       "AGradientBrushItem"};
+        std::vector<const char*> objects{"AOval", "AText", "ABitmap", "AShadow", "AGroup", "ALayer"};
+        const bool isPaint = isForPaint && m_random() % 2 == 0;
+        Names names;
+        for (unsigned left = 1 + m_random() % 3; left > 0; --left)
+            names.push_back(one(isPaint ? paint : objects));
+        AObject& object = *one(m_scene.objects);
+        ABrushItem* brush = object.getBrush() ? object.getBrush()->getBrushItem() : nullptr;
+        switch (m_random() % (isPaint ? 8 : 5)) {
+            case 0:
+                return [=] { return test::ofClasses(names); };
+            case 1:
+                return [=] { return test::ofClasses<AObjectCondition>(names); };
+            case 2:
+                return [=, kind = kBitmapKinds[m_random() % kBitmapKinds.size()]] {
+                    auto condition = std::make_unique<AObjectCondition>(AString(), nullptr);
+                    condition->reset(kind.className, kind.nameId, kind.classifier);
+                    return condition;
+                };
+            case 3:
+                return [=, isNone = m_random() % 2 == 0] {
+                    const AString name = AString::fromUtf8(names[0]);
+                    return std::make_unique<AStrokeCondition>(
+                        AString(), isNone ? nullptr : static_cast<const WCHAR*>(name), nullptr);
+                };
+            case 4:
+                return [=] { return test::ofClasses<AEffectCondition>(names); };
+            case 5:
+                return [=] { return std::make_unique<AFillCondition>(AString(), brush); };
+            case 6:
+                return [=] {  // a fill among several classes
+                    auto condition = std::make_unique<AFillCondition>(AString(), brush);
+                    condition->merge(*test::ofClasses(names));
+                    return condition;
+                };
+            default:
+                return [=] {
+                    auto condition = std::make_unique<AFillCondition>(AString(), nullptr);
+                    condition->ACondition::reset(AString(), AString::fromUtf8(names[0]));
+                    return condition;
+                };
+        }
+    }
+
+    std::mt19937 m_random;
+    test::RandomScene m_scene;
+    SometimesClosed m_open{false};
+    SometimesClosed m_closed{true};
+    std::vector<std::vector<Make>> m_entries;
+};
+
+}  // namespace
+
+TEST(Filling, PagesOfAnyEntriesFollowThePlainRules) {
+    for (unsigned seed = 0; seed < 800; ++seed) {
+        const RandomPages random(seed);
+        const auto pages = random.pages();
+        const std::uint64_t start = ACondition(AString(), nullptr).getSerial();
+        {
+            PageFiller filler({[&] {
+                std::vector<ACheckPageBase*> filled;
+                for (const auto& page : pages) filled.push_back(page.get());
+                return filled;
+            }()});
+            const auto holds = [](const auto& list, auto* one) {
+                return std::ranges::find(list, one) != list.end();
+            };
+            for (ALayer* layer : random.gathered.pool)
+                filler.offerLayer(*layer, holds(random.gathered.selectedLayers, layer));
+            for (AObject* object : random.gathered.candidates)
+                filler.offerObject(*object, holds(random.gathered.selected, object));
+        }
+        const std::uint64_t end = ACondition(AString(), nullptr).getSerial();
+        plain::Pages expected = random.plainPages();
+        const std::uint64_t plainStart = ACondition(AString(), nullptr).getSerial();
+        plain::fillPages(expected, random.gathered);
+        const std::uint64_t plainEnd = ACondition(AString(), nullptr).getSerial();
+        for (std::size_t i = 0; i < pages.size(); ++i) {
+            Names got, wanted;
+            for (ARoot* one : pages[i]->getConditions())
+                got.push_back(lineOf(*static_cast<ACondition*>(one), start));
+            for (const auto& one : expected[i]->conditions) wanted.push_back(lineOf(*one, plainStart));
+            ASSERT_EQ(got, wanted) << "seed " << seed << ", page " << i;
+        }
+        ASSERT_EQ(end - start, plainEnd - plainStart) << seed;
     }
 }
