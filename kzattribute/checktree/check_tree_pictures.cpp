@@ -134,7 +134,7 @@ int ACheckTree::setItemBitmap(HTREEITEM item, UINT id) {
         setImages(item, I_IMAGECALLBACK);
         return 1;
     }
-    CBitmap* bitmap = id == 0 ? nullptr : findBitmap(id);
+    CBitmap* bitmap = findBitmap(id);
     if (!bitmap) {
         setItemImage(item, 0);
         return 0;

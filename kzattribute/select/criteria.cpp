@@ -175,8 +175,8 @@ public:
 
 private:
     bool decide(AObject& object, const APenItem* item) const {
-        if (!item || item->getStyle() == APenItem::kStyleNone) return m_noStroke;
-        if (anyMatches(m_others, &object)) return true;
+        if (anyMatches(m_others, &object)) return true;  // "No stroke" among them
+        if (!item) return false;
         const auto found = m_byColor.find(item->getColorItem());
         return found != m_byColor.end() && anyMatches(found->second, &object);
     }

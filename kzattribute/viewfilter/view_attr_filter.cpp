@@ -86,9 +86,7 @@ bool isSameList(const ConditionVersion& a, const ConditionVersion& b) {
 
 }  // namespace
 
-AViewAttrFilter::~AViewAttrFilter() {
-    clearConditions();
-}
+AViewAttrFilter::~AViewAttrFilter() = default;
 
 void AViewAttrFilter::follow() const {
     m_shown.follow(m_lists.show);

@@ -39,7 +39,7 @@ LRESULT RecordedTree::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         messages.push_back(line);
     }
-    if (refusesItems && message == TVM_INSERTITEMW) return 0;
+    if (message == TVM_INSERTITEMW && refusedItems > 0 && refusedItems--) return 0;
     return ACheckTree::WindowProc(message, wParam, lParam);
 }
 

@@ -19,7 +19,7 @@ public:
 
     bool recording = false;
     std::vector<std::string> messages;
-    bool refusesItems = false;  // as a control without memory does
+    int refusedItems = 0;  // the next ones, as a control without memory does
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

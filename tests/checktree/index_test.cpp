@@ -79,6 +79,34 @@ TEST_F(CheckTreeIndex, WhatHappenedWhileTheWindowWasLetGoIsSeen) {
     EXPECT_EQ(tree.findItemByText(_T("A"), nullptr), nullptr);
 }
 
+TEST_F(CheckTreeIndex, GroupsThatWentWhileTheWindowWasLetGoAreMadeAgain) {
+    insert("G/x", 1);
+    const HWND window = tree.UnsubclassWindow();
+    ::SendMessageW(window, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    ASSERT_TRUE(tree.SubclassWindow(window));
+    insert("G/y", 2);
+    EXPECT_EQ(dump(), "G 1 0 2\n  y 1 2 0\n");
+}
+
+TEST_F(CheckTreeIndex, GroupsAreLookedForEachTimeWhereMessagesDoNotPassHere) {
+    insert("G/x", 1);
+    const HWND window = tree.UnsubclassWindow();
+    ASSERT_TRUE(tree.Attach(window));
+    ::SendMessageW(window, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    insert("G/y", 2);
+    EXPECT_EQ(tree.GetChildItem(tree.GetRootItem()), plainlyFound(2));
+    EXPECT_NE(plainlyFound(2), nullptr);
+}
+
+TEST_F(CheckTreeIndex, TextsOfAnyLengthAreToldApart) {
+    const std::string shared(3000, 'm');
+    insert((shared + "1").c_str(), 1);
+    insert((shared + "2").c_str(), 2);
+    tree.SetItemData(tree.GetRootItem(), 1);  // a change by others: all items are learned anew
+    EXPECT_EQ(tree.findItemByText(AString::fromUtf8(shared + "2"), nullptr), plainlyFound(2));
+    EXPECT_EQ(tree.findItemByText(AString::fromUtf8(shared), nullptr), nullptr);
+}
+
 TEST_F(CheckTreeIndex, AWindowWhoseMessagesDoNotPassHereIsAskedEachTime) {
     insert("A", 1);
     EXPECT_NE(tree.findItemByData(1), nullptr);

@@ -163,6 +163,14 @@ TEST_F(CheckTree, UncheckingOneLeafLeavesItsAncestorsPartlyChecked) {
     EXPECT_EQ(takeCalls(), (Calls{"y 0", "B 0", "A 0"}));
 }
 
+TEST_F(CheckTree, AnyNumberButZeroChecksAndIsToldAsOne) {
+    insert("A", 1);
+    installCallback();
+    tree.setCheck(at("A"), 2);
+    EXPECT_EQ(takeCalls(), Calls{"A 1"});
+    EXPECT_EQ(tree.getCheck(at("A")), 3);
+}
+
 TEST_F(CheckTree, SetAllChecksEndsWithOneCall) {
     insert("A/x", 1);
     insert("B", 2);
@@ -307,9 +315,9 @@ TEST_F(CheckTree, TheMessagesOfEachOperationAreAsListed) {
 }
 
 TEST_F(CheckTree, WithoutItsGroupALeafIsNotInserted) {
-    tree.refusesItems = true;
+    tree.refusedItems = 1;
     EXPECT_EQ(insert("A/B/x", 1), nullptr);
+    tree.refusedItems = 1;
     EXPECT_EQ(insert("x", 1), nullptr);
-    tree.refusesItems = false;
     EXPECT_EQ(tree.GetRootItem(), nullptr) << "neither at the top nor anywhere else";
 }

@@ -292,6 +292,12 @@ TEST_F(ManySwatches, AreAllThereWhenTheControlIsGivenAway) {
     const HWND control = tree.UnsubclassWindow();
     EXPECT_TRUE(isDrawn(kCount - 1));
     tree.SubclassWindow(control);
+    tree.initImageLists();
+    fill();
+    EXPECT_FALSE(isDrawn(kCount - 1));
+    tree.Detach();
+    EXPECT_TRUE(isDrawn(kCount - 1));
+    tree.Attach(control);
 }
 
 TEST_F(ManySwatches, ThatWereNotDrawnAreForgottenWhenTheTreeIsFilledAnew) {

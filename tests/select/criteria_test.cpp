@@ -7,6 +7,7 @@
 #include "conditions/fill_condition.h"
 #include "conditions/object_condition.h"
 #include "conditions/refer_condition.h"
+#include "conditions/stroke_condition.h"
 #include "plain_rules.h"
 #include "scene.h"
 #include "select/object_walk.h"
@@ -79,6 +80,36 @@ TEST(Criteria, AContainerIsTakenWithoutWhatItHolds) {
     AFillCondition none(_T("No fill"), nullptr);
     EXPECT_EQ(matched({&none}, {outer, beside, inner, oval}), (std::vector<AObject*>{outer, beside}));
     EXPECT_EQ(matched({&none}, {beside, oval}), (std::vector<AObject*>{beside, oval}));
+}
+
+// Layers are no candidates; whoever asks about one gets what the conditions themselves say.
+TEST(Criteria, ALayerIsOfItsOwnClassAndEndsTheSearchForEffects) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    AObject* oval = scene.add(layer, _T("AOval"));
+    ALayerCondition drawing(_T("Drawing"), _T("ALayer"));
+    AEffectCondition layers(_T("Drawing"), _T("ALayer"));
+    for (AObject* one : std::initializer_list<AObject*>{layer, oval}) {
+        EXPECT_TRUE(drawing.isMatch(one));
+        EXPECT_EQ(matched({&drawing}, {one}), std::vector<AObject*>{one});
+        EXPECT_FALSE(layers.isMatch(one));
+        EXPECT_EQ(matched({&layers}, {one}), std::vector<AObject*>{});
+    }
+}
+
+TEST(Criteria, APenThatDrawsNothingIsNoStroke) {
+    Scene scene;
+    const auto red = test::makeColor(_T("red"), RGB(255, 0, 0));
+    const auto hidden = test::makePen(red.get(), APenItem::kStyleNone);
+    APen pen(hidden.get()), empty(nullptr);
+    AObject* oval = scene.add(scene.layer(), _T("AOval"));
+    AStrokeCondition none(_T("No stroke"), nullptr, nullptr);
+    AStrokeCondition reds(_T("red"), _T("APenItem"), red.get());
+    for (APen* one : {&pen, &empty}) {
+        oval->setPen(one);
+        EXPECT_EQ(matched({&none}, {oval}), std::vector<AObject*>{oval});
+        EXPECT_EQ(matched({&reds}, {oval}), std::vector<AObject*>{});
+    }
 }
 
 TEST(Criteria, ADeepDrawingIsWalkedOnce) {

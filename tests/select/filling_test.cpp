@@ -171,6 +171,37 @@ TEST(Gathering, NothingIsKept) {
     EXPECT_FALSE(run.tool.isSelectedObject(*oval));
 }
 
+TEST(Gathering, StartsAnewEachTime) {
+    Scene scene;
+    ALayer* layer = scene.layer();
+    AObject* oval = scene.add(layer, _T("AOval"));
+    scene.select({oval});
+    Filled run(scene);
+    const std::size_t runs = run.tool.getCandidateRuns().size();
+    scene.select({});
+    run.tool.prepareSelectionData(scene.view);
+    EXPECT_EQ(run.tool.getCandidateRuns().size(), runs);
+    EXPECT_FALSE(run.tool.isSelectedLayer(*layer));
+    AStringArray names;
+    ASelectByAttrTool::getSelectableClassNames(names);
+    const int count = names.GetSize();
+    ASelectByAttrTool::getSelectableClassNames(names);
+    EXPECT_EQ(names.GetSize(), count);
+}
+
+TEST(Gathering, WhatUsersAreNotShownIsEnteredButNotTaken) {
+    const AClassInfo helper{_T("AHelper"), 0, 0, AClassKind::group};
+    Scene scene;
+    AObject* inner = scene.document.createObject(helper, "helper");
+    scene.layer()->appendChild(inner);
+    AObject* oval = scene.add(inner->asParent(), _T("AOval"), "oval");
+    scene.select({inner});
+    Filled run(scene);
+    EXPECT_EQ(namesIn(run.tool.getCandidateObjects()), Names{"oval"});
+    EXPECT_EQ(namesIn(run.tool.getSelectedObjects()), Names{"oval"});
+    EXPECT_TRUE(run.tool.isSelectedObject(*oval));
+}
+
 TEST(Pages, ThereIsOneForEachCategoryOfTheClassesThatUsersSee) {
     Scene scene;
     Filled run(scene);

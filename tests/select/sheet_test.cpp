@@ -309,6 +309,49 @@ TEST_F(Sheet, AllTypesContributesEveryConditionOfThePage) {
     EXPECT_EQ(scene.selected(), Names{"oval"});
 }
 
+TEST_F(Sheet, ThatIsOpenedAgainShowsAllTypesStill) {
+    draw();
+    tool.prepareSelectionData(scene.view);
+    ASelectByAttrSheet sheet(&tool, IDS_SELECT_BY_ATTRIBUTES_CAPTION, nullptr, 0);
+    tool.createPages(sheet);
+    tool.fillPages(sheet);
+    sheet.addPages();
+    driver::Driver user({[](Dialog& shown) {
+                             shown.press("All types");
+                             shown.press("Cancel");
+                         },
+                         [](Dialog& shown) {
+                             EXPECT_EQ(listed(shown), "Rectangle:4 Oval:4 Group:4 Text:4");
+                             shown.press("Cancel");
+                         }});
+    sheet.DoModal();
+    sheet.DoModal();
+    EXPECT_TRUE(user.finished());
+}
+
+TEST_F(Sheet, ATickedClassTakesWhatHasNoneOfItsSubKinds) {
+    dynamic_cast<ABitmap*>(scene.add(layer, _T("ABitmap"), "rgb"))->setColorModel(ABitmap::rgb);
+    dynamic_cast<ABitmap*>(scene.add(layer, _T("ABitmap"), "other"))->setColorModel(99);
+    run({check("Object", "Bitmap"), ok()});
+    EXPECT_EQ(scene.selected(), (Names{"rgb", "other"}));
+}
+
+// The sheet's pages look after the selection, too.
+TEST_F(Sheet, APageOfItsOwnListsEverythingWithShowAll) {
+    CPropertySheet sheet(IDS_SELECT_BY_ATTRIBUTES_CAPTION, nullptr, 0);
+    ACheckPage page(&sheet, _T("Own"));
+    page.addCondition(new ACondition(_T("Oval"), _T("AOval")));
+    sheet.AddPage(&page);
+    driver::Driver user({[](Dialog& shown) {
+        EXPECT_EQ(listed(shown), "");
+        shown.press("Show all");
+        EXPECT_EQ(listed(shown), "Oval");
+        shown.press("Cancel");
+    }});
+    sheet.DoModal();
+    EXPECT_TRUE(user.finished());
+}
+
 TEST_F(Sheet, OnlyTheActivePageAppliesOnce) {
     draw();
     run({check("Fill", "Solid/RGB Color/blue"), check("Object", "Rectangle"),

@@ -292,6 +292,12 @@ TEST_F(DialogTest, WithoutMemoryForAFilterTheViewHasNone) {
     EXPECT_EQ(test::ForeignFilter::alive, 0);
 }
 
+TEST_F(DialogTest, WithoutAViewAFilterThatIsHandedOverGoes) {
+    drawing.application.setActiveView(nullptr);
+    tool.replaceFilter(new test::ForeignFilter);
+    EXPECT_EQ(test::ForeignFilter::alive, 0);
+}
+
 TEST_F(DialogTest, AMissingViewIsNoHarm) {
     drawing.application.setActiveView(nullptr);
     use({pressing("OK")});
