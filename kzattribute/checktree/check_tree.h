@@ -136,7 +136,8 @@ private:
     void addPicture(HTREEITEM item, Picture picture);
     bool drawSwatch(const AReferItem* brushOrPen, CBitmap& picture);
     bool drawColor(COLORREF color, CBitmap& picture);
-    void drawPicture(const Picture& picture);
+    bool drawPicture(const Picture& picture);
+    bool addPair(CBitmap& drawn);
     void drawPictures(int last);
     void drawVisiblePictures();
 

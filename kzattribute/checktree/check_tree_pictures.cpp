@@ -79,27 +79,29 @@ void ACheckTree::addPicture(HTREEITEM item, Picture picture) {
     m_pictureCount += 2;
 }
 
-void ACheckTree::drawPicture(const Picture& picture) {
-    CBitmap swatch;
-    CBitmap* drawn = picture.bitmap;
-    if (!drawn) {
-        drawn = &swatch;
-        if (!(picture.isColor ? drawColor(picture.color, swatch) : drawSwatch(picture.item.get(), swatch)))
-            loadBitmap(IDB_BLANK, swatch);  // so that the pictures behind it keep their places
-    }
-    m_itemImages.Add(drawn, nullptr);
+// False, with the list as it was, without memory for it.
+bool ACheckTree::addPair(CBitmap& drawn) {
     CBitmap form;
-    makeDisabledBitmap(*drawn, form, 0, -1);
-    m_itemImages.Add(&form, nullptr);
+    makeDisabledBitmap(drawn, form, 0, -1);
+    const int place = m_itemImages.Add(&drawn, nullptr);
+    if (place < 0) return false;
+    if (m_itemImages.Add(&form, nullptr) >= 0) return true;
+    m_itemImages.Remove(place);
+    return false;
 }
 
-// Draws what is missing up to a picture, in the order in which they were given.
+bool ACheckTree::drawPicture(const Picture& picture) {
+    if (picture.bitmap) return addPair(*picture.bitmap);
+    CBitmap swatch;
+    return (picture.isColor ? drawColor(picture.color, swatch) : drawSwatch(picture.item.get(), swatch)) &&
+           addPair(swatch);
+}
+
+// Draws what is missing up to a picture, in the order in which they were given. What there is no memory for is drawn
+// when the tree is next painted: left out, it would give its place to the picture behind it.
 void ACheckTree::drawPictures(int last) {
-    while (!m_undrawn.empty() && m_itemImages.GetImageCount() <= last) {
-        const Picture picture = std::move(m_undrawn.front());
+    while (!m_undrawn.empty() && m_itemImages.GetImageCount() <= last && drawPicture(m_undrawn.front()))
         m_undrawn.pop_front();
-        drawPicture(picture);
-    }
 }
 
 void ACheckTree::drawVisiblePictures() {
@@ -205,11 +207,12 @@ bool ACheckTree::drawSwatch(const AReferItem* brushOrPen, CBitmap& picture) {
 bool ACheckTree::drawColor(COLORREF color, CBitmap& picture) {
     CClientDC window(m_hWnd);
     CDC memory;
-    if (!memory.CreateCompatibleDC(&window) || !picture.CreateCompatibleBitmap(&window, kSide, kSide))
-        return false;
-    const CSelection selection(memory, picture);
     const CBrush background(::GetSysColor(COLOR_WINDOW));
     const CBrush foreground(color);
+    if (!background.GetSafeHandle() || !foreground.GetSafeHandle() || !memory.CreateCompatibleDC(&window) ||
+        !picture.CreateCompatibleBitmap(&window, kSide, kSide))
+        return false;
+    const CSelection selection(memory, picture);
     {
         const CSelection brush(memory, background);
         memory.PatBlt(0, 0, kSide, kSide, PATCOPY);

@@ -30,6 +30,7 @@ public:
     int GetImageCount() const { return ::ImageList_GetImageCount(m_hImageList); }
     // The index of the first picture of the strip, -1 when none was added.
     int Add(CBitmap* image, CBitmap* mask);
+    BOOL Remove(int index) { return ::ImageList_Remove(m_hImageList, index); }
     COLORREF SetBkColor(COLORREF color) { return ::ImageList_SetBkColor(m_hImageList, color); }
     COLORREF GetBkColor() const { return ::ImageList_GetBkColor(m_hImageList); }
     BOOL GetImageInfo(int index, IMAGEINFO* info) const;

@@ -86,6 +86,20 @@ int ImageList_Add(HIMAGELIST handle, HBITMAP imageHandle, HBITMAP) {
     return std::exchange(list->count, list->count + added);
 }
 
+BOOL ImageList_Remove(HIMAGELIST handle, int index) {
+    auto* list = find<ImageList>(handle);
+    if (list == nullptr || (index != -1 && !list->has(index))) return FALSE;
+    const int first = index == -1 ? 0 : index;
+    const int end = index == -1 ? list->count : index + 1;
+    Bitmap& pictures = *list->pictures;
+    const auto pixels = pictures.pixels.begin();
+    pictures.pixels.erase(pixels + std::ptrdiff_t{list->top(first)} * list->width,
+                          pixels + std::ptrdiff_t{list->top(end)} * list->width);
+    pictures.height -= (end - first) * list->height;
+    list->count -= end - first;
+    return TRUE;
+}
+
 COLORREF ImageList_SetBkColor(HIMAGELIST handle, COLORREF color) {
     auto* list = find<ImageList>(handle);
     return list == nullptr ? CLR_NONE : std::exchange(list->background, color);

@@ -148,6 +148,7 @@ TEST_F(Tools, TheFactoryGivesNullWithoutMemoryForTheToolAndRaisesWithoutMemoryFo
             EXPECT_EQ(tool == nullptr, n == 1);
         } catch (const std::bad_alloc&) {
             EXPECT_TRUE(failing.happened());
+            EXPECT_GT(n, 1);
             ++raised;
         }
         if (!failing.happened()) break;

@@ -57,6 +57,19 @@ TEST_F(ImageList, NoBitmapAddsNothing) {
     EXPECT_EQ(list.GetImageCount(), 0);
 }
 
+TEST_F(ImageList, WhatIsBehindARemovedPictureMovesUp) {
+    add("rrggbb\nrrggbb\n");
+    EXPECT_FALSE(list.Remove(3));
+    EXPECT_FALSE(list.Remove(-2));
+    EXPECT_TRUE(list.Remove(1));
+    EXPECT_EQ(list.GetImageCount(), 2);
+    EXPECT_EQ(picture(list, 1), "bb\nbb\n");
+    EXPECT_EQ(add("ww\n..\n"), 2);
+    EXPECT_EQ(picture(list, 2), "ww\n..\n");
+    EXPECT_TRUE(list.Remove(-1));
+    EXPECT_EQ(list.GetImageCount(), 0);
+}
+
 TEST_F(ImageList, KeepsItsOwnCopyOfThePixels) {
     CBitmap bitmap;
     paint(bitmap, "rr\nrr\n");

@@ -175,6 +175,7 @@ TEST(Gathering, StartsAnewEachTime) {
     Scene scene;
     ALayer* layer = scene.layer();
     AObject* oval = scene.add(layer, _T("AOval"));
+    scene.add(scene.layer(), _T("AOval"));
     scene.select({oval});
     Filled run(scene);
     const std::size_t runs = run.tool.getCandidateRuns().size();

@@ -37,6 +37,8 @@ BOOL ImageList_GetIconSize(HIMAGELIST list, int* width, int* height);
 // Cuts the bitmap's top rows into pictures of the list's width and returns the index of the first; a rest to
 // the right is dropped. -1 when the bitmap holds no whole picture. Must not be selected into a context.
 int ImageList_Add(HIMAGELIST list, HBITMAP image, HBITMAP mask);
+// Those behind it move up; -1: all. FALSE when there is none of that index.
+BOOL ImageList_Remove(HIMAGELIST list, int index);
 // Returns the colour before; CLR_NONE at first.
 COLORREF ImageList_SetBkColor(HIMAGELIST list, COLORREF color);
 COLORREF ImageList_GetBkColor(HIMAGELIST list);
