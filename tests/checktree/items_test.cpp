@@ -314,6 +314,14 @@ TEST_F(CheckTree, TheMessagesOfEachOperationAreAsListed) {
                         "SETITEM image 1 selected 1", "SETITEM state 4"}));
 }
 
+TEST_F(CheckTree, APathLeavesThePicturesOfOtherGroupsAlone) {
+    insert("A/x", 1);
+    insert("B/x", 2);
+    tree.SetItemImage(at("A"), 5, 5);
+    insert("B/y", 3);
+    EXPECT_EQ(image("A"), 5);
+}
+
 TEST_F(CheckTree, WithoutItsGroupALeafIsNotInserted) {
     tree.refusedItems = 1;
     EXPECT_EQ(insert("A/B/x", 1), nullptr);
