@@ -97,8 +97,8 @@ PageEntries::ClassEntries* PageEntries::entriesOf(ARoot& item) {
     return m_known[&name] = findClass(name);
 }
 
-// True when entries that answer alike do so for items of this kind, too, and when the order in which the
-// others are asked does not show: none of them is replaced.
+// True when entries that answer alike do so for items of this kind, too, and entries for one fill are not asked for
+// anything else.
 bool PageEntries::isPlain(ClassEntries& of, ItemKind kind) {
     if (of.kind == ItemKind::none) of.kind = kind;
     of.isMixed = of.isMixed || of.kind != kind;

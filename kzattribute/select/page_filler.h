@@ -8,6 +8,9 @@
 // A page that takes an object's fill or stroke also gets an entry of that very colour or brush: one for each
 // colour, but one for each object with a fill that is no colour.
 //
+// As on the sheet's pages, one page alone takes fills and one strokes, and no entry has classes of objects and of
+// paint.
+//
 // What is offered again brings nothing new but the serials of the entries that merge; it is not made, so that
 // a million objects with twenty colours cost three look-ups each.
 #pragma once

@@ -183,6 +183,9 @@ TEST(Gathering, StartsAnewEachTime) {
     run.tool.prepareSelectionData(scene.view);
     EXPECT_EQ(run.tool.getCandidateRuns().size(), runs);
     EXPECT_FALSE(run.tool.isSelectedLayer(*layer));
+}
+
+TEST(Gathering, ClassesAreListedAnewEachTime) {
     AStringArray names;
     ASelectByAttrTool::getSelectableClassNames(names);
     const int count = names.GetSize();
@@ -389,12 +392,11 @@ struct GrowingPage {
     Unsettled unsettled;
     PageEntries entries{page, &unsettled};
 
-    const ACondition* add(ACondition* entry, bool isInDocument = false) {
+    void add(ACondition* entry, bool isInDocument = false) {
         entry->path = AItemPath(AString::fromUtf8(std::to_string(page.getConditions().GetSize())));
         entry->inDocument = isInDocument;
         page.addCondition(entry);
         entries.catchUp();
-        return entry;
     }
     // How often items of the kind became unsettled: those that are not selected, those that are.
     template <class Act>

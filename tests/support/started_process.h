@@ -1,8 +1,7 @@
 // Windows: a process that a test begins.
 #pragma once
 
-#include <gtest/gtest.h>
-
+#include <iostream>
 #include <stdexcept>
 #include <string>
 
@@ -12,8 +11,8 @@
 namespace test {
 
 // The caller closes both handles; what the program is given as its standard streams is inherited. Raises runtime_error
-// with the system's code. On a busy machine Wine refuses now and then what it does when asked again; what could not be
-// begun has done nothing, so it is asked for three times, and each refusal is told.
+// with the system's code. Wine may refuse on a busy machine; what could not be begun has done nothing, so it is asked for
+// three times, and each refusal is told.
 inline PROCESS_INFORMATION startProcess(const kzutil::WideString& program, const kzutil::WideString& line,
                                         STARTUPINFOW startup) {
     startup.cb = sizeof startup;
@@ -27,7 +26,7 @@ inline PROCESS_INFORMATION startProcess(const kzutil::WideString& program, const
             return process;
         refusal =
             "cannot start " + kzutil::narrow(program.c_str()) + ": error " + std::to_string(GetLastError());
-        GTEST_LOG_(WARNING) << refusal;
+        std::cerr << refusal << '\n';
     }
     throw std::runtime_error(refusal);
 }
